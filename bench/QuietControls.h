@@ -1,0 +1,46 @@
+#pragma once
+
+#include <string_view>
+
+#include "platform/Beeper.h"
+#include "platform/EventPump.h"
+#include "platform/MessageBoxes.h"
+#include "platform/StatusBar.h"
+#include "sync/LogFunnel.h"
+
+/// Controls that do nothing, so that only the engine is measured.
+namespace kelvara::bench {
+
+class QuietBeeper : public platform::Beeper {
+ public:
+  void Beep() override { ++count; }
+
+  int count = 0;
+};
+
+class QuietEventPump : public platform::EventPump {
+ public:
+  bool ProcessEvents() override { return true; }
+};
+
+class QuietMessageBoxes : public platform::MessageBoxes {
+ public:
+  platform::MessageAnswer Show(std::string_view /*text*/, std::string_view /*title*/,
+                               platform::MessageIcon /*icon*/,
+                               platform::MessageButtons /*buttons*/) override {
+    return platform::MessageAnswer::Ok;
+  }
+};
+
+class QuietStatusBar : public platform::StatusBar {
+ public:
+  void SetPanel(platform::StatusPanel /*panel*/, std::string_view /*text*/) override {}
+};
+
+class QuietLog : public sync::LogFunnel {
+ public:
+  void PrintLogEntry(std::string_view /*strLog*/) override {}
+  bool IsListening() const override { return false; }
+};
+
+}  // namespace kelvara::bench

@@ -1,0 +1,47 @@
+#include <benchmark/benchmark.h>
+
+#include <filesystem>
+#include <string>
+
+#include "FullModel.h"
+#include "QuietControls.h"
+#include "platform/MemoryMenuBar.h"
+#include "qt/QtClock.h"
+#include "qt/QtDateFormat.h"
+#include "qt/QtFileSystem.h"
+#include "report/SyncReport.h"
+
+namespace kelvara::bench {
+namespace {
+
+/// Writes the report of 51 antennas to a real file: one that is new each time, or the same again.
+/// The latter depends on the disk, which file systems wait for when a file is emptied and refilled.
+void Report(benchmark::State& state, bool isNewFile) {
+  sync::SyncModel model;
+  FillModel(model);
+  const platform::MemoryMenuBar menuBar;
+  const qt::QtClock clock;
+  const qt::QtDateFormat dateFormat;
+  qt::QtFileSystem fileSystem;
+  QuietMessageBoxes messageBoxes;
+  report::SyncReport report(model, sync::DisplayOptions(menuBar), clock, dateFormat, fileSystem,
+                            messageBoxes);
+  const std::filesystem::path file =
+      std::filesystem::temp_directory_path() / "kelvara-bench-report.html";
+  for (auto _ : state) {
+    if (isNewFile) {
+      state.PauseTiming();
+      std::filesystem::remove(file);
+      state.ResumeTiming();
+    }
+    if (!report.GenerateReport(file.string(), "Site", "Tester", "Notes")) {
+      state.SkipWithError("the report was not written");
+    }
+  }
+  std::filesystem::remove(file);
+}
+BENCHMARK_CAPTURE(Report, New, true)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(Report, Replaced, false)->Unit(benchmark::kMicrosecond);
+
+}  // namespace
+}  // namespace kelvara::bench

@@ -1,0 +1,33 @@
+# What every target of the project shares: warnings as errors, sanitizers, clang-tidy, the version.
+
+add_library(kelvara_options INTERFACE)
+target_include_directories(kelvara_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
+target_compile_definitions(kelvara_options INTERFACE
+  KELVARA_VERSION_MAJOR=${PROJECT_VERSION_MAJOR}
+  KELVARA_VERSION_MINOR=${PROJECT_VERSION_MINOR}
+  KELVARA_VERSION_REVISION=${PROJECT_VERSION_PATCH})
+if(MSVC)
+  target_compile_options(kelvara_options INTERFACE /W4 /WX /utf-8)
+else()
+  target_compile_options(kelvara_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+endif()
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+  # This compiler takes a std::string built in front of another for an overlapping copy.
+  target_compile_options(kelvara_options INTERFACE -Wno-restrict)
+endif()
+if(KELVARA_SANITIZE)
+  target_compile_options(kelvara_options INTERFACE
+    -fsanitize=${KELVARA_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(kelvara_options INTERFACE -fsanitize=${KELVARA_SANITIZE})
+endif()
+
+if(KELVARA_TIDY)
+  find_program(KELVARA_CLANG_TIDY NAMES clang-tidy REQUIRED)
+  set(CMAKE_CXX_CLANG_TIDY ${KELVARA_CLANG_TIDY} --quiet)
+endif()
+
+find_program(KELVARA_CCACHE ccache)
+if(KELVARA_CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${KELVARA_CCACHE})
+endif()

@@ -1,0 +1,19 @@
+#include "app/DemoSettings.h"
+
+#include "link/ComPort.h"
+
+namespace kelvara::app {
+
+std::string DemoSettings::Read(std::string_view application, std::string_view section,
+                               std::string_view key, std::string_view defaultText) const {
+  return port_.Read(application, section, key, store_.Read(application, section, key, defaultText));
+}
+
+void DemoSettings::Write(std::string_view application, std::string_view section,
+                         std::string_view key, std::string_view text) {
+  const bool isPortSetting = key == link::kComPortKey || key == link::kBaudrateKey;
+  (isPortSetting ? static_cast<platform::SettingsStore&>(port_) : store_)
+      .Write(application, section, key, text);
+}
+
+}  // namespace kelvara::app

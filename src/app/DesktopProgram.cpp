@@ -1,0 +1,74 @@
+#include "app/DesktopProgram.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QTimer>
+#include <memory>
+
+#include "app/DemoSettings.h"
+#include "app/DesktopMachine.h"
+#include "app/FrmMain.h"
+#include "qt/PortDescription.h"
+#include "qt/PortTable.h"
+#include "qt/QtClock.h"
+#include "qt/QtDateFormat.h"
+#include "qt/QtFileChooser.h"
+#include "qt/QtFileSystem.h"
+#include "qt/QtMessageBoxes.h"
+#include "qt/QtSerialPort.h"
+#include "qt/QtSettingsStore.h"
+#include "qt/QtTimer.h"
+#include "qt/Text.h"
+#include "sim/DemoSerialPort.h"
+#include "sim/SiteFile.h"
+
+namespace kelvara::app {
+namespace {
+
+std::string DescribeDemoPort(int /*port*/) { return "The built-in beltpack of the demo."; }
+
+}  // namespace
+
+int RunDesktopProgram(const DesktopOptions& options) {
+  const qt::QtClock clock;
+  const qt::QtDateFormat dateFormat;
+  qt::QtFileSystem fileSystem;
+  qt::QtBeeper beeper;
+  qt::QtMessageBoxes messageBoxes;
+  qt::QtFileChooser fileChooser;
+  qt::QtDocumentOpener documentOpener;
+  qt::QtEventPump events;
+
+  qt::QtSettingsStore storedSettings;
+  DemoSettings demoSettings(storedSettings);
+  qt::PortTable ports(storedSettings);
+  for (const std::string& assignment : options.portAssignments) {
+    ports.Assign(qt::ReadPortAssignment(assignment));
+  }
+  qt::QtSerialPort machinePort(ports);
+  sim::Beltpack beltpack(options.sitePath ? sim::ReadSite(fileSystem, *options.sitePath)
+                                          : sim::DemoSite());
+  qt::QtTimer delivery(sim::kDeliveryMilliseconds);
+  sim::DemoSerialPort demoPort(beltpack, clock, delivery);
+
+  FrmMain window(
+      {clock, dateFormat, fileSystem, beeper, messageBoxes, fileChooser, documentOpener,
+       options.demo ? static_cast<platform::SettingsStore&>(demoSettings) : storedSettings,
+       options.demo ? static_cast<platform::SerialPort&>(demoPort) : machinePort, events,
+       qt::ToText(QDir::toNativeSeparators(QCoreApplication::applicationDirPath())), [&](int port) {
+         return options.demo ? DescribeDemoPort(port) : qt::DescribePort(ports, port);
+       }});
+  if (options.testReport) {
+    return window.TestReport() ? 0 : 1;
+  }
+  if (options.rawPath) {
+    window.Live().StartTrace(*options.rawPath, true);
+  }
+  window.SetUnloaded([] { QCoreApplication::exit(0); });
+  window.show();
+  // The window is there before its port is opened, so that a message has it to stand over.
+  QTimer::singleShot(0, &window, [&window] { window.Form_Load(); });
+  return QCoreApplication::exec();
+}
+
+}  // namespace kelvara::app

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace kelvara::app {
+
+/// What the desktop program is started with.
+struct DesktopOptions {
+  bool demo = false;
+  std::optional<std::string> sitePath;
+  std::vector<std::string> portAssignments;
+  std::optional<std::string> rawPath;
+  bool testReport = false;
+};
+
+/// Runs the desktop program until its main window is closed, and returns its exit code. A site, a
+/// port assignment or a trace that cannot be used is a fault before any window is shown.
+int RunDesktopProgram(const DesktopOptions& options);
+
+}  // namespace kelvara::app

@@ -1,0 +1,158 @@
+#include "app/FrmDebug.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QPlainTextEdit>
+#include <QScreen>
+#include <QScrollBar>
+#include <QTextCursor>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <chrono>
+#include <utility>
+
+#include "platform/Colour.h"
+#include "qt/DialogControls.h"
+#include "qt/DialogManners.h"
+#include "qt/Text.h"
+
+namespace kelvara::app {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr platform::Colour kJustSent{0x00C000};
+constexpr auto kFlash = 500ms;
+
+// A whole report of 29 lines is to be seen at once, with the line that its last line end begins,
+// and a line to spare: the box scrolls when the last line touches its edge.
+constexpr int kVisibleColumns = 60;
+constexpr int kVisibleLines = 31;
+
+}  // namespace
+
+FrmDebug::FrmDebug(std::function<void()> closed, QWidget* parent)
+    : QDialog(parent), closed_(std::move(closed)) {
+  setObjectName(QStringLiteral("FrmDebug"));
+  setWindowTitle(QStringLiteral("Kelvara Debug"));
+  setWindowFlag(Qt::WindowMinMaxButtonsHint);
+
+  AddControls();
+
+  TimerColor_ = new QTimer(this);
+  TimerColor_->setObjectName(QStringLiteral("TimerColor"));
+  TimerColor_->setTimerType(Qt::PreciseTimer);
+  TimerColor_->setInterval(kFlash);
+  connect(TimerColor_, &QTimer::timeout, this, &FrmDebug::TimerColor_Timer);
+
+  qt::LeaveEnterToTheFields(*this);
+  Form_Unload();
+}
+
+void FrmDebug::AddControls() {
+  QLabel* const label = qt::NewLabel(*this, "Label1", "Last Message Tx:");
+  TxtLastTxMsg_ = qt::NewTextBox(*this, "TxtLastTxMsg", "Last Message Tx", "");
+  TxtLastTxMsg_->setReadOnly(true);
+  label->setBuddy(TxtLastTxMsg_);
+
+  TextDebug_ = new QPlainTextEdit(this);
+  qt::NameControl(*TextDebug_, "TextDebug", "Received report text", "");
+  TextDebug_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  TextDebug_->setTabChangesFocus(true);
+  TextDebug_->setUndoRedoEnabled(false);
+  TextDebug_->setLineWrapMode(QPlainTextEdit::NoWrap);
+  QFont font(QStringLiteral("Courier New"));
+  font.setStyleHint(QFont::Monospace);
+  TextDebug_->setFont(font);
+
+  QPushButton* const cmdClose = qt::NewButton(*this, "CmdClose", "&Close", "");
+  connect(cmdClose, &QPushButton::clicked, this, &QDialog::close);
+
+  auto* const lastMessage = new QHBoxLayout;
+  lastMessage->addWidget(label);
+  lastMessage->addWidget(TxtLastTxMsg_);
+  auto* const layout = new QVBoxLayout(this);
+  layout->addLayout(lastMessage);
+  layout->addWidget(TextDebug_);
+  layout->addWidget(cmdClose, 0, Qt::AlignRight);
+
+  const int frame =
+      2 * (TextDebug_->frameWidth() + qRound(TextDebug_->document()->documentMargin()));
+  const QSize wholeReport(qt::WidthOf(*TextDebug_, kVisibleColumns) + frame,
+                          qt::HeightOf(*TextDebug_, kVisibleLines) + frame);
+  const QSize size = layout->sizeHint() - TextDebug_->sizeHint() + wholeReport;
+  resize(size.boundedTo(screen()->availableSize()));
+}
+
+void FrmDebug::Open() {  // NOLINT(bugprone-virtual-near-miss): not modal
+  qt::ShowInFront(*this);
+  DebugCls();
+}
+
+void FrmDebug::DebugPrint(std::string_view strDbg) {
+  QTextCursor end(TextDebug_->document());
+  end.movePosition(QTextCursor::End);
+  end.insertText(qt::ToQString(strDbg) + QStringLiteral("\r\n"));
+}
+
+void FrmDebug::DebugCls() { TextDebug_->clear(); }
+
+void FrmDebug::DebugLastTxMsg(std::string_view strTx) {
+  // A timer that runs is left running: its tick ends the green of every command sent before it.
+  if (!TimerColor_->isActive()) {
+    TimerColor_->start();
+  }
+  ShowTextColour();
+  TxtLastTxMsg_->setText(qt::ToQString(strTx));
+}
+
+void FrmDebug::ShowReportText(std::string_view text) {
+  // What the reader looks at stays in view while the text grows.
+  const int line = TextDebug_->verticalScrollBar()->value();
+  TextDebug_->setPlainText(qt::ToQString(text));
+  TextDebug_->verticalScrollBar()->setValue(line);
+}
+
+void FrmDebug::hideEvent(QHideEvent* event) {
+  QDialog::hideEvent(event);
+  // The desktop hides a window too, when it is made small; that does not close it.
+  if (!event->spontaneous()) {
+    Form_Unload();
+    closed_();
+  }
+}
+
+void FrmDebug::changeEvent(QEvent* event) {
+  QDialog::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange && TimerColor_ != nullptr) {
+    ShowTextColour();
+  }
+}
+
+void FrmDebug::TimerColor_Timer() {
+  TimerColor_->stop();
+  ShowTextColour();
+}
+
+void FrmDebug::ShowTextColour() {
+  // Text and background are set as a pair, so that the text can be read under any theme.
+  const QPalette system = QApplication::palette(TxtLastTxMsg_);
+  QPalette palette = TxtLastTxMsg_->palette();
+  palette.setColor(QPalette::Base, system.color(QPalette::Base));
+  palette.setColor(QPalette::Text,
+                   TimerColor_->isActive()
+                       ? QColor(kJustSent.Red(), kJustSent.Green(), kJustSent.Blue())
+                       : system.color(QPalette::WindowText));
+  TxtLastTxMsg_->setPalette(palette);
+}
+
+void FrmDebug::Form_Unload() {
+  TimerColor_->stop();
+  ShowTextColour();
+  TxtLastTxMsg_->clear();
+  TextDebug_->clear();
+  TxtLastTxMsg_->setFocus();
+}
+
+}  // namespace kelvara::app

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QDialog>
+#include <functional>
+#include <string_view>
+
+#include "platform/DebugView.h"
+
+class QLineEdit;
+class QPlainTextEdit;
+class QTimer;
+
+namespace kelvara::app {
+
+/// The debug window: the last command sent, in green for half a second, and the report text that is
+/// being collected. Modeless; it is there, hidden, as long as the main window is, and is found
+/// empty each time it opens.
+class FrmDebug : public QDialog, public platform::DebugView {
+  Q_OBJECT
+
+ public:
+  /// `closed` is called whenever the window has closed, whichever way.
+  FrmDebug(std::function<void()> closed, QWidget* parent);
+
+  /// Opens the window; one that is open comes to the front. Either way it shows no debug lines.
+  void Open();  // NOLINT(bugprone-virtual-near-miss): not modal
+
+  /// Adds a line to the text.
+  void DebugPrint(std::string_view strDbg);
+
+  /// Empties the text.
+  void DebugCls();
+
+  void DebugLastTxMsg(std::string_view strTx) override;
+  void ShowReportText(std::string_view text) override;
+
+ protected:
+  void hideEvent(QHideEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void AddControls();
+  void TimerColor_Timer();
+  void ShowTextColour();
+  void Form_Unload();
+
+  std::function<void()> closed_;
+  QLineEdit* TxtLastTxMsg_ = nullptr;
+  QPlainTextEdit* TextDebug_ = nullptr;
+  QTimer* TimerColor_ = nullptr;
+};
+
+}  // namespace kelvara::app

@@ -1,0 +1,155 @@
+#pragma once
+
+#include <QMainWindow>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "app/DesktopMachine.h"
+#include "app/FrmDebug.h"
+#include "app/LinkTimers.h"
+#include "app/LiveSession.h"
+#include "app/LogTextBox.h"
+#include "app/MainMenu.h"
+#include "app/MainStatusBar.h"
+#include "capture/CaptureDialog.h"
+#include "capture/ExportCommand.h"
+#include "help/HelpCommands.h"
+#include "platform/LastFilenames.h"
+#include "report/ReportDialog.h"
+#include "sync/SyncGridModel.h"
+#include "sync/SyncGridView.h"
+
+class QFrame;
+class QPushButton;
+
+namespace kelvara::convert {
+class FrmConvert;
+}
+
+namespace kelvara::app {
+
+/// The main window: the menus from which every function is reached, the sync grid, the log box, the
+/// status bar, the serial port and the link's timers. It computes nothing: each of its operations
+/// hands on to the room that does the work.
+class FrmMain : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  explicit FrmMain(const DesktopMachine& machine);
+  ~FrmMain() override;
+
+  /// Start-up: opens the stored port and starts the link; when that fails, tells the user and shows
+  /// the port dialog.
+  void Form_Load();
+
+  /// Lays the controls out for the window's size; a size too small for them ends it silently.
+  void Form_Resize();
+
+  /// Shutdown: closes the port and the log file and every other window.
+  void Form_Unload();
+
+  /// What is told once the window has been unloaded.
+  void SetUnloaded(std::function<void()> unloaded) { unloaded_ = std::move(unloaded); }
+
+  /// Opens the port at start-up; a fault when it cannot be.
+  void OpenComPort(std::int16_t port) { live_->Port().OpenComPort(port); }
+  void StartLink();
+  void SetStatusText(std::string_view text) { live_->Link().SetStatusText(text); }
+  void SerialSendString(std::string_view ComStr, bool dDisplayStatus) {
+    live_->Link().SerialSendString(ComStr, dDisplayStatus);
+  }
+  void SendRfpsCommand() { live_->Link().SendRfpsCommand(); }
+  void SendChoCommand() { live_->Link().SendChoCommand(); }
+  void SendBhoCommand() { live_->Link().SendBhoCommand(); }
+  bool SerialGetResponseBytes(std::int32_t timeoutMs, std::int32_t count,
+                              std::span<std::uint8_t> buffer) {
+    return live_->Link().SerialGetResponseBytes(timeoutMs, count, buffer);
+  }
+
+  void ProcessRfpsReport(std::string_view report) { live_->ProcessRfpsReport(report); }
+  /// Does nothing; it is there for those who call it.
+  void debugProcessRfps() {}
+  void ClearSyncResults() { live_->ClearSyncResults(); }
+  void UpdateSyncGrid() { live_->UpdateSyncGrid(); }
+  platform::Colour GetRpsColour(std::int16_t iRps) {
+    return live_->Results().Grid().GetRpsColour(iRps);
+  }
+
+  /// Writes the report; a fault when there are more antennas than it can list.
+  bool GenerateReport(const std::string& fileName, const std::string& site,
+                      const std::string& tester, const std::string& notes) {
+    return live_->Results().Report().GenerateReport(fileName, site, tester, notes);
+  }
+
+  /// Clears the results, fills in fixed test data, writes a report of it beside the program and
+  /// opens it. True when the whole report was written.
+  bool TestReport();
+
+  void logBox(std::string_view dispMsg) { TextLog_->Append(dispMsg); }
+  /// Logs one entry; a write to the log file that fails is a fault.
+  void PrintLogEntry(std::string_view strLog) { Capture().PrintLogEntry(strLog); }
+  bool StartLoggingToFile(const std::string& strFilename) {
+    return Capture().StartLoggingToFile(strFilename);
+  }
+  void StopLoggingToFile() { Capture().StopLoggingToFile(); }
+  void PauseLoggingToFile() { Capture().PauseLoggingToFile(); }
+  void ResumeLoggingToFile() { Capture().ResumeLoggingToFile(); }
+
+  void GetDisplaySettings() { live_->Display().GetDisplaySettings(); }
+
+  LiveSession& Live() { return *live_; }
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  capture::DataCapture& Capture() { return live_->Results().Capture(); }
+  void BuildControls();
+  void BuildRooms();
+  void BuildGridMenu();
+  void ConnectMenus();
+  /// Runs a command when the user chooses an entry; a fault that it lets pass is a beep.
+  void OnMenu(const char* name, const std::function<void()>& command);
+  void ShowPortDialog();
+  QString CellToolTip(int row, int column) const;
+
+  void mnuComPort_Click();
+  void mnuGenReport_Click();
+  void mnuViewDebugOn_Click();
+  void mnuViewDebugOff_Click();
+  void CommandStartStop_Click();
+
+  DesktopMachine machine_;
+  std::string sHelpPath_;
+  platform::LastFilenames lastFilenames_;
+
+  std::unique_ptr<MainMenu> menu_;
+  MainStatusBar* StatusBar1_ = nullptr;
+  QWidget* client_ = nullptr;
+  sync::SyncGridModel* gridModel_ = nullptr;
+  sync::SyncGridView* Grid_ = nullptr;
+  LogTextBox* TextLog_ = nullptr;
+  QFrame* Line1_ = nullptr;
+  QFrame* Line2_ = nullptr;
+  QPushButton* CommandStartStop_ = nullptr;
+  QPushButton* CmdChkRx_ = nullptr;
+  FrmDebug* debug_ = nullptr;
+  convert::FrmConvert* convert_ = nullptr;
+
+  std::unique_ptr<LinkTimers> timers_;
+  std::unique_ptr<LiveSession> live_;
+  std::unique_ptr<report::ReportDialog> reportDialog_;
+  std::unique_ptr<capture::CaptureDialog> captureDialog_;
+  std::unique_ptr<capture::ExportCommand> exportCommand_;
+  std::unique_ptr<help::HelpCommands> helpCommands_;
+  std::function<void()> unloaded_;
+  bool isUnloaded_ = false;
+};
+
+}  // namespace kelvara::app

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QPlainTextEdit>
+#include <functional>
+
+#include "platform/LogBox.h"
+
+namespace kelvara::app {
+
+/// The log box `TextLog`. Text that comes while it is hidden is not kept, and a box that has grown
+/// full loses its older half.
+class LogTextBox : public QPlainTextEdit, public platform::LogBox {
+ public:
+  explicit LogTextBox(QWidget* parent = nullptr);
+
+  bool IsShown() const override { return !isHidden(); }
+  void SetShown(bool shown) override;
+  void Append(std::string_view text) override;
+  void Clear() override { clear(); }
+
+  /// What is told when it has been shown or hidden.
+  void SetShownChanged(std::function<void()> shownChanged) {
+    shownChanged_ = std::move(shownChanged);
+  }
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  void DropOlderHalf();
+
+  std::function<void()> shownChanged_;
+};
+
+}  // namespace kelvara::app

@@ -1,0 +1,31 @@
+#include "base/CheckedInteger.h"
+
+#include <limits>
+
+#include "base/Fault.h"
+
+namespace kelvara::base {
+namespace {
+
+template <typename Integer>
+Integer ToInteger(std::int64_t value) {
+  if (value < std::numeric_limits<Integer>::min() || value > std::numeric_limits<Integer>::max()) {
+    throw Fault(FaultKind::Overflow, "Overflow");
+  }
+  return static_cast<Integer>(value);
+}
+
+}  // namespace
+
+std::int16_t ToInt16(std::int64_t value) { return ToInteger<std::int16_t>(value); }
+
+std::int32_t ToInt32(std::int64_t value) { return ToInteger<std::int32_t>(value); }
+
+std::size_t CheckedIndex(std::int64_t index, std::size_t size) {
+  if (index < 0 || static_cast<std::uint64_t>(index) >= size) {
+    throw Fault(FaultKind::Subscript, "Subscript out of range");
+  }
+  return static_cast<std::size_t>(index);
+}
+
+}  // namespace kelvara::base

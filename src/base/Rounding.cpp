@@ -1,0 +1,31 @@
+#include "base/Rounding.h"
+
+#include <cmath>
+#include <limits>
+
+#include "base/Fault.h"
+
+namespace kelvara::base {
+namespace {
+
+template <typename Integer>
+Integer RoundTo(double value) {
+  const double below = std::floor(value);
+  const double part = value - below;
+  const bool belowIsOdd = std::fmod(below, 2.0) != 0.0;
+  const double rounded = part > 0.5 || (part == 0.5 && belowIsOdd) ? below + 1.0 : below;
+  // Written so that "not a number" fails it too.
+  if (!(rounded >= std::numeric_limits<Integer>::min() &&
+        rounded <= std::numeric_limits<Integer>::max())) {
+    throw Fault(FaultKind::Overflow, "Overflow");
+  }
+  return static_cast<Integer>(rounded);
+}
+
+}  // namespace
+
+std::int16_t Round16(double value) { return RoundTo<std::int16_t>(value); }
+
+std::int32_t Round32(double value) { return RoundTo<std::int32_t>(value); }
+
+}  // namespace kelvara::base

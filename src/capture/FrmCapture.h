@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QDialog>
+#include <QLineEdit>
+#include <QPushButton>
+
+#include "capture/CaptureDialog.h"
+#include "platform/Beeper.h"
+
+namespace kelvara::capture {
+
+/// The capture dialog: which file to log to. It is made afresh for each showing.
+class FrmCapture : public QDialog {
+ public:
+  /// `captureDialog` and `beeper` outlive the window.
+  FrmCapture(CaptureDialog& captureDialog, platform::Beeper& beeper, QWidget* parent = nullptr);
+
+  void CommandBrowse_Click();
+  void StartButton_Click();
+  void CancelButton_Click();
+
+ protected:
+  /// Sees the text box's keys first: any key enables Start, and Enter runs it.
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void MakeControls();
+  void LayOut();
+  void FitToFont();
+  void Form_Load();
+
+  CaptureDialog& captureDialog_;
+  platform::Beeper& beeper_;
+  QLineEdit* TxtFileName_ = nullptr;
+  QPushButton* CommandBrowse_ = nullptr;
+  QPushButton* StartButton_ = nullptr;
+  QPushButton* CancelButton_ = nullptr;
+};
+
+}  // namespace kelvara::capture

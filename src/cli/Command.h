@@ -1,0 +1,23 @@
+#pragma once
+
+#include "cli/ExitCode.h"
+
+namespace CLI {
+class App;
+}
+
+namespace kelvara::cli {
+
+/// One sub-command of the program.
+class Command {
+ public:
+  virtual ~Command() = default;
+
+  /// Declares itself and its options.
+  virtual void AddTo(CLI::App& program) = 0;
+
+  /// Does its work, once the options are read.
+  virtual ExitCode Run() = 0;
+};
+
+}  // namespace kelvara::cli

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+
+#include "cli/Command.h"
+
+namespace kelvara::cli {
+
+/// `kelvara-cli convert`: one Update of the converter.
+class ConvertCommand : public Command {
+ public:
+  void AddTo(CLI::App& program) override;
+
+  ExitCode Run() override;
+
+ private:
+  std::string field_;
+  std::string value_;
+};
+
+}  // namespace kelvara::cli

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+
+#include "app/Session.h"
+#include "platform/MemoryGrid.h"
+
+namespace kelvara::cli {
+
+/// The results as a JSON document: totals, antennas, cells with readings, the grid as drawn.
+std::string JsonResults(app::Session& session, const platform::MemoryGrid& grid, bool gridComplete);
+
+}  // namespace kelvara::cli

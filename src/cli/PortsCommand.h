@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "cli/Command.h"
+
+namespace kelvara::cli {
+
+/// `kelvara-cli ports`: the devices that COM1 to COM12 stand for.
+class PortsCommand : public Command {
+ public:
+  void AddTo(CLI::App& program) override;
+
+  /// Prints a line for each port; why one that is present cannot be opened goes to standard error.
+  ExitCode Run() override;
+
+ private:
+  std::vector<std::string> assignments_;
+};
+
+}  // namespace kelvara::cli

@@ -1,0 +1,36 @@
+#include "cli/ProgressLine.h"
+
+#include <iostream>
+#include <utility>
+
+#include "cli/Terminal.h"
+
+namespace kelvara::cli {
+namespace {
+
+constexpr std::size_t kLargeFile = std::size_t{16} << 20U;
+
+}  // namespace
+
+ProgressLine::ProgressLine(std::string name, std::size_t size)
+    : name_(std::move(name)), size_(size), shown_(size > kLargeFile && IsErrorTerminal()) {}
+
+ProgressLine::~ProgressLine() {
+  if (shown_) {
+    std::cerr << kWipeLine << std::flush;
+  }
+}
+
+void ProgressLine::Advance(std::size_t bytes) {
+  if (!shown_) {
+    return;
+  }
+  done_ += bytes;
+  const int percent = static_cast<int>(done_ * 100 / size_);
+  if (percent != percentShown_) {
+    percentShown_ = percent;
+    std::cerr << '\r' << name_ << ": " << percent << " %" << std::flush;
+  }
+}
+
+}  // namespace kelvara::cli

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace kelvara::cli {
+
+/// A line on standard error that tells how far a large file has been read. It shows itself only for
+/// files over 16 MiB and only where standard error is a terminal, and wipes itself out at the end.
+class ProgressLine {
+ public:
+  ProgressLine(std::string name, std::size_t size);
+  ~ProgressLine();
+  ProgressLine(const ProgressLine&) = delete;
+  ProgressLine& operator=(const ProgressLine&) = delete;
+
+  /// So many more bytes have been read.
+  void Advance(std::size_t bytes);
+
+ private:
+  std::string name_;
+  std::size_t size_;
+  std::size_t done_ = 0;
+  int percentShown_ = -1;
+  bool shown_;
+};
+
+}  // namespace kelvara::cli

@@ -1,0 +1,160 @@
+#include "cli/RecordCommand.h"
+
+#include <CLI/CLI.hpp>
+#include <QCoreApplication>
+#include <algorithm>
+#include <cmath>
+
+#include "app/LiveSession.h"
+#include "base/Fault.h"
+#include "cli/ConsoleMachine.h"
+#include "cli/ResultOutputs.h"
+#include "cli/StatusLine.h"
+#include "cli/StopSignal.h"
+#include "link/ComPort.h"
+#include "platform/MemorySettingsStore.h"
+#include "qt/PortTable.h"
+#include "qt/QtSerialPort.h"
+#include "qt/QtSettingsStore.h"
+#include "qt/QtTimer.h"
+#include "sim/DemoSerialPort.h"
+#include "sim/Site.h"
+
+namespace kelvara::cli {
+namespace {
+
+constexpr double kMaxSpeed = 1000.0;
+constexpr int kCheckMilliseconds = 50;
+
+/// A debug window that is never open.
+class NoDebugView : public platform::DebugView {
+ public:
+  void DebugLastTxMsg(std::string_view /*strTx*/) override {}
+  void ShowReportText(std::string_view /*text*/) override {}
+};
+
+/// So many milliseconds of a clock that runs `speed` times as fast.
+int Interval(int milliseconds, double speed) {
+  return std::max(1, static_cast<int>(std::lround(milliseconds / speed)));
+}
+
+}  // namespace
+
+void RecordCommand::AddTo(CLI::App& program) {
+  CLI::App* command = program.add_subcommand(
+      "record",
+      "Poll a beltpack over a serial port and write the results at the end: after so many reports\n"
+      "or seconds, or at Ctrl+C.");
+  auto* source = command->add_option_group("Source", "Where the beltpack is (one of them)");
+  source->add_option("--port", device_, "This device")->type_name("DEVICE");
+  source->add_option("--com", comPort_, "The device that this port number stands for")
+      ->check(CLI::Range(1, int{link::kLastComPort}))
+      ->type_name("N");
+  auto* demo = source->add_flag("--demo", demo_, "The built-in beltpack");
+  source->require_option(1);
+  command->add_option("--baud", baud_, "Baud rate")
+      ->check(CLI::Range(1, 4000000))
+      ->type_name("RATE")
+      ->capture_default_str();
+  command->add_option("--reports", reports_, "End after so many reports")
+      ->check(CLI::PositiveNumber)
+      ->type_name("N");
+  command->add_option("--for", seconds_, "End after so many seconds")
+      ->check(CLI::PositiveNumber)
+      ->type_name("SECONDS");
+  command->add_option("--raw", rawPath_, "Write a trace of the line to this file, for replay")
+      ->type_name("PATH");
+  command->add_option("--speed", speed_, "With --demo: the clock runs so many times as fast")
+      ->needs(demo)
+      ->check(CLI::Range(0.01, kMaxSpeed))
+      ->type_name("X");
+  options_.AddTo(*command);
+}
+
+ExitCode RecordCommand::Run() {
+  int argumentCount = 0;
+  const QCoreApplication application(argumentCount, nullptr);
+  try {
+    return demo_ ? RunOnDemo() : RunOnDevice();
+  } catch (const base::Fault& fault) {
+    Complain(fault.what());
+    return ExitCode::Failed;
+  }
+}
+
+ExitCode RecordCommand::RunOnDemo() {
+  ConsoleMachine console(speed_);
+  sim::Beltpack beltpack(sim::DemoSite());
+  qt::QtTimer delivery(Interval(sim::kDeliveryMilliseconds, speed_));
+  sim::DemoSerialPort port(beltpack, console.Clock(), delivery);
+  return RunOn(console, port);
+}
+
+ExitCode RecordCommand::RunOnDevice() {
+  ConsoleMachine console;
+  const qt::QtSettingsStore settings;
+  qt::PortTable ports(settings);
+  if (device_) {
+    ports.Assign({1, *device_});
+  }
+  qt::QtSerialPort port(ports);
+  port.SetPortNumber(static_cast<std::int16_t>(comPort_.value_or(1)));
+  return RunOn(console, port);
+}
+
+ExitCode RecordCommand::RunOn(ConsoleMachine& console, platform::SerialPort& port) {
+  qt::QtTimer rfpsTimer(Interval(link::kRfpsTimerMilliseconds, speed_));
+  qt::QtTimer timerComPort(Interval(link::kTimerComPortMilliseconds, speed_));
+  qt::QtTimer silenceTimer(Interval(link::kSilenceMilliseconds, speed_));
+  NoDebugView debugView;
+  // The stored options are the desktop program's; here the command line says how to display.
+  platform::MemorySettingsStore settingsStore;
+  app::LiveSession live(console.Machine(), console.Controls(),
+                        {port, rfpsTimer, timerComPort, silenceTimer, settingsStore, debugView});
+
+  port.SetSettings(link::PortSettings(baud_));
+  port.SetOpen(true);
+  live.StartLink();
+  options_.CheckIn(console.MenuBar());
+  if (rawPath_) {
+    live.StartTrace(*rawPath_, false);
+  }
+  app::Session& session = live.Results();
+  if (StartLog(session, options_) != ExitCode::Done) {
+    return ExitCode::Failed;
+  }
+
+  StatusLine statusLine(console.StatusBar());
+  const std::int64_t start = console.Clock().TickCount();
+  const StopSignal stopSignal([] { QCoreApplication::quit(); });
+  qt::QtTimer check(Interval(kCheckMilliseconds, speed_));
+  const auto endIfDone = [&] {
+    statusLine.Show();
+    if (HasEnded(session, console.Clock().TickCount() - start)) {
+      QCoreApplication::quit();
+    }
+  };
+  check.SetTick(endIfDone);
+  live.SetReportTaken(endIfDone);
+  check.SwitchOn();
+  QCoreApplication::exec();
+  check.SwitchOff();
+  statusLine.Remove();
+
+  live.StopPolling();
+  ExitCode result = WriteResults(session, console, options_);
+  live.Shutdown();
+  if (const std::string failure = live.TraceFailure(); !failure.empty()) {
+    Complain(failure);
+    result = ExitCode::Failed;
+  }
+  return result;
+}
+
+bool RecordCommand::HasEnded(const app::Session& session, std::int64_t milliseconds) const {
+  const std::int64_t taken = session.Model().ReportCount() + session.Parser().AbandonedCount();
+  return (reports_ && taken >= *reports_) ||
+         (seconds_ && static_cast<double>(milliseconds) >= *seconds_ * 1000.0);
+}
+
+}  // namespace kelvara::cli

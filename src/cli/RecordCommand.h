@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "app/Session.h"
+#include "cli/Command.h"
+#include "cli/ResultOptions.h"
+#include "platform/SerialPort.h"
+
+namespace kelvara::cli {
+
+class ConsoleMachine;
+
+/// `kelvara-cli record`: the live link without a window.
+class RecordCommand : public Command {
+ public:
+  void AddTo(CLI::App& program) override;
+
+  ExitCode Run() override;
+
+ private:
+  ExitCode RunOn(ConsoleMachine& console, platform::SerialPort& port);
+  ExitCode RunOnDemo();
+  ExitCode RunOnDevice();
+  bool HasEnded(const app::Session& session, std::int64_t milliseconds) const;
+
+  ResultOptions options_;
+  std::optional<std::string> device_;
+  std::optional<int> comPort_;
+  bool demo_ = false;
+  std::int32_t baud_ = 19200;
+  std::optional<std::int32_t> reports_;
+  std::optional<double> seconds_;
+  std::optional<std::string> rawPath_;
+  double speed_ = 1.0;
+};
+
+}  // namespace kelvara::cli

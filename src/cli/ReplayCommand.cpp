@@ -1,0 +1,113 @@
+#include "cli/ReplayCommand.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "base/Fault.h"
+#include "cli/ConsoleMachine.h"
+#include "cli/ProgressLine.h"
+#include "cli/ResultOutputs.h"
+#include "link/RecordedSession.h"
+#include "link/ReportCollector.h"
+#include "link/WholeReport.h"
+
+namespace kelvara::cli {
+namespace {
+
+constexpr const char* kStandardInput = "-";
+constexpr std::size_t kPieceBytes = std::size_t{256} << 10U;
+
+/// Hands recorded reports to the parser, and notes on standard error what was dropped.
+class Replay : public link::RecordedTextReader {
+ public:
+  explicit Replay(app::Session& session) : session_(session) {}
+
+  void ProcessRfpsReport(std::string_view report) override {
+    session_.Parser().ProcessRfpsReport(report);
+  }
+
+  void NoteDropped(link::DropReason reason) override {
+    if (reason == link::DropReason::Unfinished) {
+      Complain(name_ + ": the last report has fewer than " +
+               std::to_string(link::kRfpsReportLines) + " lines and was dropped");
+    } else {
+      Complain(name_ + ": a report larger than " + std::to_string(link::kMaxReportBytes) +
+               " bytes without its " + std::to_string(link::kRfpsReportLines) +
+               " lines was dropped");
+    }
+  }
+
+  /// Reads one file to its end.
+  void ReadFile(const std::string& name, platform::InputFile& file, link::RecordedText& text) {
+    name_ = name == kStandardInput ? "standard input" : name;
+    ProgressLine progress(name_, file.Size());
+    std::vector<char> piece(kPieceBytes);
+    while (const std::size_t got = file.Read(piece)) {
+      text.Feed({piece.data(), got});
+      progress.Advance(got);
+    }
+    text.End();
+  }
+
+ private:
+  app::Session& session_;
+  std::string name_;
+};
+
+std::unique_ptr<platform::InputFile> Open(const std::string& name, ConsoleMachine& console) {
+  return name == kStandardInput ? qt::OpenStandardInput() : console.FileSystem().OpenForInput(name);
+}
+
+}  // namespace
+
+void ReplayCommand::AddTo(CLI::App& program) {
+  CLI::App* command = program.add_subcommand(
+      "replay",
+      "Process recorded beltpack text into the matrix, the log, the report, CSV and JSON.\n"
+      "The files are taken in the order given, into one sync model. A report ends at every 29th\n"
+      "line; a trace made by \"record --raw\" is replayed as it was live.");
+  command->add_option("FILE", files_, "Recorded beltpack text (- is standard input)")
+      ->required()
+      ->type_name("");
+  command->add_flag("--whole", whole_, "Take each file as one report, whatever its lines");
+  options_.AddTo(*command);
+}
+
+ExitCode ReplayCommand::Run() {
+  ConsoleMachine console;
+  app::Session session(console.Machine(), console.Controls());
+  options_.CheckIn(console.MenuBar());
+  session.ClearSyncResults();
+  try {
+    // Each file is tried before the first is read: a wrong name leaves everything untouched.
+    for (const std::string& name : files_) {
+      if (name != kStandardInput) {
+        qt::ExpectReadable(name);
+      }
+    }
+  } catch (const base::Fault& fault) {
+    Complain(fault.what());
+    return ExitCode::Failed;
+  }
+  if (StartLog(session, options_) != ExitCode::Done) {
+    return ExitCode::Failed;
+  }
+  Replay replay(session);
+  link::RecordedSession recordedSession(replay);
+  link::WholeReport wholeReport(replay);
+  link::RecordedText& text =
+      whole_ ? static_cast<link::RecordedText&>(wholeReport) : recordedSession;
+  ExitCode read = ExitCode::Done;
+  for (const std::string& name : files_) {
+    try {
+      replay.ReadFile(name, *Open(name, console), text);
+    } catch (const base::Fault& fault) {
+      Complain(fault.what());
+      read = ExitCode::Failed;
+    }
+  }
+  const ExitCode written = WriteResults(session, console, options_);
+  return read == ExitCode::Done ? written : read;
+}
+
+}  // namespace kelvara::cli

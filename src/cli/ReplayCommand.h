@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "cli/Command.h"
+#include "cli/ResultOptions.h"
+
+namespace kelvara::cli {
+
+/// `kelvara-cli replay`: recorded beltpack text into results.
+class ReplayCommand : public Command {
+ public:
+  void AddTo(CLI::App& program) override;
+
+  ExitCode Run() override;
+
+ private:
+  ResultOptions options_;
+  std::vector<std::string> files_;
+  bool whole_ = false;
+};
+
+}  // namespace kelvara::cli

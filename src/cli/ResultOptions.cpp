@@ -1,0 +1,57 @@
+#include "cli/ResultOptions.h"
+
+#include <CLI/CLI.hpp>
+
+#include "app/OptionGroups.h"
+
+namespace kelvara::cli {
+
+using platform::MenuEntry;
+
+void ResultOptions::AddTo(CLI::App& command) {
+  command.add_option("--units", units, "Units of the phases: rfps, aasync or metres")
+      ->check(CLI::IsMember({"rfps", "aasync", "metres"}))
+      ->type_name("UNITS")
+      ->capture_default_str()
+      ->group("Display");
+  command.add_option("--rpn", rpnBase, "Base of the RPNs: dec or hex")
+      ->check(CLI::IsMember({"dec", "hex"}))
+      ->type_name("BASE")
+      ->capture_default_str()
+      ->group("Display");
+  command.add_option("--fps", fps, "Show the FPS behind each RPN: on or off")
+      ->check(CLI::IsMember({"on", "off"}))
+      ->type_name("SWITCH")
+      ->capture_default_str()
+      ->group("Display");
+  command.add_option("--log", logPath, "Append every log entry to this file")
+      ->type_name("PATH")
+      ->group("Results");
+  command.add_option("--report", reportPath, "Write the HTML report to this file")
+      ->type_name("PATH")
+      ->group("Results");
+  command.add_option("--site", site, "Site for the report")->type_name("TEXT")->group("Results");
+  command.add_option("--tester", tester, "Tester for the report")
+      ->type_name("TEXT")
+      ->group("Results");
+  command.add_option("--notes", notes, "Notes for the report")->type_name("TEXT")->group("Results");
+  command.add_option("--csv", csvPath, "Write the grid as comma-separated text to this file")
+      ->type_name("PATH")
+      ->group("Results");
+  command
+      .add_option("--json", jsonPath,
+                  "Write the results as JSON to this file (- is standard output)")
+      ->type_name("PATH")
+      ->group("Results");
+  command.add_flag("--grid", grid, "Print the grid as a table")->group("Results");
+}
+
+void ResultOptions::CheckIn(platform::MenuBar& menuBar) const {
+  app::CheckOption(menuBar, units == "aasync"   ? MenuEntry::mnuDispSync
+                            : units == "metres" ? MenuEntry::mnuDispMetres
+                                                : MenuEntry::mnuDispRFPS);
+  app::CheckOption(menuBar, rpnBase == "hex" ? MenuEntry::mnuRpnHex : MenuEntry::mnuRpnDecimal);
+  app::CheckOption(menuBar, fps == "on" ? MenuEntry::mnuFpsOn : MenuEntry::mnuFpsOff);
+}
+
+}  // namespace kelvara::cli

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "platform/MenuBar.h"
+
+namespace CLI {
+class App;
+}
+
+namespace kelvara::cli {
+
+/// The options of every sub-command that ends in results: how to show them and where to write them.
+struct ResultOptions {
+  std::string units = "rfps";
+  std::string rpnBase = "dec";
+  std::string fps = "off";
+  std::optional<std::string> logPath;
+  std::optional<std::string> reportPath;
+  std::string site;
+  std::string tester;
+  std::string notes;
+  std::optional<std::string> csvPath;
+  std::optional<std::string> jsonPath;
+  bool grid = false;
+
+  /// Declares the options on a sub-command.
+  void AddTo(CLI::App& command);
+
+  /// Checks the menu entries that the display options stand for.
+  void CheckIn(platform::MenuBar& menuBar) const;
+
+  bool JsonOnStandardOutput() const { return jsonPath == "-"; }
+};
+
+}  // namespace kelvara::cli

@@ -1,0 +1,114 @@
+#include "cli/ResultOutputs.h"
+
+#include <iostream>
+#include <string>
+
+#include "base/Fault.h"
+#include "cli/GridTable.h"
+#include "cli/JsonResults.h"
+
+namespace kelvara::cli {
+namespace {
+
+std::string Quoted(const std::string& path) { return "\"" + path + "\""; }
+
+bool StopLog(app::Session& session, const std::string& path) {
+  try {
+    session.Capture().StopLoggingToFile();
+    return true;
+  } catch (const base::Fault& fault) {
+    Complain("the log " + Quoted(path) + " is not complete: " + fault.what());
+    return false;
+  }
+}
+
+bool WriteReport(app::Session& session, const ResultOptions& options) {
+  try {
+    if (session.Report().GenerateReport(*options.reportPath, options.site, options.tester,
+                                        options.notes)) {
+      return true;
+    }
+    Complain("Error occured while generating report. Check the filename and path: " +
+             Quoted(*options.reportPath));
+  } catch (const base::Fault&) {
+    Complain("the report " + Quoted(*options.reportPath) +
+             " cannot be written: there are more antennas than it can list");
+  }
+  return false;
+}
+
+bool WriteCsv(app::Session& session, const ConsoleMachine& console, const std::string& path) {
+  const int beeps = console.BeepCount();
+  session.Export().WriteResults(path);
+  if (console.BeepCount() == beeps) {
+    return true;
+  }
+  Complain("the CSV file " + Quoted(path) + " could not be written");
+  return false;
+}
+
+bool WriteJson(app::Session& session, ConsoleMachine& console, const ResultOptions& options,
+               bool gridComplete) {
+  const std::string text = JsonResults(session, console.Grid(), gridComplete);
+  if (options.JsonOnStandardOutput()) {
+    std::cout << text;
+    return true;
+  }
+  try {
+    console.FileSystem().OpenForOutput(*options.jsonPath)->Write(text);
+    return true;
+  } catch (const base::Fault& fault) {
+    Complain(fault.what());
+    return false;
+  }
+}
+
+void PrintTotals(app::Session& session) {
+  std::cout << "Reports: " << session.Model().ReportCount() << '\n'
+            << "AAs: " << session.Model().AaCount() << '\n';
+  if (session.Parser().AbandonedCount() > 0) {
+    std::cout << "Abandoned: " << session.Parser().AbandonedCount() << '\n';
+  }
+}
+
+}  // namespace
+
+ExitCode StartLog(app::Session& session, const ResultOptions& options) {
+  if (options.logPath && !session.Capture().StartLoggingToFile(*options.logPath)) {
+    Complain("Could not start Logging to specified file. " + Quoted(*options.logPath));
+    return ExitCode::Failed;
+  }
+  return ExitCode::Done;
+}
+
+ExitCode WriteResults(app::Session& session, ConsoleMachine& console,
+                      const ResultOptions& options) {
+  bool done = true;
+  if (options.logPath) {
+    done = StopLog(session, *options.logPath) && done;
+  }
+  if (options.reportPath) {
+    done = WriteReport(session, options) && done;
+  }
+  const bool gridComplete = session.Grid().UpdateSyncGrid();
+  if (options.csvPath) {
+    done = WriteCsv(session, console, *options.csvPath) && done;
+  }
+  if (options.grid) {
+    PrintGrid(console.Grid(), std::cout);
+  }
+  if (options.jsonPath) {
+    done = WriteJson(session, console, options, gridComplete) && done;
+  }
+  if (!options.JsonOnStandardOutput()) {
+    PrintTotals(session);
+  }
+  std::cout.flush();
+  if (!std::cout) {
+    Complain("cannot write to standard output");
+    done = false;
+  }
+  return done ? ExitCode::Done : ExitCode::Failed;
+}
+
+}  // namespace kelvara::cli

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "app/Session.h"
+#include "cli/ConsoleMachine.h"
+#include "cli/ExitCode.h"
+#include "cli/ResultOptions.h"
+
+namespace kelvara::cli {
+
+/// Starts the capture of the log, where one was asked for.
+ExitCode StartLog(app::Session& session, const ResultOptions& options);
+
+/// Ends the capture and writes every result that was asked for, then the totals. Each output is
+/// tried whatever became of the others; each that fails is one line on standard error.
+ExitCode WriteResults(app::Session& session, ConsoleMachine& console, const ResultOptions& options);
+
+}  // namespace kelvara::cli

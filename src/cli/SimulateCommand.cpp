@@ -1,0 +1,184 @@
+#include "cli/SimulateCommand.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <climits>
+#include <csignal>
+#include <iostream>
+#include <memory>
+
+#include "base/Fault.h"
+#include "qt/QtFileSystem.h"
+#include "sim/Beltpack.h"
+#include "sim/BeltpackTerminal.h"
+#include "sim/ControlLines.h"
+#include "sim/SiteFile.h"
+
+namespace kelvara::cli {
+namespace {
+
+/// The pipe by which a signal wakes the loop: where to wait, where the signal writes.
+std::array<int, 2> stopPipe{-1, -1};
+
+void AskToStop(int /*signal*/) {
+  const int error = errno;
+  // A pipe too full to take it holds a request already.
+  [[maybe_unused]] const ssize_t written = write(stopPipe[1], "", 1);
+  errno = error;
+}
+
+void CatchStopSignals() {
+  if (pipe(stopPipe.data()) != 0) {
+    throw base::Fault(base::FaultKind::Port, "cannot open a pipe");
+  }
+  fcntl(stopPipe[1], F_SETFL, O_NONBLOCK);
+  struct sigaction action {};
+  action.sa_handler = AskToStop;
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    sigaction(signal, &action, nullptr);
+  }
+}
+
+/// Milliseconds since the simulation began.
+class Stopwatch {
+ public:
+  std::int64_t Ms() const {
+    return std::chrono::duration_cast<std::chrono::milliseconds>(Time::now() - begin_).count();
+  }
+
+ private:
+  using Time = std::chrono::steady_clock;
+  Time::time_point begin_ = Time::now();
+};
+
+/// How long the loop may sleep: for good when nothing is due.
+int SleepMs(const sim::Beltpack& beltpack, std::int64_t nowMs) {
+  const auto due = beltpack.NextDue();
+  return due ? static_cast<int>(std::clamp<std::int64_t>(*due - nowMs, 0, INT_MAX)) : -1;
+}
+
+/// Takes what waits on standard input; false at its end.
+bool TakeControl(sim::ControlLines& control) {
+  std::array<char, 4096> piece{};
+  const ssize_t got = read(STDIN_FILENO, piece.data(), piece.size());
+  if (got < 0 && errno == EINTR) {
+    return true;
+  }
+  if (got <= 0) {
+    return false;
+  }
+  for (const std::string& line : control.Feed({piece.data(), static_cast<std::size_t>(got)})) {
+    Complain("\"" + line + "\" is no command of the simulated beltpack");
+  }
+  return true;
+}
+
+void PrintDeviceName(const sim::BeltpackTerminal& terminal) {
+  std::cout << terminal.DeviceName() << std::endl;
+}
+
+/// Answers until a signal, or the end of standard input where that is listened to.
+void Serve(sim::Beltpack& beltpack, sim::BeltpackTerminal& terminal, bool takesControl,
+           const Stopwatch& stopwatch) {
+  sim::ControlLines control(beltpack);
+  PrintDeviceName(terminal);
+  while (true) {
+    std::array<pollfd, 3> waits{{{stopPipe[0], POLLIN, 0},
+                                 {takesControl ? STDIN_FILENO : -1, POLLIN, 0},
+                                 {terminal.Descriptor(), POLLIN, 0}}};
+    if (poll(waits.data(), waits.size(), SleepMs(beltpack, stopwatch.Ms())) < 0) {
+      continue;
+    }
+    // A line's fault that was asked for before a command was sent must hold for its answer.
+    const bool goesOn = waits[0].revents == 0 && (waits[1].revents == 0 || TakeControl(control));
+    if (!goesOn) {
+      return;
+    }
+    if (terminal.Serve(stopwatch.Ms())) {
+      PrintDeviceName(terminal);
+    }
+  }
+}
+
+std::string FaultNames() {
+  std::string names;
+  for (const sim::LineFaultName& faultName : sim::kLineFaultNames) {
+    names += names.empty() ? "" : ", ";
+    names += faultName.name;
+  }
+  return names;
+}
+
+}  // namespace
+
+void SimulateCommand::AddTo(CLI::App& program) {
+  CLI::App* command = program.add_subcommand(
+      "simulate",
+      "Simulate a beltpack on a pseudo-terminal. Prints the terminal's device name and answers\n"
+      "until it is ended by a signal.");
+  command
+      ->add_option("--site", sitePath_,
+                   "The site that the beltpack walks in: RPN, FPS, FPN and cable length of an "
+                   "antenna on each line (default: a site of 12 antennas)")
+      ->type_name("FILE");
+  command->add_option("--link", linkPath_, "Make this symbolic link to the terminal")
+      ->type_name("PATH");
+  command->add_option("--seed", seed_, "Where the beltpack's walk and its readings begin")
+      ->type_name("N")
+      ->capture_default_str();
+  command
+      ->add_option("--fault", fault_,
+                   "What goes wrong on the line: " + FaultNames() +
+                       "; with :once, :always or :N (every Nth answer) behind it")
+      ->type_name("NAME[:RULE]")
+      ->check([](const std::string& text) {
+        return sim::ParseFaultRule(text) ? std::string() : "\"" + text + "\" is no fault";
+      });
+  command
+      ->add_option("--log-commands", commandLogPath_,
+                   "Write each command that arrives to this file, with the milliseconds since the "
+                   "start")
+      ->type_name("PATH");
+  command->add_flag("--control", takesControl_,
+                    "Take \"fault NAME[:RULE]\", \"unplug\" and \"plug\" as lines from standard "
+                    "input, and end where it ends");
+}
+
+ExitCode SimulateCommand::Run() {
+  try {
+    qt::QtFileSystem fileSystem;
+    sim::BeltpackManner manner;
+    manner.seed = seed_;
+    sim::Beltpack beltpack(
+        sitePath_.empty() ? sim::DemoSite() : sim::ReadSite(fileSystem, sitePath_), manner);
+    beltpack.SetFault(sim::ParseFaultRule(fault_).value());
+    std::unique_ptr<platform::OutputFile> commandLog;
+    if (!commandLogPath_.empty()) {
+      commandLog = fileSystem.OpenForOutput(commandLogPath_);
+      beltpack.SetCommandNotification([&](std::string_view text, std::int64_t nowMs) {
+        std::string line = std::to_string(nowMs);
+        line += ' ';
+        line += text;
+        line += '\n';
+        commandLog->Write(line);
+      });
+    }
+    CatchStopSignals();
+    const Stopwatch stopwatch;
+    sim::BeltpackTerminal terminal(beltpack, linkPath_);
+    Serve(beltpack, terminal, takesControl_, stopwatch);
+  } catch (const base::Fault& fault) {
+    Complain(fault.what());
+    return ExitCode::Failed;
+  }
+  return ExitCode::Done;
+}
+
+}  // namespace kelvara::cli

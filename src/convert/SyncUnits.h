@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+
+namespace kelvara::convert {
+
+/// One length of cable in the converter's five units.
+struct SyncUnits {
+  double rfps = 0.0;        ///< RFPS phase.
+  std::int16_t aaSync = 0;  ///< AA Sync units, whole ones.
+  double metres = 0.0;      ///< Cable length.
+  double ohms = 0.0;        ///< Resistance of the loop.
+  double delay = 0.0;       ///< Delay in microseconds.
+};
+
+/// The five units from one of them, by the converter's own relations: metres = phase × 29, AA Sync
+/// units = metres / 130 rounded half to even, delay = phase × 0.09645, ohms = (metres + 1.6) ×
+/// 0.094 × 2. The 1.6 is a length, added before the resistance is computed. A number of AA Sync
+/// units outside 16 bits is an overflow fault.
+SyncUnits FromRfps(double rfps);
+/// The same; the value is rounded first and the metres are formed in 16 bits, so that AA Sync units
+/// outside -252 to 252 are an overflow fault.
+SyncUnits FromAaSync(double aaSync);
+SyncUnits FromMetres(double metres);
+SyncUnits FromOhms(double ohms);
+SyncUnits FromDelay(double delay);
+
+}  // namespace kelvara::convert

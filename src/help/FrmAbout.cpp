@@ -1,0 +1,67 @@
+#include "help/FrmAbout.h"
+
+#include <QApplication>
+#include <QFontInfo>
+#include <QGridLayout>
+#include <string>
+
+#include "help/MakerTexts.h"
+#include "help/ProgramIcon.h"
+#include "platform/ProgramTitle.h"
+#include "qt/DialogControls.h"
+#include "qt/DialogManners.h"
+#include "qt/Text.h"
+
+namespace kelvara::help {
+namespace {
+
+constexpr QSize kIconSize(64, 64);
+constexpr double kTitleScale = 1.4;
+
+/// The maker's name and address, one line each.
+std::string MakerLines() {
+  std::string lines(kMakerName);
+  for (const std::string_view line : kMakerAddress) {
+    lines += "\r\n";
+    lines += line;
+  }
+  return lines;
+}
+
+}  // namespace
+
+FrmAbout::FrmAbout(QWidget* parent) : QDialog(parent) {
+  setObjectName(QStringLiteral("FrmAbout"));
+  setWindowTitle(QStringLiteral("About ") + QString::fromLatin1(platform::kProgramTitle));
+  setModal(true);
+
+  QLabel* const picIcon = qt::NewLabel(*this, "picIcon", "");
+  // Drawn for the finest of the screens, and so sharp on each of them.
+  picIcon->setPixmap(ProgramIcon().pixmap(kIconSize, qApp->devicePixelRatio()));
+  picIcon->setAccessibleName(QStringLiteral("Program icon"));
+
+  QLabel* const lblTitle = qt::NewLabel(*this, "lblTitle", "");
+  lblTitle->setText(qt::ToQString(platform::ProgramTitleAndVersion()));
+  QFont titleFont = lblTitle->font();
+  titleFont.setPointSizeF(QFontInfo(titleFont).pointSizeF() * kTitleScale);
+  titleFont.setBold(true);
+  lblTitle->setFont(titleFont);
+
+  QLabel* const lblCopy = qt::NewLabel(*this, "LblCopy", "");
+  lblCopy->setText(qt::ToQString(MakerLines()));
+
+  QPushButton* const cmdOK = qt::NewButton(*this, "cmdOK", "&OK", "");
+  connect(cmdOK, &QPushButton::clicked, this, &QDialog::close);
+
+  auto* const layout = new QGridLayout(this);
+  layout->addWidget(picIcon, 0, 0, 2, 1, Qt::AlignTop);
+  layout->addWidget(lblTitle, 0, 1);
+  layout->addWidget(lblCopy, 1, 1);
+  layout->addWidget(cmdOK, 2, 0, 1, 2, Qt::AlignRight);
+  layout->setHorizontalSpacing(2 * layout->horizontalSpacing());
+  layout->setSizeConstraint(QLayout::SetFixedSize);
+
+  qt::LeaveEnterToTheFields(*this);
+}
+
+}  // namespace kelvara::help

@@ -1,0 +1,54 @@
+#include "help/HelpCommands.h"
+
+#include "base/Fault.h"
+#include "help/MakerTexts.h"
+#include "platform/ProgramTitle.h"
+
+namespace kelvara::help {
+namespace {
+
+constexpr std::string_view kHelpPage = "\\Help\\index.htm";
+constexpr std::string_view kHelpFailure = "Error occured while attempting to display ";
+constexpr std::string_view kWebFailure = "Could not connect to the HGC Website.";
+constexpr std::string_view kWebFailureTitle = "Halden Group Communications Website";
+
+}  // namespace
+
+std::string HelpPath(std::string_view programFolder) {
+  if (programFolder.ends_with('\\') || programFolder.ends_with('/')) {
+    programFolder.remove_suffix(1);
+  }
+  std::string path(programFolder);
+  path += kHelpPage;
+  return path;
+}
+
+void HelpCommands::mnuContents_Click(const std::string& sHelpPath) {
+  // Desktops that hand a missing page to a browser report success, so the page is looked for first.
+  if (IsThere(sHelpPath) && opener_.OpenDocument(sHelpPath)) {
+    return;
+  }
+  std::string text(kHelpFailure);
+  text += sHelpPath;
+  std::string title(platform::kProgramTitle);
+  title += " Help";
+  messageBoxes_.Show(text, title, platform::MessageIcon::Critical, platform::MessageButtons::Ok);
+}
+
+void HelpCommands::mnuOrrinWeb_Click() {
+  if (!opener_.OpenAddress(std::string(kMakerWebAddress))) {
+    messageBoxes_.Show(kWebFailure, kWebFailureTitle, platform::MessageIcon::Critical,
+                       platform::MessageButtons::Ok);
+  }
+}
+
+bool HelpCommands::IsThere(const std::string& path) const {
+  try {
+    fileSystem_.OpenForInput(path);
+    return true;
+  } catch (const base::Fault&) {
+    return false;
+  }
+}
+
+}  // namespace kelvara::help

@@ -1,0 +1,26 @@
+#include "help/ProgramIcon.h"
+
+#include <QString>
+#include <array>
+
+// The pictures lie in a static library, so they have to be asked for by name, outside any
+// namespace.
+static void LoadPictures() { Q_INIT_RESOURCE(ProgramIcon); }
+
+namespace kelvara::help {
+namespace {
+
+constexpr std::array kSizes{16, 24, 32, 48, 64, 128, 256};
+
+}  // namespace
+
+QIcon ProgramIcon() {
+  LoadPictures();
+  QIcon icon;
+  for (const int size : kSizes) {
+    icon.addFile(QStringLiteral(":/icon/kelvara-%1.png").arg(size), QSize(size, size));
+  }
+  return icon;
+}
+
+}  // namespace kelvara::help

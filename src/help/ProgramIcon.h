@@ -1,0 +1,10 @@
+#pragma once
+
+#include <QIcon>
+
+namespace kelvara::help {
+
+/// The program's icon, in sizes from 16 to 256 pixels.
+QIcon ProgramIcon();
+
+}  // namespace kelvara::help

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "platform/Timer.h"
+
+namespace kelvara::link {
+
+/// What the beltpack says on a line of its own when it disconnects.
+inline constexpr std::string_view kDisconnectedText = "24";
+
+/// How long the line stays silent before a held "24" counts as a whole line, in milliseconds.
+inline constexpr int kSilenceMilliseconds = 100;
+
+/// Cuts received text into the chunks that the link looks at: single characters, with one
+/// exception. A line that is exactly "24" comes as one chunk, so that the beltpack's goodbye is
+/// seen and a 24 inside a reading is not. Its characters are held back until the line's end, or a
+/// silence, decides.
+class ChunkSplitter {
+ public:
+  /// The timer ticks once the silence has lasted; `take` is given every chunk in turn.
+  ChunkSplitter(platform::Timer& silence, std::function<void(std::string_view)> take);
+
+  void Feed(std::string_view text);
+
+  /// Drops what is held back; the next character begins a line.
+  void Discard();
+
+ private:
+  void FeedCharacter(char character);
+  void Release();
+  void Silence_Timer();
+
+  platform::Timer& silence_;
+  std::function<void(std::string_view)> take_;
+  std::string held_;
+  bool atLineStart_ = true;
+};
+
+}  // namespace kelvara::link

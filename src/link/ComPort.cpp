@@ -1,0 +1,68 @@
+#include "link/ComPort.h"
+
+#include "base/CheckedInteger.h"
+#include "base/NumberReading.h"
+#include "base/Rounding.h"
+
+namespace kelvara::link {
+namespace {
+
+constexpr std::string_view kDefaultComPort = "1";
+constexpr std::string_view kDefaultBaudrate = "19200";
+
+}  // namespace
+
+std::int16_t ComPort::GetComPort() const {
+  return base::Round16(base::ReadWholeNumber(settings_.Read(kComPortKey, kDefaultComPort)));
+}
+
+std::int32_t ComPort::GetBaudRate() const {
+  return base::Round32(base::ReadWholeNumber(settings_.Read(kBaudrateKey, kDefaultBaudrate)));
+}
+
+void ComPort::OpenComPort(std::int16_t port) {
+  MSComm1_.SetPortNumber(port);
+  MSComm1_.SetSettings(PortSettings(base::ToInt16(GetBaudRate())));
+  MSComm1_.SetOpen(true);
+  statusBar_.SetPanel(platform::StatusPanel::Port, "COM" + std::to_string(port));
+  statusBar_.SetPanel(platform::StatusPanel::Rate, std::to_string(GetBaudRate()));
+}
+
+void ComPort::SelectPort(int entryIndex, std::string_view rateText) {
+  Close();
+  const std::int16_t port = base::ToInt16(entryIndex + 1);
+  MSComm1_.SetPortNumber(port);
+  MSComm1_.SetOpen(true);
+  TimerComPort_.SwitchOn();
+  // The rate is applied to the port once it is open.
+  const std::int32_t rate = base::Round32(base::ReadWholeNumber(rateText));
+  MSComm1_.SetSettings(PortSettings(rate));
+  settings_.Write(kComPortKey, std::to_string(port));
+  settings_.Write(kBaudrateKey, std::to_string(rate));
+}
+
+void ComPort::ShowPort() {
+  const bool open = IsOpen();
+  statusBar_.SetPanel(platform::StatusPanel::Port,
+                      open ? "COM" + std::to_string(GetComPort()) : "No Comms");
+  statusBar_.SetPanel(platform::StatusPanel::Rate, open ? std::to_string(GetBaudRate()) : "");
+}
+
+void ComPort::Close() {
+  if (IsOpen()) {
+    MSComm1_.SetOpen(false);
+  }
+}
+
+std::string PortSettings(std::int32_t rate) { return std::to_string(rate) + ",n,8,1"; }
+
+std::string CouldNotOpenText(std::int32_t port) {
+  std::string text = "Could not open COM ";
+  if (port >= 0) {
+    text += ' ';
+  }
+  text += std::to_string(port);
+  return text;
+}
+
+}  // namespace kelvara::link

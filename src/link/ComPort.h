@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "platform/ProgramSettings.h"
+#include "platform/SerialPort.h"
+#include "platform/StatusBar.h"
+#include "platform/Timer.h"
+
+namespace kelvara::link {
+
+/// The ports that the user can choose from are COM1 to this one.
+inline constexpr std::int16_t kLastComPort = 12;
+
+/// Where the port number and the rate are stored.
+inline constexpr std::string_view kComPortKey = "ComPort";
+inline constexpr std::string_view kBaudrateKey = "Baudrate";
+
+/// Which serial port is used and at what rate: stored between runs, opened at start-up, changed in
+/// the port dialog.
+class ComPort {
+ public:
+  ComPort(platform::SerialPort& MSComm1, platform::Timer& TimerComPort,
+          platform::ProgramSettings settings, platform::StatusBar& statusBar)
+      : MSComm1_(MSComm1),
+        TimerComPort_(TimerComPort),
+        settings_(settings),
+        statusBar_(statusBar) {}
+
+  /// The stored port number, 1 when nothing is stored.
+  std::int16_t GetComPort() const;
+
+  /// The stored rate in baud, 19200 when nothing is stored.
+  std::int32_t GetBaudRate() const;
+
+  /// Opens the port at start-up, at the stored rate. The rate is taken as a 16-bit integer here, so
+  /// that 38400 and 57600 are an overflow fault; a port that cannot be opened is a port fault.
+  void OpenComPort(std::int16_t port);
+
+  /// What OK does in the port dialog: closes the port, opens entry `entryIndex` + 1 at the rate
+  /// typed, switches `TimerComPort` on and stores both. A fault stops it where it is; nothing is
+  /// stored then.
+  void SelectPort(int entryIndex, std::string_view rateText);
+
+  /// Shows the stored port and rate where the port is open, else "No Comms".
+  void ShowPort();
+
+  /// Closes the port if it is open.
+  void Close();
+
+  bool IsOpen() const { return MSComm1_.IsOpen(); }
+
+ private:
+  platform::SerialPort& MSComm1_;
+  platform::Timer& TimerComPort_;
+  platform::ProgramSettings settings_;
+  platform::StatusBar& statusBar_;
+};
+
+/// The port's settings text: the rate, no parity, 8 data bits, 1 stop bit.
+std::string PortSettings(std::int32_t rate);
+
+/// What the user is told when a port cannot be opened. A non-negative number is written with a
+/// blank in front, so that two blanks stand before it.
+std::string CouldNotOpenText(std::int32_t port);
+
+}  // namespace kelvara::link

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QComboBox>
+#include <QDialog>
+#include <QGridLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <functional>
+#include <string>
+
+#include "link/ComPort.h"
+#include "platform/MessageBoxes.h"
+
+namespace kelvara::link {
+
+/// What stands behind a port number and whether it can be opened; if not, why and what to do.
+using PortDescription = std::function<std::string(int port)>;
+
+/// The port dialog: which serial port the beltpack is on, and at what rate. It is made afresh for
+/// each showing.
+class FrmComSelect : public QDialog {
+ public:
+  /// `comPort` and `messageBoxes` outlive the window.
+  FrmComSelect(ComPort& comPort, platform::MessageBoxes& messageBoxes, PortDescription describePort,
+               QWidget* parent = nullptr);
+
+  void CmdOK_Click();
+  void CmdCancel_Click();
+
+ protected:
+  void changeEvent(QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  void MakeControls();
+  void LayOut();
+  void FitToFont();
+  void Form_Load();
+  void ShowDescription();
+  void KeepRoomForDescription();
+  std::string Description(int port) const;
+  /// The number of the chosen port; 0 when none is.
+  int ChosenPort() const;
+
+  ComPort& comPort_;
+  platform::MessageBoxes& messageBoxes_;
+  PortDescription describePort_;
+  QListWidget* ComboCom_ = nullptr;
+  QComboBox* ComboBaud_ = nullptr;
+  QLabel* portLine_ = nullptr;
+  QGridLayout* grid_ = nullptr;
+  QPushButton* CmdOK_ = nullptr;
+  QPushButton* CmdCancel_ = nullptr;
+  bool wasLeft_ = false;
+};
+
+}  // namespace kelvara::link

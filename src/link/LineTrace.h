@@ -1,0 +1,38 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "platform/FileSystem.h"
+
+namespace kelvara::link {
+
+/// A trace of the line: the received bytes as they came, with the commands sent among them, each
+/// between a command mark and a command end. A received byte that is the mark stands doubled. A
+/// write that fails ends the trace and is remembered; the link goes on.
+class LineTrace {
+ public:
+  explicit LineTrace(std::unique_ptr<platform::OutputFile> file) : file_(std::move(file)) {}
+
+  void Sent(std::string_view command);
+
+  /// Text up to the last line feed reaches the file at once, the rest with what follows it.
+  void Received(std::string_view text);
+
+  /// Writes what is still waiting and closes the file.
+  void Close();
+
+  /// What went wrong, or an empty text.
+  const std::string& Failure() const { return failure_; }
+
+ private:
+  void Flush();
+
+  std::unique_ptr<platform::OutputFile> file_;
+  bool begun_ = false;
+  std::string pending_;
+  std::string failure_;
+};
+
+}  // namespace kelvara::link

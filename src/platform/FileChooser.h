@@ -1,0 +1,32 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace kelvara::platform {
+
+enum class FileChooserKind {
+  Open,           ///< A name to open; one that does not exist yet may be typed.
+  Save,           ///< A name to save to, in a folder that must exist; no overwrite question.
+  SaveConfirmed,  ///< A name to save to; asks before an existing file is chosen.
+};
+
+/// What a file chooser shows.
+struct FileChooserRequest {
+  FileChooserKind kind;
+  std::string title;
+  std::string filter;         ///< Pairs of description and pattern, each ended by "|".
+  std::string initialFolder;  ///< Empty for the desktop's own choice.
+  std::string initialName;
+};
+
+/// The desktop's file choosers.
+class FileChooser {
+ public:
+  virtual ~FileChooser() = default;
+
+  /// Shows the chooser and returns the full path chosen; nothing when the user cancels.
+  virtual std::optional<std::string> Choose(const FileChooserRequest& request) = 0;
+};
+
+}  // namespace kelvara::platform

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QString>
+#include <functional>
+#include <optional>
+
+#include "qt/IniText.h"
+
+namespace kelvara::qt {
+
+/// A settings file on the disk.
+class IniFile {
+ public:
+  explicit IniFile(const QString& path);
+
+  /// What the file holds; nothing when it is absent or cannot be read now. A broken file (no
+  /// settings text, too large, a folder, one that the user may not read) is set aside.
+  std::optional<IniText> Read() const;
+
+  /// Changes what the file holds: read, changed, on the disk and in its place when this returns. A
+  /// second program that changes it meanwhile waits. A file that cannot be changed is a file fault
+  /// and stays as it was.
+  void Change(const std::function<void(IniText&)>& change) const;
+
+ private:
+  enum class State { Absent, Good, Broken, Unreadable };
+  struct Loaded {
+    State state = State::Absent;
+    IniText text;
+  };
+
+  Loaded Load() const;
+  bool SetAside() const;
+  void Replace(const IniText& text) const;
+  [[noreturn]] void ThrowFault(const QString& reason) const;
+
+  QString path_;
+};
+
+}  // namespace kelvara::qt

@@ -1,0 +1,49 @@
+#include "qt/PortDescription.h"
+
+#include "base/Fault.h"
+#include "qt/PortProbe.h"
+
+namespace kelvara::qt {
+namespace {
+
+/// What helps where a device cannot be opened.
+std::string Advice(PortState state) {
+  switch (state) {
+    case PortState::Absent:
+      return "Plug the adapter in, or choose another port.";
+    case PortState::NotAPort:
+    case PortState::Dead:
+      return "Choose another port.";
+    case PortState::NoPermission:
+      return "Have the user added to the group, then log in again.";
+    case PortState::HeldElsewhere:
+      return "End the other program first.";
+    case PortState::Free:
+    case PortState::HeldHere:
+      break;
+  }
+  return {};
+}
+
+}  // namespace
+
+std::string DescribePort(const PortTable& ports, int port) {
+  try {
+    const std::string device = ports.DeviceOf(port);
+    const PortFinding finding = ProbePort(device);
+    std::string text = device;
+    text += ": ";
+    if (finding.state == PortState::Free) {
+      text += "ready to be opened.";
+    } else if (finding.state == PortState::HeldHere) {
+      text += "open now, in this program.";
+    } else {
+      text += finding.reason + ". " + Advice(finding.state);
+    }
+    return text;
+  } catch (const base::Fault& fault) {
+    return fault.what();
+  }
+}
+
+}  // namespace kelvara::qt

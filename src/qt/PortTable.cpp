@@ -1,0 +1,110 @@
+#include "qt/PortTable.h"
+
+#include <QFileInfo>
+#include <array>
+#include <charconv>
+
+#include "base/Fault.h"
+#include "link/ComPort.h"
+
+namespace kelvara::qt {
+namespace {
+
+#ifdef Q_OS_WIN
+
+std::string DefaultDevice(int port) { return "COM" + std::to_string(port); }
+
+std::string WholeName(const std::string& device) { return device; }
+
+#else
+
+constexpr int kPortsOfAKind = 4;
+constexpr std::array<const char*, 3> kKinds{"/dev/ttyUSB", "/dev/ttyACM", "/dev/ttyS"};
+static_assert(kPortsOfAKind * kKinds.size() == link::kLastComPort);
+
+std::string DefaultDevice(int port) {
+  const int index = port - 1;
+  return kKinds.at(static_cast<std::size_t>(index / kPortsOfAKind)) +
+         std::to_string(index % kPortsOfAKind);
+}
+
+std::string WholeName(const std::string& device) {
+  if (device.starts_with('/')) {
+    return device;
+  }
+  const QFileInfo here(QFile::decodeName(device.c_str()));
+  return here.exists() ? QFile::encodeName(here.absoluteFilePath()).toStdString()
+                       : "/dev/" + device;
+}
+
+#endif
+
+std::string_view Trimmed(std::string_view text) {
+  constexpr std::string_view kBlanks = " \t";
+  const std::size_t first = text.find_first_not_of(kBlanks);
+  if (first == std::string_view::npos) {
+    return {};
+  }
+  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+void ExpectPort(int port) {
+  if (port < 1 || port > link::kLastComPort) {
+    throw base::Fault(base::FaultKind::Port, "there is no port COM" + std::to_string(port) +
+                                                 "; the ports are COM1 to COM" +
+                                                 std::to_string(link::kLastComPort));
+  }
+}
+
+[[noreturn]] void Refuse(std::string_view text, const char* reason) {
+  std::string message = "\"";
+  message += text;
+  message += "\" is not N=DEVICE: ";
+  message += reason;
+  throw base::Fault(base::FaultKind::Port, message);
+}
+
+}  // namespace
+
+PortAssignment ReadPortAssignment(std::string_view text) {
+  const std::size_t equals = text.find('=');
+  if (equals == std::string_view::npos) {
+    Refuse(text, "it has no \"=\"");
+  }
+  const std::string_view number = Trimmed(text.substr(0, equals));
+  PortAssignment assignment;
+  const auto [end, error] =
+      std::from_chars(number.data(), number.data() + number.size(), assignment.port);
+  if (error != std::errc() || end != number.data() + number.size() || assignment.port < 1 ||
+      assignment.port > link::kLastComPort) {
+    Refuse(text, "N is a number from 1 to 12");
+  }
+  assignment.device = Trimmed(text.substr(equals + 1));
+  if (assignment.device.empty()) {
+    Refuse(text, "no device is named");
+  }
+  return assignment;
+}
+
+void PortTable::Assign(const PortAssignment& assignment) {
+  ExpectPort(assignment.port);
+  assigned_[assignment.port] = assignment.device;
+}
+
+std::string PortTable::DeviceOf(int port) const {
+  ExpectPort(port);
+  const auto assigned = assigned_.find(port);
+  if (assigned != assigned_.end()) {
+    return WholeName(assigned->second);
+  }
+#ifndef Q_OS_WIN
+  const std::string stored =
+      settings_.Read("CorvanaSync", "Ports", "COM" + std::to_string(port), "");
+  if (!stored.empty()) {
+    return WholeName(stored);
+  }
+#endif
+  return DefaultDevice(port);
+}
+
+}  // namespace kelvara::qt

@@ -1,0 +1,62 @@
+#include "qt/QtMessageBoxes.h"
+
+#include <QApplication>
+#include <QMessageBox>
+
+#include "qt/Text.h"
+
+namespace kelvara::qt {
+namespace {
+
+using platform::MessageAnswer;
+using platform::MessageButtons;
+using platform::MessageIcon;
+
+QMessageBox::Icon IconOf(MessageIcon icon) {
+  switch (icon) {
+    case MessageIcon::Critical:
+      return QMessageBox::Critical;
+    case MessageIcon::Exclamation:
+      return QMessageBox::Warning;
+    case MessageIcon::Question:
+      return QMessageBox::Question;
+  }
+  return QMessageBox::NoIcon;
+}
+
+QMessageBox::StandardButtons ButtonsOf(MessageButtons buttons) {
+  switch (buttons) {
+    case MessageButtons::Ok:
+      return QMessageBox::Ok;
+    case MessageButtons::OkCancel:
+      return QMessageBox::Ok | QMessageBox::Cancel;
+    case MessageButtons::YesNo:
+      return QMessageBox::Yes | QMessageBox::No;
+  }
+  return QMessageBox::Ok;
+}
+
+}  // namespace
+
+MessageAnswer QtMessageBoxes::Show(std::string_view text, std::string_view title, MessageIcon icon,
+                                   MessageButtons buttons) {
+  QWidget* const parent = QApplication::activeModalWidget() != nullptr
+                              ? QApplication::activeModalWidget()
+                              : QApplication::activeWindow();
+  QMessageBox box(IconOf(icon), ToQString(title), QString(), ButtonsOf(buttons), parent);
+  box.setObjectName(QStringLiteral("MsgBox"));
+  box.setTextFormat(Qt::PlainText);
+  box.setText(ToQString(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
+  switch (box.exec()) {
+    case QMessageBox::Yes:
+      return MessageAnswer::Yes;
+    case QMessageBox::No:
+      return MessageAnswer::No;
+    case QMessageBox::Ok:
+      return MessageAnswer::Ok;
+    default:
+      return buttons == MessageButtons::YesNo ? MessageAnswer::No : MessageAnswer::Cancel;
+  }
+}
+
+}  // namespace kelvara::qt

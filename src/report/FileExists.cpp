@@ -1,0 +1,19 @@
+#include "report/FileExists.h"
+
+#include "base/Fault.h"
+
+namespace kelvara::report {
+
+bool FileExists(platform::FileSystem& fileSystem, const std::string& path) {
+  if (path.empty()) {
+    return false;
+  }
+  try {
+    fileSystem.OpenForInput(path);
+    return true;
+  } catch (const base::Fault&) {
+    return false;
+  }
+}
+
+}  // namespace kelvara::report

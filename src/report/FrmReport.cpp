@@ -1,0 +1,152 @@
+#include "report/FrmReport.h"
+
+#include <QEvent>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QPointer>
+#include <QTextDocument>
+
+#include "qt/DialogControls.h"
+#include "qt/DialogManners.h"
+#include "qt/EventHandler.h"
+#include "qt/Text.h"
+
+namespace kelvara::report {
+namespace {
+
+constexpr int kFileNameCharacters = 44;
+constexpr int kNotesLines = 7;
+
+/// The text of a box of several lines as it stands, its lines parted by CR LF.
+std::string TextOf(const QPlainTextEdit& box) {
+  QString text = box.document()->toRawText();
+  for (const QChar lineEnd : {QChar(QChar::ParagraphSeparator), QChar(QChar::LineSeparator)}) {
+    text.replace(lineEnd, QStringLiteral("\r\n"));
+  }
+  return qt::ToText(text);
+}
+
+}  // namespace
+
+FrmReport::FrmReport(ReportDialog& reportDialog, platform::Beeper& beeper, QWidget* parent)
+    : QDialog(parent), reportDialog_(reportDialog), beeper_(beeper) {
+  setObjectName(QStringLiteral("FrmReport"));
+  setWindowTitle(QStringLiteral("Generate Reoprt"));
+  setModal(true);
+  MakeControls();
+  LayOut();
+  qt::HandleEvent(beeper_, [this] { Form_Load(); });
+}
+
+void FrmReport::MakeControls() {
+  TxtFileName_ =
+      qt::NewTextBox(*this, "TxtFileName", "File", "Name and path of file to be generated.");
+  CommandBrowse_ = qt::NewButton(*this, "CommandBrowse", "&Browse...", "Browse for file.");
+  TxtSite_ = qt::NewTextBox(*this, "TxtSite", "Site", "Name of customer and site location.");
+  TxtTester_ = qt::NewTextBox(*this, "TxtTester", "Tester",
+                              "Name of person carrying out the DECT Synchronisation procedure.");
+  TxtNotes_ = new QPlainTextEdit(this);
+  qt::NameControl(*TxtNotes_, "TxtNotes", "Notes", "Miscellaneous notes.");
+  TxtNotes_->setTabChangesFocus(true);
+  CheckOpenReport_ = new QCheckBox(QStringLiteral("Show Report"), this);
+  CheckOpenReport_->setObjectName(QStringLiteral("CheckOpenReport"));
+  CheckOpenReport_->setChecked(ReportFields().showReport);
+  CommandGenerate_ =
+      qt::NewButton(*this, "CommandGenerate", "&Generate Report", "Generate report.");
+  CommandCancel_ =
+      qt::NewButton(*this, "CommandCancel", "&Cancel", "Close window without generating report.");
+
+  qt::LeaveEnterToTheFields(*this);
+  for (QWidget* const box : {static_cast<QWidget*>(TxtFileName_), static_cast<QWidget*>(TxtSite_),
+                             static_cast<QWidget*>(TxtTester_), static_cast<QWidget*>(TxtNotes_)}) {
+    box->installEventFilter(this);
+  }
+  connect(CommandBrowse_, &QPushButton::clicked, this, &FrmReport::CommandBrowse_Click);
+  connect(CommandGenerate_, &QPushButton::clicked, this, &FrmReport::CommandGenerate_Click);
+  connect(CommandCancel_, &QPushButton::clicked, this, &FrmReport::CommandCancel_Click);
+}
+
+void FrmReport::LayOut() {
+  auto* const grid = new QGridLayout;
+  grid->addWidget(qt::NewLabel(*this, "Label1", "File:"), 0, 0);
+  grid->addWidget(TxtFileName_, 0, 1);
+  grid->addWidget(CommandBrowse_, 0, 2);
+  grid->addWidget(qt::NewLabel(*this, "Label2", "Site:"), 1, 0);
+  grid->addWidget(TxtSite_, 1, 1, 1, 2);
+  grid->addWidget(qt::NewLabel(*this, "Label3", "Tester:"), 2, 0);
+  grid->addWidget(TxtTester_, 2, 1, 1, 2);
+  grid->addWidget(qt::NewLabel(*this, "Label4", "Notes:"), 3, 0, Qt::AlignTop);
+  grid->addWidget(TxtNotes_, 3, 1, 1, 2);
+  grid->addWidget(CheckOpenReport_, 4, 1, 1, 2);
+  grid->setRowStretch(3, 1);
+
+  auto* const buttons = new QHBoxLayout;
+  buttons->addStretch();
+  buttons->addWidget(CommandGenerate_);
+  buttons->addWidget(CommandCancel_);
+  auto* const column = new QVBoxLayout(this);
+  column->addLayout(grid);
+  column->addLayout(buttons);
+  FitToFont();
+}
+
+void FrmReport::FitToFont() {
+  TxtFileName_->setMinimumWidth(qt::WidthOf(*TxtFileName_, kFileNameCharacters));
+  TxtNotes_->setMinimumHeight(qt::HeightOf(*TxtNotes_, kNotesLines));
+}
+
+void FrmReport::Form_Load() {
+  ReportFields fields = Fields();
+  TxtFileName_->setText(qt::ToQString(reportDialog_.Form_Load(fields)));
+  TxtSite_->setText(qt::ToQString(fields.site));
+  TxtTester_->setText(qt::ToQString(fields.tester));
+  CheckOpenReport_->setChecked(fields.showReport);
+  TxtNotes_->setPlainText(qt::ToQString(fields.notes));
+}
+
+ReportFields FrmReport::Fields() const {
+  return {qt::ToText(TxtSite_->text()), qt::ToText(TxtTester_->text()),
+          CheckOpenReport_->isChecked(), TextOf(*TxtNotes_)};
+}
+
+void FrmReport::CommandBrowse_Click() {
+  // The window may die with the program while a question is open over it.
+  const QPointer<FrmReport> self(this);
+  qt::HandleEvent(beeper_, [&] {
+    const std::optional<std::string> chosen = reportDialog_.CommandBrowse_Click();
+    if (self && chosen) {
+      TxtFileName_->setText(qt::ToQString(*chosen));
+    }
+  });
+}
+
+void FrmReport::CommandGenerate_Click() {
+  const QPointer<FrmReport> self(this);
+  qt::HandleEvent(beeper_, [&] {
+    if (reportDialog_.CommandGenerate_Click(qt::ToText(TxtFileName_->text()), Fields()) && self) {
+      accept();
+    }
+  });
+}
+
+void FrmReport::CommandCancel_Click() { reject(); }
+
+bool FrmReport::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::KeyPress && qt::IsEnter(*static_cast<QKeyEvent*>(event))) {
+    const QPointer<FrmReport> self(this);
+    CommandGenerate_Click();
+    if (!self) {
+      return true;
+    }
+  }
+  return QDialog::eventFilter(watched, event);
+}
+
+void FrmReport::changeEvent(QEvent* event) {
+  QDialog::changeEvent(event);
+  if (event->type() == QEvent::FontChange) {
+    FitToFont();
+  }
+}
+
+}  // namespace kelvara::report

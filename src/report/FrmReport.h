@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QCheckBox>
+#include <QDialog>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+
+#include "platform/Beeper.h"
+#include "report/ReportDialog.h"
+
+namespace kelvara::report {
+
+/// The report dialog: where the report goes to, its header fields, and whether to show it. It is
+/// made afresh for each showing.
+class FrmReport : public QDialog {
+ public:
+  /// `reportDialog` and `beeper` outlive the window.
+  FrmReport(ReportDialog& reportDialog, platform::Beeper& beeper, QWidget* parent = nullptr);
+
+  void CommandBrowse_Click();
+  void CommandGenerate_Click();
+  void CommandCancel_Click();
+
+ protected:
+  /// Sees the text boxes' keys first: Enter runs Generate and then does what it does in the box.
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void MakeControls();
+  void LayOut();
+  void FitToFont();
+  void Form_Load();
+  ReportFields Fields() const;
+
+  ReportDialog& reportDialog_;
+  platform::Beeper& beeper_;
+  QLineEdit* TxtFileName_ = nullptr;
+  QPushButton* CommandBrowse_ = nullptr;
+  QLineEdit* TxtSite_ = nullptr;
+  QLineEdit* TxtTester_ = nullptr;
+  QPlainTextEdit* TxtNotes_ = nullptr;
+  QCheckBox* CheckOpenReport_ = nullptr;
+  QPushButton* CommandGenerate_ = nullptr;
+  QPushButton* CommandCancel_ = nullptr;
+};
+
+}  // namespace kelvara::report

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+
+#include "platform/FileSystem.h"
+
+namespace kelvara::report {
+
+/// What the report dialog asks besides the file name.
+struct ReportFields {
+  std::string site;
+  std::string tester;
+  bool showReport = true;
+  std::string notes;  ///< Its lines are parted by CR LF.
+};
+
+/// The report dialog's fields as they are kept between runs: the file "rfields.ds" beside the
+/// program. Its lines end in CR LF: the site, the tester, the Show Report state as a number with a
+/// blank on either side, then the notes.
+class RememberedFields {
+ public:
+  RememberedFields(platform::FileSystem& fileSystem, const std::string& programFolder);
+
+  /// Reads the file into the fields. Where the file does not exist it is written from them.
+  void LoadOrCreate(ReportFields& fields);
+
+  /// Writes the file, with the blanks at either end of the notes left out. A failure ends the
+  /// writing without a word.
+  void Save(const ReportFields& fields);
+
+  const std::string& Path() const { return path_; }
+
+ private:
+  void Load(ReportFields& fields);
+
+  platform::FileSystem& fileSystem_;
+  std::string path_;
+};
+
+}  // namespace kelvara::report

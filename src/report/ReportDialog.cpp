@@ -1,0 +1,72 @@
+#include "report/ReportDialog.h"
+
+#include "base/Fault.h"
+#include "platform/DirectoryOf.h"
+#include "report/FileExists.h"
+#include "report/OpenReport.h"
+
+namespace kelvara::report {
+
+using platform::MessageAnswer;
+using platform::MessageButtons;
+using platform::MessageIcon;
+
+bool ReportDialog::HasPhaseInformation() {
+  if (model_.AaCount() != 0) {
+    return true;
+  }
+  desktop_.messageBoxes.Show("No phase information has been captured.", "Report Can't Be Generated",
+                             MessageIcon::Exclamation, MessageButtons::Ok);
+  return false;
+}
+
+std::string ReportDialog::Form_Load(ReportFields& fields) {
+  std::string fileName = lastFilenames_.GetLastReportFilename();
+  rememberedFields_.LoadOrCreate(fields);
+  return fileName;
+}
+
+std::optional<std::string> ReportDialog::CommandBrowse_Click() {
+  try {
+    // The capture's folder, not the last report's: a site's files stand together.
+    return desktop_.fileChooser.Choose({platform::FileChooserKind::Save,
+                                        "Select a file to write to",
+                                        "HTML File (*.html)|*.html|",
+                                        platform::DirectoryOf(lastFilenames_.GetLastFilename()),
+                                        {}});
+  } catch (const base::Fault&) {
+    return std::nullopt;
+  }
+}
+
+bool ReportDialog::CommandGenerate_Click(const std::string& fileName, const ReportFields& fields) {
+  if (!MayWrite(fileName) ||
+      !syncReport_.GenerateReport(fileName, fields.site, fields.tester, fields.notes)) {
+    return false;
+  }
+  lastFilenames_.SaveLastReportFilename(fileName);
+  rememberedFields_.Save(fields);
+  if (fields.showReport) {
+    OpenReport(fileName, desktop_.documentOpener, desktop_.messageBoxes);
+  }
+  return true;
+}
+
+bool ReportDialog::MayWrite(const std::string& fileName) {
+  if (FileExists(desktop_.fileSystem, fileName) &&
+      desktop_.messageBoxes.Show(fileName + " already exists.\r\n\r\nDo you want to replace it?",
+                                 "Generate Report", MessageIcon::Exclamation,
+                                 MessageButtons::YesNo) != MessageAnswer::Yes) {
+    return false;
+  }
+  if (fileName.empty()) {
+    desktop_.messageBoxes.Show(
+        "A filename must be specified\r\n"
+        "Can't generate report.",
+        "File not specified", MessageIcon::Exclamation, MessageButtons::Ok);
+    return false;
+  }
+  return true;
+}
+
+}  // namespace kelvara::report

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "platform/DocumentOpener.h"
+#include "platform/FileChooser.h"
+#include "platform/FileSystem.h"
+#include "platform/LastFilenames.h"
+#include "platform/MessageBoxes.h"
+#include "report/RememberedFields.h"
+#include "report/SyncReport.h"
+#include "sync/SyncModel.h"
+
+namespace kelvara::report {
+
+/// What the report dialog asks of the machine.
+struct ReportDesktop {
+  platform::FileSystem& fileSystem;
+  platform::FileChooser& fileChooser;
+  platform::MessageBoxes& messageBoxes;
+  platform::DocumentOpener& documentOpener;
+};
+
+/// What the report dialog does, without its window. It outlives every window shown over it.
+class ReportDialog {
+ public:
+  ReportDialog(const sync::SyncModel& model, SyncReport& syncReport, const ReportDesktop& desktop,
+               platform::LastFilenames lastFilenames, RememberedFields rememberedFields)
+      : model_(model),
+        syncReport_(syncReport),
+        desktop_(desktop),
+        lastFilenames_(lastFilenames),
+        rememberedFields_(std::move(rememberedFields)) {}
+
+  /// Whether there is anything to report on; where there is not, one message box says so and the
+  /// dialog is not to be shown.
+  bool HasPhaseInformation();
+
+  /// At the dialog's start: fills in what was remembered and returns the last report file name.
+  std::string Form_Load(ReportFields& fields);
+
+  /// Lets the user choose a file to write to; nothing on cancel. A last capture file name that
+  /// names no folder ends it before the chooser is shown.
+  std::optional<std::string> CommandBrowse_Click();
+
+  /// Asks before a file is replaced, writes the report, remembers the texts and shows the report.
+  /// True when the dialog is to close. A fault that the report leaves to its caller passes.
+  bool CommandGenerate_Click(const std::string& fileName, const ReportFields& fields);
+
+ private:
+  bool MayWrite(const std::string& fileName);
+
+  const sync::SyncModel& model_;
+  SyncReport& syncReport_;
+  ReportDesktop desktop_;
+  platform::LastFilenames lastFilenames_;
+  RememberedFields rememberedFields_;
+};
+
+}  // namespace kelvara::report

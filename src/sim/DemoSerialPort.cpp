@@ -1,0 +1,121 @@
+#include "sim/DemoSerialPort.h"
+
+#include <algorithm>
+
+#include "base/Fault.h"
+
+namespace kelvara::sim {
+namespace {
+
+constexpr std::string_view kBehindRate = ",n,8,1";
+constexpr std::string_view kDigits = "0123456789";
+
+}  // namespace
+
+DemoSerialPort::DemoSerialPort(Beltpack& beltpack, const platform::Clock& clock,
+                               platform::Timer& delivery)
+    : beltpack_(beltpack), clock_(clock), delivery_(delivery) {
+  delivery_.SetTick([this] { Deliver(); });
+}
+
+DemoSerialPort::~DemoSerialPort() {
+  delivery_.SwitchOff();
+  delivery_.SetTick({});
+}
+
+void DemoSerialPort::SetSettings(std::string_view settings) {
+  const std::size_t rateEnd = settings.find_first_not_of(kDigits);
+  if (rateEnd == 0 || rateEnd == std::string_view::npos ||
+      settings.substr(rateEnd) != kBehindRate) {
+    throw base::Fault(base::FaultKind::Port,
+                      "the port cannot take the settings \"" + std::string(settings) + "\"");
+  }
+  settings_ = settings;
+}
+
+void DemoSerialPort::SetOpen(bool open) {
+  if (open == isOpen_) {
+    return;
+  }
+  if (!open) {
+    isOpen_ = false;
+    isBreak_ = false;
+    delivery_.SwitchOff();
+    arrived_.clear();
+    input_.clear();
+    return;
+  }
+  if (!beltpack_.IsPresent(clock_.TickCount())) {
+    throw base::Fault(base::FaultKind::Port, "the simulated beltpack is unplugged");
+  }
+  // What was said while nobody listened is gone.
+  beltpack_.TakeOutput(clock_.TickCount());
+  isDeviceGone_ = false;
+  isOpen_ = true;
+  delivery_.SwitchOn();
+}
+
+void DemoSerialPort::DiscardInput() {
+  if (isOpen_) {
+    CollectDue();
+  }
+  arrived_.clear();
+  input_.clear();
+}
+
+std::string DemoSerialPort::Input(std::size_t most) {
+  std::string taken = input_.substr(0, most);
+  input_.erase(0, taken.size());
+  return taken;
+}
+
+void DemoSerialPort::Output(std::string_view text) {
+  if (!isOpen_) {
+    return;
+  }
+  CollectDue();
+  if (!isDeviceGone_) {
+    beltpack_.Receive(text, clock_.TickCount());
+  }
+}
+
+void DemoSerialPort::RestoreDevice() {
+  if (isDeviceGone_ && beltpack_.IsPresent(clock_.TickCount())) {
+    beltpack_.TakeOutput(clock_.TickCount());
+    isDeviceGone_ = false;
+  }
+}
+
+void DemoSerialPort::CollectDue() {
+  if (!beltpack_.IsPresent(clock_.TickCount())) {
+    isDeviceGone_ = true;
+  }
+  if (!isDeviceGone_) {
+    arrived_ += beltpack_.TakeOutput(clock_.TickCount());
+  }
+}
+
+void DemoSerialPort::Deliver() {
+  if (!isOpen_) {
+    return;
+  }
+  CollectDue();
+  // In pieces that fit: bytes that came one by one do not overflow the buffer of a program that
+  // reads them, however late this tick is. The program may close the port, or let another tick in,
+  // while it reads.
+  while (isOpen_ && !arrived_.empty()) {
+    const std::size_t room = kInputBufferBytes - input_.size();
+    if (room == 0) {
+      arrived_.clear();
+      return;
+    }
+    input_ += arrived_.substr(0, room);
+    arrived_.erase(0, std::min(room, arrived_.size()));
+    const auto notification = notification_;
+    if (notification) {
+      notification();
+    }
+  }
+}
+
+}  // namespace kelvara::sim

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "platform/Clock.h"
+#include "platform/SerialPort.h"
+#include "platform/Timer.h"
+#include "sim/Beltpack.h"
+
+namespace kelvara::sim {
+
+/// How many received characters wait at most. More are lost, the newest first.
+inline constexpr std::size_t kInputBufferBytes = 1024;
+
+/// How often the delivery timer should tick, in milliseconds.
+inline constexpr int kDeliveryMilliseconds = 10;
+
+/// A serial port with a simulated beltpack behind it, whatever its number. It behaves as a real one
+/// does when the device vanishes: nothing goes either way until `RestoreDevice` finds it back.
+class DemoSerialPort : public platform::SerialPort {
+ public:
+  /// The timer drives the delivery: at each tick, what is due by the clock's tick count becomes
+  /// waiting input. It is switched on and off with the port.
+  DemoSerialPort(Beltpack& beltpack, const platform::Clock& clock, platform::Timer& delivery);
+  ~DemoSerialPort() override;
+  DemoSerialPort(const DemoSerialPort&) = delete;
+  DemoSerialPort& operator=(const DemoSerialPort&) = delete;
+
+  void SetPortNumber(std::int16_t portNumber) override { portNumber_ = portNumber; }
+  std::int16_t PortNumber() const override { return portNumber_; }
+
+  /// Any rate is taken; without a rate, or without ",n,8,1" behind it, it is a port fault.
+  void SetSettings(std::string_view settings) override;
+  std::string Settings() const override { return settings_; }
+
+  /// Opening is a port fault while the beltpack is away.
+  void SetOpen(bool open) override;
+  bool IsOpen() const override { return isOpen_; }
+  void SetBreak(bool asserted) override { isBreak_ = asserted; }
+  bool IsBreak() const override { return isBreak_; }
+  std::size_t InputCount() const override { return input_.size(); }
+  void DiscardInput() override;
+  std::string Input(std::size_t most) override;
+  void Output(std::string_view text) override;
+
+  /// The beltpack takes everything at once: there is never anything to drop.
+  void DiscardOutput() override {}
+  void RestoreDevice() override;
+  void SetReceiveNotification(std::function<void()> notification) override {
+    notification_ = std::move(notification);
+  }
+
+ private:
+  void Deliver();
+  void CollectDue();
+
+  Beltpack& beltpack_;
+  const platform::Clock& clock_;
+  platform::Timer& delivery_;
+  std::function<void()> notification_;
+  std::int16_t portNumber_ = 1;
+  std::string settings_ = "19200,n,8,1";
+  bool isOpen_ = false;
+  bool isBreak_ = false;
+  bool isDeviceGone_ = false;
+  /// What has come down the line, and what of it waits to be read.
+  std::string arrived_;
+  std::string input_;
+};
+
+}  // namespace kelvara::sim

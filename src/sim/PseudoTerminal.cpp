@@ -1,0 +1,123 @@
+#include "sim/PseudoTerminal.h"
+
+#include <fcntl.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
+
+#include "base/Fault.h"
+
+namespace kelvara::sim {
+namespace {
+
+[[noreturn]] void ThrowPortFault(const std::string& attempt, int error) {
+  throw base::Fault(base::FaultKind::Port, "cannot " + attempt + " a pseudo-terminal: " +
+                                               std::generic_category().message(error));
+}
+
+void CloseEnd(int& end) {
+  if (end >= 0) {
+    close(end);
+    end = -1;
+  }
+}
+
+}  // namespace
+
+void PseudoTerminal::Open() {
+  if (IsOpen()) {
+    return;
+  }
+  try {
+    OpenEnds();
+    if (!linkPath_.empty()) {
+      MakeLink();
+    }
+  } catch (const base::Fault&) {
+    Close();
+    throw;
+  }
+}
+
+void PseudoTerminal::Close() {
+  RemoveLink();
+  CloseEnd(far_);
+  CloseEnd(near_);
+  deviceName_.clear();
+}
+
+std::string PseudoTerminal::Read() {
+  std::array<char, 4096> piece{};
+  const ssize_t got = IsOpen() ? read(near_, piece.data(), piece.size()) : 0;
+  return got > 0 ? std::string(piece.data(), static_cast<std::size_t>(got)) : std::string();
+}
+
+void PseudoTerminal::Write(std::string_view bytes) {
+  while (IsOpen() && !bytes.empty()) {
+    const ssize_t written = write(near_, bytes.data(), bytes.size());
+    if (written > 0) {
+      bytes.remove_prefix(static_cast<std::size_t>(written));
+    } else if (written == 0 || errno != EINTR) {
+      break;
+    }
+  }
+}
+
+void PseudoTerminal::OpenEnds() {
+  near_ = posix_openpt(O_RDWR | O_NOCTTY);
+  if (near_ < 0 || grantpt(near_) != 0 || unlockpt(near_) != 0) {
+    ThrowPortFault("open", errno);
+  }
+  if (fcntl(near_, F_SETFL, O_NONBLOCK) != 0 || fcntl(near_, F_SETFD, FD_CLOEXEC) != 0) {
+    ThrowPortFault("set up", errno);
+  }
+  const char* const name = ptsname(near_);
+  if (name == nullptr) {
+    ThrowPortFault("name", errno);
+  }
+  deviceName_ = name;
+  far_ = open(name, O_RDWR | O_NOCTTY | O_CLOEXEC);
+  termios settings{};
+  if (far_ < 0 || tcgetattr(far_, &settings) != 0) {
+    ThrowPortFault("open", errno);
+  }
+  cfmakeraw(&settings);
+  cfsetspeed(&settings, B19200);
+  if (tcsetattr(far_, TCSANOW, &settings) != 0) {
+    ThrowPortFault("set up", errno);
+  }
+}
+
+void PseudoTerminal::MakeLink() {
+  std::error_code error;
+  if (std::filesystem::is_symlink(std::filesystem::symlink_status(linkPath_, error))) {
+    std::filesystem::remove(linkPath_, error);
+  }
+  // Fails where something still stands at the path.
+  std::filesystem::create_symlink(deviceName_, linkPath_, error);
+  if (error) {
+    throw base::Fault(base::FaultKind::File,
+                      "cannot make the link \"" + linkPath_ + "\": " + error.message());
+  }
+  hasLink_ = true;
+}
+
+void PseudoTerminal::RemoveLink() {
+  if (hasLink_ && IsLinkOurs()) {
+    std::error_code ignored;
+    std::filesystem::remove(linkPath_, ignored);
+  }
+  hasLink_ = false;
+}
+
+bool PseudoTerminal::IsLinkOurs() const {
+  std::error_code error;
+  return std::filesystem::read_symlink(linkPath_, error) == deviceName_;
+}
+
+}  // namespace kelvara::sim

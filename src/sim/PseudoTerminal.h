@@ -1,0 +1,59 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace kelvara::sim {
+
+/// A pseudo-terminal that other programs open as a serial port: its near end is read and written
+/// here, its far end is a device with a name, and with a symbolic link to it if one is asked for.
+/// The far end neither echoes nor changes anything.
+class PseudoTerminal {
+ public:
+  /// Opens nothing yet. An empty path means no link.
+  explicit PseudoTerminal(std::string linkPath = {}) : linkPath_(std::move(linkPath)) {}
+  ~PseudoTerminal() { Close(); }
+  PseudoTerminal(const PseudoTerminal&) = delete;
+  PseudoTerminal& operator=(const PseudoTerminal&) = delete;
+
+  /// Makes the device appear, and the link; one that is open stays as it is. A terminal that the
+  /// system refuses is a port fault. An older symbolic link at the link's path is replaced;
+  /// anything else that stands there is left alone and is a file fault, as is a link that cannot be
+  /// made.
+  void Open();
+
+  /// Makes link and device vanish, as if the cable was pulled: who has the device open sees it hang
+  /// up.
+  void Close();
+
+  bool IsOpen() const { return near_ >= 0; }
+
+  /// The device's name; empty while closed.
+  const std::string& DeviceName() const { return deviceName_; }
+
+  /// The near end, to wait for input with; -1 while closed.
+  int Descriptor() const { return near_; }
+
+  /// Bytes that have been written to the device, up to a few thousand at a time; none when there
+  /// are none. Never waits.
+  std::string Read();
+
+  /// Writes what the device has room for and never waits; what it has no room for is lost, as on a
+  /// line whose end nobody reads.
+  void Write(std::string_view bytes);
+
+ private:
+  void OpenEnds();
+  void MakeLink();
+  void RemoveLink();
+  bool IsLinkOurs() const;
+
+  std::string linkPath_;
+  std::string deviceName_;
+  int near_ = -1;
+  /// Held so that the near end sees no hang-up while no other program has the device open.
+  int far_ = -1;
+  bool hasLink_ = false;
+};
+
+}  // namespace kelvara::sim

@@ -1,0 +1,55 @@
+#include "sync/SyncModel.h"
+
+#include <algorithm>
+
+#include "base/CheckedInteger.h"
+
+namespace kelvara::sync {
+
+using base::At;
+
+void SyncModel::Clear() {
+  aaCount_ = 0;
+  reportCount_ = 0;
+  ++clearCount_;
+  aaRpn_.fill(0);
+  aaFps_.fill(0);
+  aaFpn_.fill(0);
+  for (auto& row : cells_) {
+    row.fill(PhaseCell());
+  }
+}
+
+std::int16_t SyncModel::FindOrAddAa(std::int16_t rpn, std::int16_t fps, std::int16_t fpn) {
+  for (std::int16_t index = 0; index < aaCount_; ++index) {
+    if (At(aaRpn_, index) == rpn) {
+      return index;
+    }
+  }
+  // The count goes up before the table is asked for its place, and stays up when there is none.
+  const std::int16_t added = aaCount_++;
+  At(aaRpn_, added) = rpn;
+  At(aaFps_, added) = fps;
+  At(aaFpn_, added) = fpn;
+  return added;
+}
+
+void SyncModel::AddPhase(std::int16_t from, std::int16_t to, std::int16_t phase) {
+  PhaseCell& cell = At(At(cells_, from), to);
+  cell.Sum = base::Add32(cell.Sum, phase);
+  cell.Count = base::Add32(cell.Count, 1);
+  cell.Max = std::max(cell.Max, phase);
+  cell.Min = std::min(cell.Min, phase);
+}
+
+void SyncModel::CountReport() { reportCount_ = base::Add32(reportCount_, 1); }
+
+std::int16_t SyncModel::AaRpn(int index) const { return At(aaRpn_, index); }
+
+std::int16_t SyncModel::AaFps(int index) const { return At(aaFps_, index); }
+
+std::int16_t SyncModel::AaFpn(int index) const { return At(aaFpn_, index); }
+
+const PhaseCell& SyncModel::Cell(int from, int to) const { return At(At(cells_, from), to); }
+
+}  // namespace kelvara::sync

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+namespace kelvara::sync {
+
+/// The most antennas that the model holds.
+inline constexpr std::size_t kMaxAas = 51;
+
+/// What has been heard of one antenna while synchronised to another, in RFPS units. With `Count` 0
+/// there is no data and `Max` and `Min` hold their cleared values.
+struct PhaseCell {
+  static constexpr std::int16_t kClearedMax = -32767;
+  static constexpr std::int16_t kClearedMin = 32767;
+
+  std::int32_t Sum = 0;
+  std::int32_t Count = 0;
+  std::int16_t Max = kClearedMax;
+  std::int16_t Min = kClearedMin;
+};
+
+/// Everything learned from RFPS reports since the last clear: the antennas in order of first
+/// appearance, and for every ordered pair of them the phase of one as heard while synchronised to
+/// the other. Tables are read with checked indices: one outside 0 to 50 is a subscript fault.
+class SyncModel {
+ public:
+  /// Empties the model.
+  void Clear();
+
+  /// The index of the antenna with this RPN, which is added if it is new. Only the RPN is compared:
+  /// a known antenna keeps the FPS and FPN it was first entered with. The 52nd antenna is a
+  /// subscript fault, and the count stays at 52 from then on.
+  std::int16_t FindOrAddAa(std::int16_t rpn, std::int16_t fps, std::int16_t fpn);
+
+  /// Adds one mean phase to the cell (from, to).
+  void AddPhase(std::int16_t from, std::int16_t to, std::int16_t phase);
+
+  /// Counts one processed report.
+  void CountReport();
+
+  /// 0 to 51, and 52 once a 52nd antenna has been refused.
+  std::int16_t AaCount() const { return aaCount_; }
+  std::int16_t AaRpn(int index) const;
+  std::int16_t AaFps(int index) const;
+  std::int16_t AaFpn(int index) const;
+
+  /// The cell of the antenna `to` as heard while synchronised to the antenna `from`.
+  const PhaseCell& Cell(int from, int to) const;
+
+  /// Reports processed since the last clear.
+  std::int32_t ReportCount() const { return reportCount_; }
+
+  /// How often the model has been cleared, so that a loop that let events run can tell that what it
+  /// was showing is gone.
+  std::uint64_t ClearCount() const { return clearCount_; }
+
+ private:
+  using AaTable = std::array<std::int16_t, kMaxAas>;
+
+  std::int16_t aaCount_ = 0;
+  std::int32_t reportCount_ = 0;
+  std::uint64_t clearCount_ = 0;
+  AaTable aaRpn_{};
+  AaTable aaFps_{};
+  AaTable aaFpn_{};
+  std::array<std::array<PhaseCell, kMaxAas>, kMaxAas> cells_{};
+};
+
+}  // namespace kelvara::sync

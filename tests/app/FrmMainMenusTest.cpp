@@ -1,0 +1,286 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QTest>
+
+#include "FrmMainRig.h"
+
+namespace kelvara::test {
+namespace {
+
+/// The menus as the user meets them, an entry a line, indented by depth.
+std::string MenuText(const QList<QAction*>& actions, const std::string& indent) {
+  std::string text;
+  for (QAction* const action : actions) {
+    const QMenu* const menu = action->menu();
+    const QString name = menu != nullptr ? menu->objectName() : action->objectName();
+    text += indent;
+    text += action->isSeparator() ? "-" : name.toStdString() + " " + action->text().toStdString();
+    text += action->isChecked() ? " (checked)" : "";
+    text += action->isEnabled() ? "" : " (disabled)";
+    text += action->isVisible() ? "" : " (hidden)";
+    text += "\n";
+    if (menu != nullptr) {
+      text += MenuText(menu->actions(), indent + "  ");
+    }
+  }
+  return text;
+}
+
+TEST(Menus, HaveTheirEntriesCaptionsAndFirstStates) {
+  const FrmMainRig rig;
+  EXPECT_EQ(MenuText(rig.window.menuBar()->actions(), ""),
+            "mnuFile &File\n"
+            "  mnuComPort &Select COM Port...\n"
+            "  -\n"
+            "  mnuClearGrid &Clear Sync Grid && Results\n"
+            "  mnuForceSearch &Clear && Force Beltpack Search\n"
+            "  mnuClearLog Clear Sync Data &Log\n"
+            "  -\n"
+            "  mnuExit &Exit\n"
+            "mnuOptions &Options\n"
+            "  mnuDisplayLog Display &Log\n"
+            "    mnuDisplayLogOn &On\n"
+            "    mnuDisplayLogOff O&ff (checked)\n"
+            "  mnuDispFormat Display &Format\n"
+            "    mnuDispRFPS &RFPS Units (checked)\n"
+            "    mnuDispSync &AA Sync Units\n"
+            "    mnuDispMetres &Metres\n"
+            "  mnuRpnFormat RPN Display &Base\n"
+            "    mnuRpnDecimal &Decimal (checked)\n"
+            "    mnuRpnHex &Hex\n"
+            "  mnuDisplayFps Display FP&S\n"
+            "    mnuFpsOn &On (checked)\n"
+            "    mnuFpsOff O&ff\n"
+            "  mnuViewDebug View Debug\n"
+            "    mnuViewDebugOn &On\n"
+            "    mnuViewDebugOff O&ff (checked)\n"
+            "mnuTools &Tools\n"
+            "  mnuCaptureData &Log Data To File (disabled) (hidden)\n"
+            "    mnuCaptureStop &Stop\n"
+            "    mnuCapturePause &Pause\n"
+            "    mnuCaptureResume &Resume\n"
+            "  mnuCaptureDataStart &Log Data To File...\n"
+            "  mnuGenReport &Generate AA Cable Length Report...\n"
+            "  -\n"
+            "  mnuConvertor &Converter\n"
+            "mnuHelp &Help\n"
+            "  mnuContents &Help\n"
+            "  -\n"
+            "  mnuOrrinWeb &Halden Group Comms Website\n"
+            "  -\n"
+            "  mnuAbout &About Kelvara...\n");
+}
+
+TEST(OptionMenus, CheckJustTheirEntryStoreItAndWaitForTheNextRedraw) {
+  FrmMainRig rig;
+  rig.Open();
+  rig.TakeReport();
+  rig.window.UpdateSyncGrid();
+  EXPECT_EQ(rig.Cell(0, 2), "06");
+  EXPECT_EQ(rig.Cell(1, 2), "7");
+  rig.Choose("mnuDispMetres");
+  rig.Choose("mnuRpnHex");
+  rig.Choose("mnuFpsOn");
+  EXPECT_TRUE(rig.Entry("mnuDispMetres").isChecked());
+  EXPECT_FALSE(rig.Entry("mnuDispRFPS").isChecked());
+  EXPECT_EQ(rig.store.Value("RFPSUnits"), "2");
+  EXPECT_EQ(rig.store.Value("RPNUnits"), "1");
+  EXPECT_EQ(rig.store.Value("FPSDisplay"), "True");
+  EXPECT_EQ(rig.Cell(1, 2), "7") << "until the next redraw";
+  rig.window.UpdateSyncGrid();
+  EXPECT_EQ(rig.Cell(1, 2), "260");
+  EXPECT_EQ(rig.Cell(0, 2), "06[4]");
+}
+
+TEST(OptionMenus, ChoosingTheCheckedEntryAgainLeavesItChecked) {
+  FrmMainRig rig;
+  rig.Open();
+  rig.Choose("mnuDispRFPS");
+  EXPECT_TRUE(rig.Entry("mnuDispRFPS").isChecked());
+}
+
+TEST(DisplayLog, OffAndOnAgainShowsAnEmptyBox) {
+  FrmMainRig rig;
+  rig.Open();
+  rig.window.PrintLogEntry("unseen");
+  rig.Choose("mnuDisplayLogOn");
+  EXPECT_TRUE(rig.TextLog().isVisible());
+  EXPECT_EQ(rig.TextLog().toPlainText(), "") << "text logged while it was hidden is not kept";
+  rig.window.PrintLogEntry("seen");
+  EXPECT_EQ(rig.TextLog().toPlainText(), "second1728043200, seen\n");
+  rig.Choose("mnuDisplayLogOff");
+  EXPECT_FALSE(rig.TextLog().isVisible());
+  EXPECT_FALSE(rig.Entry("mnuClearLog").isEnabled());
+  rig.Choose("mnuDisplayLogOn");
+  EXPECT_EQ(rig.TextLog().toPlainText(), "");
+  EXPECT_TRUE(rig.Entry("mnuClearLog").isEnabled());
+}
+
+TEST(ClearLog, EmptiesTheLogBox) {
+  FrmMainRig rig;
+  rig.store.SetValue("DisplayLog", "True");
+  rig.Open();
+  rig.window.logBox("text");
+  rig.Choose("mnuClearLog");
+  EXPECT_EQ(rig.TextLog().toPlainText(), "");
+}
+
+TEST(ClearGrid, IsThereOnceTheBeltpackIsHeard) {
+  FrmMainRig rig;
+  rig.Open();
+  EXPECT_FALSE(rig.Entry("mnuClearGrid").isEnabled());
+  EXPECT_FALSE(rig.Entry("mnuForceSearch").isEnabled());
+  rig.port.Receive("B");
+  EXPECT_TRUE(rig.Entry("mnuClearGrid").isEnabled());
+  EXPECT_EQ(rig.Panel(1), "Beltpack Connected...");
+  rig.TakeReport();
+  rig.window.UpdateSyncGrid();
+  rig.Choose("mnuClearGrid");
+  EXPECT_EQ(rig.Grid().model()->rowCount(), 1);
+  EXPECT_FALSE(rig.Entry("mnuClearGrid").isEnabled());
+  EXPECT_FALSE(rig.Entry("mnuForceSearch").isEnabled());
+}
+
+TEST(ForceSearch, SearchesWithClearedResults) {
+  FrmMainRig rig;
+  rig.Open();
+  rig.port.Receive("B");
+  rig.TakeReport();
+  rig.Choose("mnuForceSearch");
+  EXPECT_EQ(rig.Panel(1), "Attempting To Connect To Beltpack...");
+  EXPECT_EQ(rig.Panel(3), "Reports: 0");
+  EXPECT_TRUE(Find<QTimer>(rig.window, "TimerComPort").isActive());
+}
+
+TEST(ViewDebug, MirrorsWhetherTheWindowIsOpen) {
+  FrmMainRig rig;
+  rig.Open();
+  auto& debug = Find<QWidget>(rig.window, "FrmDebug");
+  rig.Choose("mnuViewDebugOn");
+  EXPECT_TRUE(debug.isVisible());
+  EXPECT_TRUE(rig.Entry("mnuViewDebugOn").isChecked());
+  rig.Tick("RfpsTimer");
+  EXPECT_EQ(Find<QLineEdit>(debug, "TxtLastTxMsg").text(), "rfps");
+  debug.close();
+  EXPECT_FALSE(rig.Entry("mnuViewDebugOn").isChecked());
+  EXPECT_TRUE(rig.Entry("mnuViewDebugOff").isChecked());
+  rig.Choose("mnuViewDebugOn");
+  rig.Choose("mnuViewDebugOff");
+  EXPECT_FALSE(debug.isVisible());
+  EXPECT_TRUE(rig.Entry("mnuViewDebugOff").isChecked());
+  EXPECT_TRUE(rig.store.values.empty()) << "the option is not stored";
+}
+
+TEST(CaptureMenus, FollowTheStateOfTheCapture) {
+  FrmMainRig rig;
+  rig.Open();
+  const auto states = [&] {
+    const auto state = [&](const char* name) {
+      const QAction& entry = rig.Entry(name);
+      return entry.isEnabled() ? "1" : "0";
+    };
+    const QMenu& submenu = Find<QMenu>(rig.window, "mnuCaptureData");
+    return std::string(rig.Entry("mnuCaptureDataStart").isVisible() ? "start" : "") +
+           (submenu.menuAction()->isVisible() ? "submenu " : " ") + state("mnuCaptureStop") +
+           state("mnuCapturePause") + state("mnuCaptureResume") + " " + rig.Panel(2);
+  };
+  EXPECT_EQ(states().substr(0, 6), "start ");
+  const WhenShown dialog("FrmCapture", [](QWidget& shown) {
+    Fill(Find<QLineEdit>(shown, "TxtFileName"), "/log.txt");
+    Click(Find<QPushButton>(shown, "StartButton"));
+  });
+  rig.Choose("mnuCaptureDataStart");
+  EXPECT_EQ(states(), "submenu 110 Logging...");
+  rig.Choose("mnuCapturePause");
+  EXPECT_EQ(states(), "submenu 101 Logging Paused...");
+  rig.Choose("mnuCaptureResume");
+  EXPECT_EQ(states(), "submenu 110 Logging...");
+  rig.Choose("mnuCaptureStop");
+  EXPECT_EQ(states().substr(0, 6), "start ");
+  EXPECT_EQ(rig.Panel(2), "");
+  EXPECT_EQ(rig.files.files["/log.txt"],
+            "second1728043200, Log To File Started\r\n"
+            "second1728043200, Log To File Stopped Paused\r\n"
+            "second1728043200, Log To File Resumed\r\n"
+            "second1728043200, Log To File Stopped\r\n");
+}
+
+TEST(CaptureMenus, AStopThatCannotBeWrittenBeepsOnce) {
+  FrmMainRig rig;
+  rig.Open();
+  ASSERT_TRUE(rig.window.StartLoggingToFile("/log.txt"));
+  rig.files.writesLeft = 0;
+  rig.Choose("mnuCaptureStop");
+  EXPECT_EQ(rig.beeper.count, 1);
+}
+
+TEST(GenReport, WithoutAntennasIsRefusedInABox) {
+  FrmMainRig rig;
+  rig.Open();
+  BoxAnswer box(QMessageBox::Ok);
+  rig.Choose("mnuGenReport");
+  EXPECT_EQ(box.text, "No phase information has been captured.");
+  EXPECT_EQ(box.title, "Report Can't Be Generated");
+  EXPECT_EQ(box.icon, QMessageBox::Warning);
+}
+
+TEST(Help, IsOpenedByTheMenuAndByF1Anywhere) {
+  FrmMainRig rig;
+  rig.files.files["/program\\Help\\index.htm"] = "page";
+  rig.store.SetValue("DisplayLog", "True");
+  rig.Open();
+  rig.Choose("mnuContents");
+  rig.Grid().setFocus();
+  Press(rig.window, Qt::Key_F1);
+  rig.TextLog().setFocus();
+  Press(rig.window, Qt::Key_F1);
+  EXPECT_EQ(rig.opener.documents, std::vector<std::string>(3, "/program\\Help\\index.htm"));
+}
+
+TEST(Help, ThatIsMissingIsToldWithItsPath) {
+  FrmMainRig rig;
+  rig.Open();
+  BoxAnswer box(QMessageBox::Ok);
+  rig.Choose("mnuContents");
+  EXPECT_EQ(box.text, "Error occured while attempting to display /program\\Help\\index.htm");
+  EXPECT_EQ(box.title, "Kelvara Help");
+}
+
+TEST(Converter, OpensFreshAndStaysOpenBesideTheMainWindow) {
+  FrmMainRig rig;
+  rig.Open();
+  rig.Choose("mnuConvertor");
+  auto& converter = Find<QWidget>(rig.window, "FrmConvert");
+  EXPECT_TRUE(converter.isVisible());
+  EXPECT_FALSE(converter.isModal());
+  rig.TakeReport();
+  EXPECT_EQ(rig.Panel(3), "Reports: 1");
+}
+
+TEST(GridMenu, ExportsTheResultsAndCopiesTheGrid) {
+  FrmMainRig rig;
+  rig.Open();
+  rig.TakeReport();
+  rig.window.UpdateSyncGrid();
+  ChooserUser chooser("results.csv");
+  Find<QAction>(rig.Grid(), "mnuExportResults").trigger();
+  EXPECT_EQ(chooser.title, "Select a file to write to");
+  ASSERT_EQ(rig.files.files.size(), 1U);
+  EXPECT_NE(rig.files.files.begin()->second.find(",AA.01,AA.06,AA.02\r\n"), std::string::npos);
+  Find<QAction>(rig.Grid(), "mnuCopyGrid").trigger();
+  EXPECT_EQ(QApplication::clipboard()->text(),
+            "RPN\t01\t06\t02\n01\t\t7\t-11\n06\t\t\t\n02\t\t\t\n");
+  QApplication::clipboard()->clear();
+  rig.Grid().setFocus();
+  Press(rig.window, Qt::Key_C, Qt::ControlModifier);
+  EXPECT_TRUE(QApplication::clipboard()->text().startsWith("RPN\t01"));
+}
+
+}  // namespace
+}  // namespace kelvara::test

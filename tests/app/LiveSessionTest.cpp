@@ -1,0 +1,195 @@
+#include "app/LiveSession.h"
+
+#include <gtest/gtest.h>
+
+#include "base/Fault.h"
+#include "platform/MemoryGrid.h"
+#include "platform/MemoryMenuBar.h"
+#include "report/CableLengths.h"
+#include "sim/DemoSerialPort.h"
+#include "sim/Site.h"
+#include "support/DesktopDoubles.h"
+#include "support/Doubles.h"
+#include "support/LinkRig.h"
+#include "support/VirtualTime.h"
+
+namespace kelvara::test {
+namespace {
+
+using platform::MenuEntry;
+using platform::StatusPanel;
+
+/// A whole live session in virtual time, with the built-in beltpack on the line.
+struct LiveRig {
+  void Start() {
+    live.Port().OpenComPort(1);
+    live.StartLink();
+  }
+
+  ManualClock clock;
+  VirtualTime time{clock};
+  VirtualTime::Timer rfpsTimer{time, link::kRfpsTimerMilliseconds};
+  VirtualTime::Timer timerComPort{time, link::kTimerComPortMilliseconds};
+  VirtualTime::Timer silenceTimer{time, link::kSilenceMilliseconds};
+  VirtualTime::Timer delivery{time, 50};
+  sim::Beltpack beltpack{sim::DemoSite()};
+  sim::DemoSerialPort port{beltpack, clock, delivery};
+  PlainDateFormat dateFormat;
+  MemoryFileSystem files;
+  CountingBeeper beeper;
+  OpenQuestions boxes;
+  ScriptedEventPump events;
+  platform::MemoryGrid grid;
+  RecordingStatusBar statusBar;
+  RecordingLogBox logBox;
+  platform::MemoryMenuBar menuBar;
+  MemorySettingsStore store;
+  RecordingDebugView debugView;
+  app::LiveSession live{{clock, dateFormat, files, beeper, boxes, events},
+                        {grid, statusBar, logBox, menuBar},
+                        {port, rfpsTimer, timerComPort, silenceTimer, store, debugView}};
+};
+
+TEST(StartLink, SearchesWithClearedResultsAndAppliesTheStoredOptions) {
+  LiveRig rig;
+  rig.store.SetValue("RFPSUnits", "2");
+  rig.Start();
+  EXPECT_TRUE(rig.rfpsTimer.IsOn());
+  EXPECT_TRUE(rig.timerComPort.IsOn());
+  EXPECT_EQ(rig.statusBar.panels[StatusPanel::Link], "Attempting To Connect To Beltpack...");
+  EXPECT_EQ(rig.statusBar.panels[StatusPanel::Reports], "Reports: 0");
+  EXPECT_TRUE(rig.menuBar.IsChecked(MenuEntry::mnuDispMetres));
+  EXPECT_FALSE(rig.menuBar.IsEnabled(MenuEntry::mnuClearGrid));
+  EXPECT_EQ(rig.grid.Text(0, 0), "RPN");
+}
+
+TEST(StartLink, ClearsTheLoggingFlagOfARunningCaptureWhichPauseAndResumeRevive) {
+  LiveRig rig;
+  rig.Start();
+  capture::DataCapture& capture = rig.live.Results().Capture();
+  ASSERT_TRUE(capture.StartLoggingToFile("log"));
+  rig.live.StartLink();
+  EXPECT_FALSE(capture.IsLoggingActive());
+  const std::string before = rig.files.files["log"];
+  capture.PrintLogEntry("unseen");
+  EXPECT_EQ(rig.files.files["log"], before);
+  capture.PauseLoggingToFile();
+  capture.ResumeLoggingToFile();
+  capture.PrintLogEntry("seen");
+  EXPECT_NE(rig.files.files["log"].find("seen"), std::string::npos);
+  capture.StopLoggingToFile();
+  EXPECT_EQ(rig.files.openFiles, 0);
+}
+
+TEST(LiveSession, FillsTheGridFromTheBeltpack) {
+  LiveRig rig;
+  rig.Start();
+  rig.time.Pass(600 * 1000);
+  EXPECT_EQ(rig.statusBar.panels[StatusPanel::Link], "Beltpack Connected...");
+  EXPECT_EQ(rig.live.Results().Model().AaCount(), 12);
+  // Seven of nine ticks ask for a report.
+  EXPECT_GE(rig.live.Results().Model().ReportCount(), 150);
+  EXPECT_EQ(rig.grid.Rows(), 13);
+  EXPECT_TRUE(rig.menuBar.IsEnabled(MenuEntry::mnuForceSearch));
+}
+
+TEST(LiveSession, TheClearCommandEmptiesModelAndGrid) {
+  LiveRig rig;
+  rig.Start();
+  rig.time.Pass(60 * 1000);
+  ASSERT_GT(rig.live.Results().Model().AaCount(), 0);
+  rig.live.mnuClearGrid_Click();
+  EXPECT_EQ(rig.live.Results().Model().AaCount(), 0);
+  EXPECT_EQ(rig.grid.Rows(), 1);
+  EXPECT_FALSE(rig.menuBar.IsEnabled(MenuEntry::mnuClearGrid));
+}
+
+TEST(LiveSession, ADayOfPollingCountsRightAndStaysAsSmallAsItWas) {
+  LiveRig rig;
+  rig.Start();
+  int ticks = 0;
+  rig.beltpack.SetCommandNotification([&](std::string_view, std::int64_t) { ++ticks; });
+  rig.time.Pass(std::int64_t{86400} * 1000);
+  EXPECT_EQ(ticks, 28800);
+  const sync::SyncModel& model = rig.live.Results().Model();
+  // 3200 cycles of nine ticks, seven of which ask for a report; the last one may still be coming.
+  EXPECT_GE(model.ReportCount(), 3200 * 7 - 1);
+  EXPECT_LE(model.ReportCount(), 3200 * 7);
+  EXPECT_EQ(rig.live.Results().Parser().AbandonedCount(), 0);
+  EXPECT_EQ(model.AaCount(), 12);
+  EXPECT_EQ(rig.beeper.count, 0);
+}
+
+TEST(LiveSession, APulledCableLosesNothingAndComesBack) {
+  LiveRig rig;
+  rig.Start();
+  rig.time.Pass(300 * 1000);
+  const int before = rig.live.Results().Model().ReportCount();
+  rig.boxes.answer = platform::MessageAnswer::No;
+  rig.beltpack.Unplug();
+  rig.time.Pass(120 * 1000);
+  EXPECT_EQ(rig.boxes.boxes.size(), 1U);
+  EXPECT_TRUE(rig.port.IsOpen());
+  EXPECT_LE(rig.live.Results().Model().ReportCount(), before + 1);
+  rig.beltpack.Plug();
+  rig.time.Pass(60 * 1000);
+  EXPECT_EQ(rig.statusBar.panels[StatusPanel::Link], "Beltpack Connected...");
+  EXPECT_GT(rig.live.Results().Model().ReportCount(), before + 5);
+}
+
+TEST(LiveSession, EveryLineFaultInEveryLinkStateLeavesTheSessionUsable) {
+  for (const sim::LineFaultName& fault : sim::kLineFaultNames) {
+    for (int state = 0; state < 4; ++state) {
+      SCOPED_TRACE(std::string(fault.name) + " in state " + std::to_string(state));
+      LiveRig rig;
+      rig.boxes.answer = platform::MessageAnswer::No;
+      rig.Start();
+      if (state > 0) {
+        rig.time.Pass(30 * 1000);
+      }
+      if (state == 2) {
+        rig.beltpack.SetFault({sim::LineFault::Silent});
+        rig.time.Pass(40 * 1000);
+        ASSERT_EQ(rig.live.Link().bLinkLossPending(), 1);
+      }
+      if (state == 3) {
+        rig.live.Link().mnuForceSearch_Click();
+      }
+      rig.beltpack.SetFault({fault.fault});
+      rig.time.Pass(120 * 1000);
+      EXPECT_LE(rig.live.Results().Model().AaCount(), 52);
+      EXPECT_LE(rig.live.Link().iRfpsLinesLeft(), link::kRfpsReportLines);
+      rig.beltpack.SetFault({});
+      rig.beltpack.Plug();
+      rig.live.Link().mnuForceSearch_Click();
+      rig.time.Pass(60 * 1000);
+      EXPECT_EQ(rig.statusBar.panels[StatusPanel::Link], "Beltpack Connected...");
+      EXPECT_GT(rig.live.Results().Model().ReportCount(), 5);
+    }
+  }
+}
+
+TEST(LiveSession, TenMinutesOfFloodKeepTheReportBounded) {
+  LiveRig rig;
+  rig.boxes.answer = platform::MessageAnswer::No;
+  rig.Start();
+  rig.beltpack.SetFault({sim::LineFault::Flood});
+  rig.time.Pass(600 * 1000);
+  EXPECT_LE(rig.port.InputCount(), sim::kInputBufferBytes);
+  EXPECT_LE(rig.live.Results().Model().AaCount(), 52);
+}
+
+TEST(Shutdown, SwitchesTimersOffAndClosesPortAndLog) {
+  LiveRig rig;
+  rig.Start();
+  ASSERT_TRUE(rig.live.Results().Capture().StartLoggingToFile("log"));
+  rig.live.Shutdown();
+  EXPECT_FALSE(rig.rfpsTimer.IsOn());
+  EXPECT_FALSE(rig.timerComPort.IsOn());
+  EXPECT_FALSE(rig.port.IsOpen());
+  EXPECT_EQ(rig.files.openFiles, 0);
+  EXPECT_EQ(rig.files.files["log"].find("Stopped"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace kelvara::test

@@ -1,0 +1,188 @@
+#include "app/Session.h"
+
+#include <gtest/gtest.h>
+
+#include "app/SessionRig.h"
+#include "base/Fault.h"
+#include "support/RecordedReports.h"
+
+namespace kelvara::app {
+namespace {
+
+using platform::MenuEntry;
+using platform::StatusPanel;
+using test::CrLf;
+using test::OneNeighbourReport;
+
+class SessionTest : public ::testing::Test, public test::SessionRig {
+ protected:
+  void Process(const std::string& report) { session.Parser().ProcessRfpsReport(report); }
+
+  void ExpectClearedModel() {
+    const sync::SyncModel& model = session.Model();
+    EXPECT_EQ(model.AaCount(), 0);
+    EXPECT_EQ(model.ReportCount(), 0);
+    for (int from = 0; from < 51; ++from) {
+      EXPECT_EQ(model.AaRpn(from), 0);
+      EXPECT_EQ(model.AaFps(from), 0);
+      EXPECT_EQ(model.AaFpn(from), 0);
+      for (int to = 0; to < 51; ++to) {
+        const sync::PhaseCell& cell = model.Cell(from, to);
+        EXPECT_EQ(cell.Sum, 0);
+        EXPECT_EQ(cell.Count, 0);
+        EXPECT_EQ(cell.Max, -32767);
+        EXPECT_EQ(cell.Min, 32767);
+      }
+    }
+  }
+};
+
+TEST_F(SessionTest, ClearEmptiesTheModel) {
+  Process(OneNeighbourReport(1, 6, 7));
+  ASSERT_EQ(session.Model().AaCount(), 2);
+  session.ClearSyncResults();
+  ExpectClearedModel();
+}
+
+TEST_F(SessionTest, ClearLeavesTheGridWithItsCornerAlone) {
+  Process(OneNeighbourReport(1, 6, 7));
+  session.Grid().UpdateSyncGrid();
+  ASSERT_EQ(grid.Rows(), 3);
+  grid.SetText(0, 0, "other");
+  grid.SetColumnWidth(0, 1);
+  session.ClearSyncResults();
+  EXPECT_EQ(grid.Rows(), 1);
+  EXPECT_EQ(grid.Columns(), 1);
+  EXPECT_EQ(grid.ColumnWidth(0), 550);
+  EXPECT_TRUE(grid.IsCentred(0, 0));
+  EXPECT_EQ(grid.Text(0, 0), "RPN");
+}
+
+TEST_F(SessionTest, ClearShowsNoReportsAndNoAas) {
+  Process(OneNeighbourReport(1, 6, 7));
+  EXPECT_EQ(Panel(StatusPanel::Reports), "Reports: 1");
+  EXPECT_EQ(Panel(StatusPanel::Aas), "AAs: 2");
+  session.ClearSyncResults();
+  EXPECT_EQ(Panel(StatusPanel::Reports), "Reports: 0");
+  EXPECT_EQ(Panel(StatusPanel::Aas), "AAs: 0");
+}
+
+TEST_F(SessionTest, ClearTakesBackTheCommandsThatNeedABeltpack) {
+  menuBar.SetEnabled(MenuEntry::mnuClearGrid, true);
+  menuBar.SetEnabled(MenuEntry::mnuForceSearch, true);
+  menuBar.SetEnabled(MenuEntry::mnuClearLog, true);
+  session.ClearSyncResults();
+  EXPECT_FALSE(menuBar.IsEnabled(MenuEntry::mnuClearGrid));
+  EXPECT_FALSE(menuBar.IsEnabled(MenuEntry::mnuForceSearch));
+  EXPECT_TRUE(menuBar.IsEnabled(MenuEntry::mnuClearLog));
+}
+
+TEST_F(SessionTest, ClearEmptiesTheLogBox) {
+  Process(OneNeighbourReport(1, 6, 7));
+  ASSERT_NE(logBox.text, "");
+  session.ClearSyncResults();
+  EXPECT_EQ(logBox.text, "");
+}
+
+TEST_F(SessionTest, ClearTakesTheColoursBack) {
+  constexpr platform::Colour kWhite{0xFFFFFF};
+  EXPECT_EQ(session.Grid().GetRpsColour(3), kWhite);
+  EXPECT_NE(session.Grid().GetRpsColour(4), kWhite);
+  session.ClearSyncResults();
+  EXPECT_EQ(session.Grid().GetRpsColour(4), kWhite);
+}
+
+TEST_F(SessionTest, ClearLeavesACaptureRunning) {
+  ASSERT_TRUE(session.Capture().StartLoggingToFile("log.txt"));
+  session.ClearSyncResults();
+  EXPECT_TRUE(session.Capture().IsLoggingActive());
+  EXPECT_EQ(files.openFiles, 1);
+  EXPECT_EQ(Panel(StatusPanel::Capture), "Logging...");
+  Process(OneNeighbourReport(1, 6, 7));
+  EXPECT_NE(files.files["log.txt"].find("01->06=7\r\n"), std::string::npos);
+}
+
+TEST_F(SessionTest, ClearRecoversFromAnAntennaTooMany) {
+  const std::string text = test::FiftyTwoAntennas();
+  const std::size_t reportSize = text.size();
+  std::size_t start = 0;
+  for (std::size_t place = 0, lines = 0; place < reportSize; ++place) {
+    if (text[place] == '\n' && ++lines % 29 == 0) {
+      Process(text.substr(start, place + 1 - start));
+      start = place + 1;
+    }
+  }
+  EXPECT_EQ(session.Model().AaCount(), 52);
+  EXPECT_EQ(beeper.count, 1);
+  EXPECT_THROW(session.Report().GenerateReport("report.html", "", "", ""), base::Fault);
+  EXPECT_FALSE(session.Grid().UpdateSyncGrid());
+  session.ClearSyncResults();
+  ExpectClearedModel();
+  EXPECT_TRUE(session.Grid().UpdateSyncGrid());
+  EXPECT_TRUE(session.Report().GenerateReport("report.html", "", "", ""));
+}
+
+TEST_F(SessionTest, AReportGoesToTheLogTheTotalsTheGridAndTheFiles) {
+  ASSERT_TRUE(session.Capture().StartLoggingToFile("log.txt"));
+  Process(OneNeighbourReport(1, 10, 7));
+  EXPECT_EQ(logBox.text,
+            CrLf("second1728043200, Log To File Started") + CrLf("second1728043200, 01->10=7"));
+  EXPECT_EQ(files.files["log.txt"], logBox.text);
+  EXPECT_TRUE(session.Grid().UpdateSyncGrid());
+  EXPECT_EQ(grid.Text(1, 2), "7");
+  session.Export().WriteResults("results.csv");
+  EXPECT_NE(files.files["results.csv"].find(CrLf("AA.01,,7")), std::string::npos);
+  ASSERT_TRUE(session.Report().GenerateReport("report.html", "", "", ""));
+  EXPECT_NE(files.files["report.html"].find(CrLf("<td width=40>7</td>")), std::string::npos);
+  EXPECT_EQ(beeper.count, 0);
+}
+
+TEST_F(SessionTest, DisplayOptionsAreReadAtTheMomentOfUse) {
+  Process(OneNeighbourReport(1, 10, 7));
+  CheckOption(menuBar, MenuEntry::mnuRpnHex);
+  CheckOption(menuBar, MenuEntry::mnuFpsOn);
+  CheckOption(menuBar, MenuEntry::mnuDispMetres);
+  Process(OneNeighbourReport(1, 10, 7));
+  EXPECT_EQ(logBox.text,
+            CrLf("second1728043200, 01->10=7") + CrLf("second1728043200, 01[3]->0A[3]=7"));
+  session.Grid().UpdateSyncGrid();
+  EXPECT_EQ(grid.Text(0, 2), "0A[3]");
+  EXPECT_EQ(grid.Text(1, 2), "260");
+}
+
+TEST_F(SessionTest, AfterAFailedCaptureStartAReportWithNeighboursIsAbandoned) {
+  files.unopenable["locked.txt"] = true;
+  ASSERT_FALSE(session.Capture().StartLoggingToFile("locked.txt"));
+  Process(OneNeighbourReport(1, 6, 7));
+  EXPECT_EQ(beeper.count, 1);
+  EXPECT_EQ(session.Parser().AbandonedCount(), 1);
+  EXPECT_EQ(session.Model().ReportCount(), 0);
+  EXPECT_EQ(session.Model().AaCount(), 0);
+  EXPECT_EQ(Panel(StatusPanel::Reports), "Reports: 0");
+  EXPECT_EQ(logBox.text, "");
+  EXPECT_EQ(boxes.boxes.size(), 1U);
+}
+
+TEST_F(SessionTest, AfterAFailedCaptureStartAReportWithoutALogLineCounts) {
+  files.unopenable["locked.txt"] = true;
+  ASSERT_FALSE(session.Capture().StartLoggingToFile("locked.txt"));
+  Process(test::RecordedReport({test::SyncLine(1)}));
+  EXPECT_EQ(beeper.count, 0);
+  EXPECT_EQ(session.Model().ReportCount(), 1);
+}
+
+TEST_F(SessionTest, ALogThatFillsUpAbandonsTheReportWhereItStands) {
+  files.writesLeft = 2;
+  ASSERT_TRUE(session.Capture().StartLoggingToFile("log.txt"));
+  Process(test::RecordedReport(
+      {test::SyncLine(1), test::NeighbourLine(2, -11), test::NeighbourLine(6, 7)}));
+  EXPECT_EQ(beeper.count, 1);
+  EXPECT_EQ(session.Model().AaCount(), 2);
+  EXPECT_EQ(session.Model().AaRpn(1), 6);
+  EXPECT_EQ(session.Model().Cell(0, 1).Count, 1);
+  EXPECT_EQ(session.Model().ReportCount(), 0);
+  EXPECT_EQ(files.files["log.txt"], logBox.text);
+}
+
+}  // namespace
+}  // namespace kelvara::app

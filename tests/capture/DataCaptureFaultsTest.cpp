@@ -1,0 +1,168 @@
+#include <gtest/gtest.h>
+
+#include "base/Fault.h"
+#include "capture/CaptureRig.h"
+#include "capture/DataCapture.h"
+
+namespace kelvara::capture {
+namespace {
+
+using base::Fault;
+using base::FaultKind;
+using platform::MenuEntry;
+using test::EntryLine;
+
+class DataCaptureFaultsTest : public ::testing::Test, public test::CaptureRig {
+ protected:
+  const std::string& Log() { return files.files["log.txt"]; }
+
+  void FailToStart() {
+    files.unopenable["locked.txt"] = true;
+    ASSERT_FALSE(capture.StartLoggingToFile("locked.txt"));
+  }
+
+  void ExpectStartFailureBox() {
+    ASSERT_EQ(boxes.boxes.size(), 1U);
+    EXPECT_EQ(boxes.boxes[0].text, "Could not start Logging to specified file.");
+    EXPECT_EQ(boxes.boxes[0].title, "File Error");
+    EXPECT_EQ(boxes.boxes[0].icon, platform::MessageIcon::Critical);
+    EXPECT_EQ(boxes.boxes[0].buttons, platform::MessageButtons::Ok);
+  }
+
+  /// The menus and the panel as they are before any capture.
+  void ExpectIdleControls() {
+    EXPECT_TRUE(IsVisible(MenuEntry::mnuCaptureDataStart));
+    EXPECT_FALSE(IsVisible(MenuEntry::mnuCaptureData));
+    EXPECT_EQ(Panel(), "");
+  }
+
+  template <typename Operation>
+  void ExpectFileFault(Operation operation) {
+    try {
+      operation();
+      ADD_FAILURE() << "no fault";
+    } catch (const Fault& fault) {
+      EXPECT_EQ(fault.Kind(), FaultKind::File);
+    }
+  }
+};
+
+TEST_F(DataCaptureFaultsTest, AFileThatCannotBeOpenedIsOneBoxAndLeavesTheFlagTrue) {
+  FailToStart();
+  ExpectStartFailureBox();
+  EXPECT_TRUE(capture.IsLoggingActive());
+  EXPECT_EQ(files.openFiles, 0);
+  EXPECT_TRUE(files.files.empty());
+  EXPECT_EQ(logBox.text, "");
+  ExpectIdleControls();
+}
+
+TEST_F(DataCaptureFaultsTest, EntriesAfterAFailedStartFaultInTheCallerBeforeTheScreen) {
+  FailToStart();
+  ExpectFileFault([&] { capture.PrintLogEntry("01->06=7"); });
+  ExpectFileFault([&] { capture.PrintLogEntry("01->02=-11"); });
+  EXPECT_EQ(logBox.text, "");
+  EXPECT_EQ(boxes.boxes.size(), 1U);
+}
+
+TEST_F(DataCaptureFaultsTest, AnEmptyEntryAfterAFailedStartIsNoFault) {
+  FailToStart();
+  EXPECT_NO_THROW(capture.PrintLogEntry(""));
+}
+
+TEST_F(DataCaptureFaultsTest, EntriesFaultWithAHiddenLogBoxToo) {
+  logBox.shown = false;
+  FailToStart();
+  ExpectFileFault([&] { capture.PrintLogEntry("01->06=7"); });
+}
+
+TEST_F(DataCaptureFaultsTest, AStartThatSucceedsMendsAFailedOne) {
+  FailToStart();
+  ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
+  EXPECT_NO_THROW(capture.PrintLogEntry("01->06=7"));
+  EXPECT_EQ(Log(), EntryLine("Log To File Started") + EntryLine("01->06=7"));
+  EXPECT_EQ(logBox.text, Log());
+}
+
+TEST_F(DataCaptureFaultsTest, AFailedStartCanBeRepeatedWithABoxEachTime) {
+  FailToStart();
+  FailToStart();
+  EXPECT_EQ(boxes.boxes.size(), 2U);
+  EXPECT_TRUE(capture.IsLoggingActive());
+}
+
+TEST_F(DataCaptureFaultsTest, AStartWhoseFirstEntryCannotBeWrittenFailsWithNoFileOpen) {
+  files.writesLeft = 0;
+  EXPECT_FALSE(capture.StartLoggingToFile("log.txt"));
+  ExpectStartFailureBox();
+  EXPECT_TRUE(capture.IsLoggingActive());
+  EXPECT_EQ(files.openFiles, 0);
+  EXPECT_EQ(logBox.text, "");
+  ExpectIdleControls();
+  files.writesLeft.reset();
+  ExpectFileFault([&] { capture.PrintLogEntry("01->06=7"); });
+}
+
+TEST_F(DataCaptureFaultsTest, AnEntryThatCannotBeWrittenDoesNotReachTheScreen) {
+  files.writesLeft = 2;
+  ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
+  capture.PrintLogEntry("one");
+  const std::string before = Log();
+  ExpectFileFault([&] { capture.PrintLogEntry("two"); });
+  EXPECT_EQ(Log(), before);
+  EXPECT_EQ(logBox.text, before);
+  EXPECT_TRUE(capture.IsLoggingActive());
+  EXPECT_TRUE(boxes.boxes.empty());
+}
+
+TEST_F(DataCaptureFaultsTest, CaptureGoesOnWhenAWriteSucceedsAgain) {
+  files.writesLeft = 1;
+  ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
+  ExpectFileFault([&] { capture.PrintLogEntry("lost"); });
+  files.writesLeft.reset();
+  capture.PrintLogEntry("kept");
+  EXPECT_EQ(Log(), EntryLine("Log To File Started") + EntryLine("kept"));
+}
+
+TEST_F(DataCaptureFaultsTest, APauseThatFailsHasChangedThePanelAlone) {
+  files.writesLeft = 1;
+  ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
+  ExpectFileFault([&] { capture.PauseLoggingToFile(); });
+  EXPECT_EQ(Panel(), "Logging Paused...");
+  EXPECT_TRUE(capture.IsLoggingActive());
+  EXPECT_TRUE(IsEnabled(MenuEntry::mnuCapturePause));
+  EXPECT_FALSE(IsEnabled(MenuEntry::mnuCaptureResume));
+}
+
+TEST_F(DataCaptureFaultsTest, AResumeThatFailsHasChangedTheFlagAndThePanel) {
+  files.writesLeft = 2;
+  ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
+  capture.PauseLoggingToFile();
+  ExpectFileFault([&] { capture.ResumeLoggingToFile(); });
+  EXPECT_EQ(Panel(), "Logging...");
+  EXPECT_TRUE(capture.IsLoggingActive());
+  EXPECT_FALSE(IsEnabled(MenuEntry::mnuCapturePause));
+  EXPECT_TRUE(IsEnabled(MenuEntry::mnuCaptureResume));
+}
+
+TEST_F(DataCaptureFaultsTest, AStopThatFailsHasChangedTheFlagAlone) {
+  files.writesLeft = 2;
+  ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
+  capture.PauseLoggingToFile();
+  ExpectFileFault([&] { capture.StopLoggingToFile(); });
+  EXPECT_TRUE(capture.IsLoggingActive());
+  EXPECT_EQ(files.openFiles, 1);
+  EXPECT_EQ(Panel(), "Logging Paused...");
+  EXPECT_TRUE(IsVisible(MenuEntry::mnuCaptureData));
+}
+
+TEST_F(DataCaptureFaultsTest, AStopAfterAFailedStartFaultsAndLeavesTheFlagTrue) {
+  FailToStart();
+  ExpectFileFault([&] { capture.StopLoggingToFile(); });
+  EXPECT_TRUE(capture.IsLoggingActive());
+  EXPECT_EQ(logBox.text, "");
+  ExpectIdleControls();
+}
+
+}  // namespace
+}  // namespace kelvara::capture

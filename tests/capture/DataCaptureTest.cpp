@@ -1,0 +1,206 @@
+#include "capture/DataCapture.h"
+
+#include <gtest/gtest.h>
+
+#include "capture/CaptureRig.h"
+
+namespace kelvara::capture {
+namespace {
+
+using platform::MenuEntry;
+using platform::StatusPanel;
+using test::EntryLine;
+
+class DataCaptureTest : public ::testing::Test, public test::CaptureRig {
+ protected:
+  const std::string& Log() { return files.files["log.txt"]; }
+};
+
+TEST_F(DataCaptureTest, NothingIsLoggedToAFileAtFirst) {
+  capture.PrintLogEntry("01->06=7");
+  EXPECT_FALSE(capture.IsLoggingActive());
+  EXPECT_TRUE(files.files.empty());
+  EXPECT_EQ(logBox.text, EntryLine("01->06=7"));
+}
+
+TEST_F(DataCaptureTest, EntryIsTheGeneralDateACommaABlankAndTheText) {
+  ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
+  files.files["log.txt"].clear();
+  logBox.text.clear();
+  capture.PrintLogEntry("01[3]->06[3]=7");
+  EXPECT_EQ(Log(), "second1728043200, 01[3]->06[3]=7\r\n");
+  EXPECT_EQ(logBox.text, Log());
+}
+
+TEST_F(DataCaptureTest, EntryTextIsTakenAsItStands) {
+  ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
+  const std::string text("  a,b\t\xE9\0\r\nc ", 13);
+  capture.PrintLogEntry(text);
+  EXPECT_EQ(Log(), EntryLine("Log To File Started") + EntryLine(text));
+  EXPECT_EQ(logBox.text, Log());
+}
+
+TEST_F(DataCaptureTest, BlankTextIsNotEmpty) {
+  capture.PrintLogEntry(" ");
+  EXPECT_EQ(logBox.text, EntryLine(" "));
+}
+
+TEST_F(DataCaptureTest, EachEntryCarriesTheWallTimeOfItsOwnMoment) {
+  capture.PrintLogEntry("first");
+  clock.now += 5;
+  clock.wall += platform::Span(90);
+  capture.PrintLogEntry("second");
+  EXPECT_EQ(logBox.text, "second1728043200, first\r\nsecond1728043290, second\r\n");
+}
+
+TEST_F(DataCaptureTest, EmptyTextWritesNothingAnywhere) {
+  ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
+  capture.PrintLogEntry("");
+  EXPECT_EQ(Log(), EntryLine("Log To File Started"));
+  EXPECT_EQ(logBox.text, Log());
+}
+
+TEST_F(DataCaptureTest, StartAppendsToAFileThatExists) {
+  files.files["log.txt"] = "kept\r\n";
+  ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
+  EXPECT_EQ(Log(), "kept\r\n" + EntryLine("Log To File Started"));
+}
+
+TEST_F(DataCaptureTest, StartCreatesAFileThatIsMissing) {
+  ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
+  EXPECT_EQ(files.files.size(), 1U);
+  EXPECT_EQ(Log(), EntryLine("Log To File Started"));
+  EXPECT_TRUE(boxes.boxes.empty());
+}
+
+TEST_F(DataCaptureTest, EntriesWhilePausedReachTheScreenOnly) {
+  ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
+  capture.PauseLoggingToFile();
+  const std::string before = Log();
+  logBox.text.clear();
+  capture.PrintLogEntry("01->06=7");
+  EXPECT_EQ(Log(), before);
+  EXPECT_EQ(logBox.text, EntryLine("01->06=7"));
+}
+
+TEST_F(DataCaptureTest, StopWhilePausedStillWritesItsEntry) {
+  ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
+  capture.PauseLoggingToFile();
+  capture.StopLoggingToFile();
+  EXPECT_EQ(Log(), EntryLine("Log To File Started") + EntryLine("Log To File Stopped Paused") +
+                       EntryLine("Log To File Stopped"));
+}
+
+TEST_F(DataCaptureTest, AWholeCaptureStandsInTheFileAndOnTheScreen) {
+  ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
+  capture.PrintLogEntry("one");
+  capture.PauseLoggingToFile();
+  capture.PrintLogEntry("two");
+  capture.ResumeLoggingToFile();
+  capture.PrintLogEntry("three");
+  capture.StopLoggingToFile();
+  capture.PrintLogEntry("four");
+  EXPECT_EQ(Log(), EntryLine("Log To File Started") + EntryLine("one") +
+                       EntryLine("Log To File Stopped Paused") + EntryLine("Log To File Resumed") +
+                       EntryLine("three") + EntryLine("Log To File Stopped"));
+  EXPECT_EQ(logBox.text, EntryLine("Log To File Started") + EntryLine("one") +
+                             EntryLine("Log To File Stopped Paused") + EntryLine("two") +
+                             EntryLine("Log To File Resumed") + EntryLine("three") +
+                             EntryLine("Log To File Stopped") + EntryLine("four"));
+}
+
+TEST_F(DataCaptureTest, AHiddenLogBoxKeepsNothingAndTheFileGetsTheEntry) {
+  logBox.shown = false;
+  ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
+  capture.PrintLogEntry("01->06=7");
+  EXPECT_EQ(Log(), EntryLine("Log To File Started") + EntryLine("01->06=7"));
+  EXPECT_EQ(logBox.text, "");
+}
+
+TEST_F(DataCaptureTest, ASecondCaptureGoesOnAtTheEndOfTheSameFile) {
+  ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
+  capture.StopLoggingToFile();
+  const std::string first = Log();
+  ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
+  EXPECT_EQ(Log(), first + EntryLine("Log To File Started"));
+}
+
+TEST_F(DataCaptureTest, ALinkThatStartsLeavesTheFileOpen) {
+  ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
+  capture.ClearLoggingActive();
+  EXPECT_FALSE(capture.IsLoggingActive());
+  EXPECT_EQ(files.openFiles, 1);
+  capture.PrintLogEntry("unheard");
+  capture.PauseLoggingToFile();
+  capture.ResumeLoggingToFile();
+  capture.StopLoggingToFile();
+  EXPECT_EQ(Log(), EntryLine("Log To File Started") + EntryLine("Log To File Resumed") +
+                       EntryLine("Log To File Stopped"));
+  EXPECT_EQ(files.openFiles, 0);
+}
+
+TEST_F(DataCaptureTest, TheEndOfTheProgramClosesTheFileWithoutAnEntry) {
+  ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
+  capture.CloseFile();
+  EXPECT_EQ(files.openFiles, 0);
+  EXPECT_EQ(Log(), EntryLine("Log To File Started"));
+}
+
+/// A row of the table of capture states.
+struct CaptureState {
+  bool flag;
+  int openFiles;
+  const char* panel;
+  bool capturing;  ///< The submenu is visible and not the entry that opens the dialog.
+  bool pause;
+  bool resume;
+};
+
+class CaptureStatesTest : public DataCaptureTest {
+ protected:
+  void ExpectState(const CaptureState& state, const char* after) {
+    SCOPED_TRACE(after);
+    EXPECT_EQ(capture.IsLoggingActive(), state.flag);
+    EXPECT_EQ(files.openFiles, state.openFiles);
+    EXPECT_EQ(Panel(), state.panel);
+    EXPECT_EQ(IsVisible(MenuEntry::mnuCaptureData), state.capturing);
+    EXPECT_EQ(IsVisible(MenuEntry::mnuCaptureDataStart), !state.capturing);
+    if (state.capturing) {
+      EXPECT_TRUE(IsEnabled(MenuEntry::mnuCaptureData));
+      EXPECT_TRUE(IsEnabled(MenuEntry::mnuCaptureStop));
+      EXPECT_EQ(IsEnabled(MenuEntry::mnuCapturePause), state.pause);
+      EXPECT_EQ(IsEnabled(MenuEntry::mnuCaptureResume), state.resume);
+    }
+  }
+
+  static constexpr CaptureState kIdle{false, 0, "", false, false, false};
+  static constexpr CaptureState kLogging{true, 1, "Logging...", true, true, false};
+  static constexpr CaptureState kPaused{false, 1, "Logging Paused...", true, false, true};
+};
+
+TEST_F(CaptureStatesTest, EveryTransitionEndsInTheStateOfTheTable) {
+  ExpectState(kIdle, "the beginning");
+  ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
+  ExpectState(kLogging, "start");
+  capture.PauseLoggingToFile();
+  ExpectState(kPaused, "pause");
+  capture.ResumeLoggingToFile();
+  ExpectState(kLogging, "resume");
+  capture.StopLoggingToFile();
+  ExpectState(kIdle, "stop");
+  ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
+  ExpectState(kLogging, "second start");
+  capture.PauseLoggingToFile();
+  capture.StopLoggingToFile();
+  ExpectState(kIdle, "stop while paused");
+}
+
+TEST_F(CaptureStatesTest, StopWritesTheEmptyTextIntoThePanel) {
+  ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
+  capture.StopLoggingToFile();
+  ASSERT_EQ(statusBar.panels.count(StatusPanel::Capture), 1U);
+  EXPECT_EQ(statusBar.panels[StatusPanel::Capture], "");
+}
+
+}  // namespace
+}  // namespace kelvara::capture

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <memory>
+#include <string>
+
+#include "capture/CaptureDialog.h"
+#include "capture/DataCapture.h"
+#include "capture/FrmCapture.h"
+#include "platform/MemoryMenuBar.h"
+#include "qt/QtFileChooser.h"
+#include "qt/QtFileSystem.h"
+#include "qt/QtMessageBoxes.h"
+#include "support/DesktopDoubles.h"
+#include "support/Doubles.h"
+#include "support/TextFile.h"
+#include "support/WindowDriver.h"
+
+namespace kelvara::test {
+
+/// The capture dialog over the machine's own files, message boxes and choosers.
+struct FrmCaptureRig {
+  FrmCaptureRig() {
+    EXPECT_TRUE(folder.isValid());
+    clock.wall = 20000.5;
+  }
+
+  /// Opens the window, as the program does: made afresh, with a remembered file name.
+  void Open(const std::string& lastFile = "") {
+    store.SetValue("LastFile", lastFile);
+    window = std::make_unique<capture::FrmCapture>(dialog, beeper);
+    ShowWindow(*window);
+  }
+
+  /// A path in the test's own folder.
+  std::string Path(const std::string& name) const {
+    return folder.filePath(QString::fromStdString(name)).toStdString();
+  }
+
+  QLineEdit& TxtFileName() { return Find<QLineEdit>(*window, "TxtFileName"); }
+  QPushButton& Button(const char* name) { return Find<QPushButton>(*window, name); }
+
+  QTemporaryDir folder;
+  ManualClock clock;
+  PlainDateFormat dateFormat;
+  qt::QtFileSystem files;
+  qt::QtMessageBoxes boxes;
+  qt::QtFileChooser chooser;
+  CountingBeeper beeper;
+  MemorySettingsStore store;
+  RecordingLogBox logBox;
+  RecordingStatusBar statusBar;
+  platform::MemoryMenuBar menuBar;
+  capture::DataCapture dataCapture{clock, dateFormat, files, logBox, statusBar, menuBar, boxes};
+  capture::CaptureDialog dialog{dataCapture, chooser, boxes,
+                                platform::LastFilenames(platform::ProgramSettings(store))};
+  std::unique_ptr<capture::FrmCapture> window;
+};
+
+}  // namespace kelvara::test

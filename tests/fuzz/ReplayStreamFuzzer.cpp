@@ -1,0 +1,185 @@
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Expect.h"
+#include "link/RecordedSession.h"
+#include "link/ReportCollector.h"
+#include "link/WholeReport.h"
+
+namespace kelvara::test {
+namespace {
+
+/// Stands for a long run of text in an input, so that a few bytes reach the limits of memory.
+constexpr char kLongRun = '\xFE';
+constexpr std::size_t kLongRunBytes = link::kMaxReportBytes / 2 + 1;
+constexpr int kMaxLongRuns = 2;
+
+/// One report handed over, or text dropped and why.
+struct Outcome {
+  std::string report;
+  std::optional<link::DropReason> dropped;
+
+  bool operator==(const Outcome&) const = default;
+};
+
+using Outcomes = std::vector<Outcome>;
+
+class Recorder : public link::RecordedTextReader {
+ public:
+  void ProcessRfpsReport(std::string_view report) override {
+    outcomes.push_back({std::string(report), std::nullopt});
+  }
+  void NoteDropped(link::DropReason reason) override { outcomes.push_back({{}, reason}); }
+
+  Outcomes outcomes;
+};
+
+/// The sizes of the pieces that a text is cut into.
+enum class Cut { Whole, Single, Sevens, Mixed };
+
+std::size_t NextPiece(Cut cut, std::uint32_t& state) {
+  switch (cut) {
+    case Cut::Whole:
+      break;
+    case Cut::Single:
+      return 1;
+    case Cut::Sevens:
+      return 7;
+    case Cut::Mixed:
+      state = state * 1664525U + 1013904223U;
+      return 1 + (state >> 8U) % 40099;
+  }
+  return std::string_view::npos;
+}
+
+template <typename Text>
+Outcomes Replay(std::string_view text, Cut cut) {
+  Recorder recorder;
+  Text recorded(recorder);
+  auto state = static_cast<std::uint32_t>(text.size());
+  // Twice, since what the first file leaves behind is of no concern to the next.
+  for (int file = 0; file < 2; ++file) {
+    for (std::string_view rest = text; !rest.empty();) {
+      const std::string_view piece = rest.substr(0, NextPiece(cut, state));
+      recorded.Feed(piece);
+      rest.remove_prefix(piece.size());
+    }
+    recorded.End();
+  }
+  return std::move(recorder.outcomes);
+}
+
+Outcomes Twice(const Outcomes& outcomes) {
+  Outcomes twice = outcomes;
+  twice.insert(twice.end(), outcomes.begin(), outcomes.end());
+  return twice;
+}
+
+int CountLines(std::string_view text) {
+  int lines = 0;
+  for (std::size_t end = text.find('\n'); end != std::string_view::npos;
+       end = text.find('\n', end + 1)) {
+    ++lines;
+  }
+  return lines;
+}
+
+/// A plain stream read the long way round, with all of it in memory.
+Outcomes ExpectedOfStream(std::string_view text) {
+  Outcomes expected;
+  std::size_t begin = 0;
+  int lines = 0;
+  for (std::size_t end = text.find('\n'); end != std::string_view::npos;
+       end = text.find('\n', end + 1)) {
+    if (++lines < link::kRfpsReportLines) {
+      continue;
+    }
+    const std::string_view report = text.substr(begin, end + 1 - begin);
+    if (report.size() > link::kMaxReportBytes) {
+      expected.push_back({{}, link::DropReason::TooLarge});
+    } else {
+      expected.push_back({std::string(report), std::nullopt});
+    }
+    begin = end + 1;
+    lines = 0;
+  }
+  if (begin < text.size()) {
+    expected.push_back({{}, link::DropReason::Unfinished});
+  }
+  return expected;
+}
+
+Outcomes ExpectedOfWhole(std::string_view text) {
+  const bool dropped = text.size() > link::kMaxReportBytes &&
+                       CountLines(text.substr(0, link::kMaxReportBytes)) < link::kRfpsReportLines;
+  return dropped ? Outcomes{{{}, link::DropReason::TooLarge}}
+                 : Outcomes{{std::string(text), std::nullopt}};
+}
+
+void CheckTrace(const Outcomes& outcomes) {
+  for (const Outcome& outcome : outcomes) {
+    const std::string& report = outcome.report;
+    Expect(report.size() <= link::kMaxReportBytes, "a report is within the limit");
+    if (!outcome.dropped) {
+      Expect(CountLines(report) == link::kRfpsReportLines, "a report has its lines");
+      Expect(report.back() == '\n', "a report ends with a line");
+    }
+  }
+}
+
+std::string WithLongRuns(std::string_view input) {
+  std::string text;
+  int runs = 0;
+  for (const char character : input) {
+    if (character == kLongRun && runs < kMaxLongRuns) {
+      text.append(kLongRunBytes, 'x');
+      ++runs;
+    } else {
+      text += character;
+    }
+  }
+  return text;
+}
+
+void CheckSession(std::string_view text, std::initializer_list<Cut> cuts) {
+  const Outcomes outcomes = Replay<link::RecordedSession>(text, Cut::Whole);
+  for (const Cut cut : cuts) {
+    Expect(Replay<link::RecordedSession>(text, cut) == outcomes,
+           "a session in pieces gives what it gives whole");
+  }
+  if (!text.empty() && text[0] == link::kCommandMark) {
+    CheckTrace(outcomes);
+  } else {
+    Expect(outcomes == Twice(ExpectedOfStream(text)), "every 29th line ends a report");
+  }
+}
+
+void CheckWhole(std::string_view text, std::initializer_list<Cut> cuts) {
+  const Outcomes expected = Twice(ExpectedOfWhole(text));
+  for (const Cut cut : cuts) {
+    Expect(Replay<link::WholeReport>(text, cut) == expected,
+           "a whole file is one report, whatever its pieces");
+  }
+}
+
+}  // namespace
+}  // namespace kelvara::test
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using namespace kelvara::test;
+  const std::string text = WithLongRuns({reinterpret_cast<const char*>(data), size});
+  if (text.size() < kLongRunBytes) {
+    CheckSession(text, {Cut::Single, Cut::Sevens, Cut::Mixed});
+    CheckWhole(text, {Cut::Whole, Cut::Single, Cut::Sevens});
+  } else {
+    // Long texts are slow to feed: one cut is enough.
+    CheckSession(text, {Cut::Mixed});
+    CheckWhole(text, {Cut::Mixed});
+  }
+  return 0;
+}

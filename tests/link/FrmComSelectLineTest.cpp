@@ -1,0 +1,112 @@
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QTest>
+#include <vector>
+
+#include "link/FrmComSelect.h"
+#include "link/FrmComSelectRig.h"
+#include "support/BoxAnswer.h"
+
+namespace kelvara::link {
+namespace {
+
+using namespace test;
+
+constexpr const char* kLongDescription =
+    "COM3 stands for "
+    "/dev/serial/by-id/usb-Example_Serial_Adapter_with_a_long_name_0123456789-if00-port0. It "
+    "cannot be opened: no permission; members of the group \"dialout\" have it. Ask for that group "
+    "and sign in again.";
+
+/// The line under the lists, and the window around it.
+class FrmComSelectLineTest : public ::testing::Test, public FrmComSelectRig {};
+
+TEST_F(FrmComSelectLineTest, DescribesTheChosenPort) {
+  store.SetValue("ComPort", "4");
+  Open();
+  EXPECT_EQ(Line(), "COM4 is described");
+  Press(*window, Qt::Key_Down);
+  EXPECT_EQ(Line(), "COM5 is described");
+  EXPECT_EQ(described, (std::vector<int>{4, 5}));
+  EXPECT_EQ(Find<QLabel>(*window, "Label3").textFormat(), Qt::PlainText);
+}
+
+TEST_F(FrmComSelectLineTest, IsReadAnewAfterAFailure) {
+  port.openable = false;
+  description = [](int) { return "free"; };
+  Open();
+  description = [](int) { return "held by another program"; };
+  BoxAnswer box(QMessageBox::Ok);
+  Click(Button("CmdOK"));
+  EXPECT_EQ(Line(), "held by another program");
+}
+
+TEST_F(FrmComSelectLineTest, IsReadAnewWhenTheUserComesBack) {
+  description = [](int) { return "absent"; };
+  Open();
+  description = [](int) { return "free"; };
+  QWidget other;
+  ShowWindow(other);
+  EXPECT_EQ(Line(), "absent");
+  window->activateWindow();
+  EXPECT_TRUE(QTest::qWaitFor([this] { return Line() == "free"; }));
+}
+
+TEST_F(FrmComSelectLineTest, FaultIsShownInItsOwnWords) {
+  description = [](int) -> std::string { throw base::Fault(base::FaultKind::Port, "no table"); };
+  Open();
+  EXPECT_EQ(Line(), "no table");
+}
+
+TEST_F(FrmComSelectLineTest, LayoutHoldsInEveryThemeAndFont) {
+  store.SetValue("ComPort", "3");
+  for (const std::string& text : {std::string("COM3 stands for /dev/ttyUSB2 and can be opened."),
+                                  std::string(kLongDescription)}) {
+    description = [&](int) { return text; };
+    const bool isLong = text == kLongDescription;
+    for (const auto& [theme, note] : {std::pair{Theme::Light, "light"}, {Theme::Dark, "dark"}}) {
+      for (const double scale : {1.0, 1.5, 2.0}) {
+        const UseTheme useTheme(theme);
+        const UseFont useFont(scale);
+        Open();
+        QCoreApplication::processEvents();
+        EXPECT_EQ(WindowFaults(*window), "") << note << ", font " << scale;
+        std::string picture = isLong ? "long-" : "";
+        picture += note;
+        picture += scale == 1.0 ? "" : std::to_string(scale);
+        TakePicture(*window, picture);
+      }
+    }
+  }
+}
+
+TEST_F(FrmComSelectLineTest, LayoutMakesRoomForALongerLine) {
+  for (const double scale : {1.0, 2.0}) {
+    const UseFont useFont(scale);
+    description = [](int number) { return number == 1 ? "short" : kLongDescription; };
+    Open();
+    Press(*window, Qt::Key_Down);
+    QCoreApplication::processEvents();
+    auto& line = Find<QLabel>(*window, "Label3");
+    EXPECT_GE(line.height(), line.heightForWidth(line.width())) << scale;
+    EXPECT_GE(line.width(), line.minimumSizeHint().width()) << scale;
+    EXPECT_EQ(WindowFaults(*window), "") << scale;
+  }
+}
+
+TEST_F(FrmComSelectLineTest, LayoutShowsAllPortsAtOnce) {
+  for (const double scale : {1.0, 2.0}) {
+    const UseFont useFont(scale);
+    Open();
+    window->resize(1, 1);
+    QCoreApplication::processEvents();
+    EXPECT_LE(ComboCom().visualItemRect(ComboCom().item(11)).bottom(),
+              ComboCom().viewport()->height())
+        << scale;
+    EXPECT_EQ(WindowFaults(*window), "") << scale;
+  }
+}
+
+}  // namespace
+}  // namespace kelvara::link

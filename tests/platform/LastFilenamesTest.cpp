@@ -1,0 +1,32 @@
+#include "platform/LastFilenames.h"
+
+#include <gtest/gtest.h>
+
+#include "support/DesktopDoubles.h"
+
+namespace kelvara::platform {
+namespace {
+
+class LastFilenamesTest : public ::testing::Test {
+ protected:
+  test::MemorySettingsStore store;
+  LastFilenames lastFilenames{ProgramSettings(store)};
+};
+
+TEST_F(LastFilenamesTest, BothAreEmptyUntilOneWasSaved) {
+  EXPECT_EQ(lastFilenames.GetLastFilename(), "");
+  EXPECT_EQ(lastFilenames.GetLastReportFilename(), "");
+}
+
+TEST_F(LastFilenamesTest, EachIsKeptUnderItsOwnKeyAsItStands) {
+  lastFilenames.SaveLastFilename("C:\\logs\\a b.txt");
+  lastFilenames.SaveLastReportFilename(" report\xE9.html ");
+  EXPECT_EQ(store.values.size(), 2U);
+  EXPECT_EQ(store.Value("LastFile"), "C:\\logs\\a b.txt");
+  EXPECT_EQ(store.Value("LastReportFile"), " report\xE9.html ");
+  EXPECT_EQ(lastFilenames.GetLastFilename(), "C:\\logs\\a b.txt");
+  EXPECT_EQ(lastFilenames.GetLastReportFilename(), " report\xE9.html ");
+}
+
+}  // namespace
+}  // namespace kelvara::platform

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <memory>
+#include <string>
+
+#include "platform/MemoryMenuBar.h"
+#include "qt/QtFileChooser.h"
+#include "qt/QtFileSystem.h"
+#include "qt/QtMessageBoxes.h"
+#include "report/FrmReport.h"
+#include "report/ReportDialog.h"
+#include "support/DesktopDoubles.h"
+#include "support/Doubles.h"
+#include "support/TextFile.h"
+#include "support/WindowDriver.h"
+
+namespace kelvara::test {
+
+/// The report dialog over the machine's own files, message boxes and choosers; documents are not
+/// opened but remembered.
+struct FrmReportRig {
+  FrmReportRig() {
+    EXPECT_TRUE(folder.isValid());
+    model.FindOrAddAa(13, 1, 2);
+    model.FindOrAddAa(7, 0, 2);
+    model.AddPhase(0, 1, 9);
+  }
+
+  /// Opens the window, as the program does: made afresh.
+  report::FrmReport& Open() {
+    window = std::make_unique<report::FrmReport>(dialog, beeper);
+    ShowWindow(*window);
+    return *window;
+  }
+
+  /// A path in the test's own folder.
+  std::string Path(const std::string& name) const {
+    return folder.filePath(QString::fromStdString(name)).toStdString();
+  }
+
+  bool Exists(const std::string& name) const {
+    return QFileInfo::exists(QString::fromStdString(Path(name)));
+  }
+
+  QLineEdit& TxtFileName() { return Find<QLineEdit>(*window, "TxtFileName"); }
+  QLineEdit& TxtSite() { return Find<QLineEdit>(*window, "TxtSite"); }
+  QLineEdit& TxtTester() { return Find<QLineEdit>(*window, "TxtTester"); }
+  QPlainTextEdit& TxtNotes() { return Find<QPlainTextEdit>(*window, "TxtNotes"); }
+  QCheckBox& CheckOpenReport() { return Find<QCheckBox>(*window, "CheckOpenReport"); }
+  QPushButton& Button(const char* name) { return Find<QPushButton>(*window, name); }
+
+  QTemporaryDir folder;
+  ManualClock clock;
+  PlainDateFormat dateFormat;
+  qt::QtFileSystem files;
+  qt::QtMessageBoxes boxes;
+  qt::QtFileChooser chooser;
+  CountingBeeper beeper;
+  RecordingDocumentOpener opener;
+  MemorySettingsStore store;
+  platform::MemoryMenuBar menuBar;
+  sync::SyncModel model;
+  report::SyncReport syncReport{model, sync::DisplayOptions(menuBar), clock, dateFormat, files,
+                                boxes};
+  report::ReportDialog dialog{model, syncReport,
+                              report::ReportDesktop{files, chooser, boxes, opener},
+                              platform::LastFilenames(platform::ProgramSettings(store)),
+                              report::RememberedFields(files, folder.path().toStdString())};
+  std::unique_ptr<report::FrmReport> window;
+};
+
+}  // namespace kelvara::test

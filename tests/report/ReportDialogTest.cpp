@@ -1,0 +1,199 @@
+#include "report/ReportDialog.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "report/ReportRig.h"
+#include "support/DesktopDoubles.h"
+#include "support/Faults.h"
+
+namespace kelvara::report {
+namespace {
+
+using platform::FileChooserKind;
+using platform::MessageAnswer;
+using platform::MessageButtons;
+using platform::MessageIcon;
+
+constexpr const char* kRememberedPath = "C:\\Program\\rfields.ds";
+
+class ReportDialogTest : public ::testing::Test, public test::ReportRig {
+ protected:
+  ReportDialogTest() { FillWithTwoAntennas(); }
+
+  bool GenerateTo(const std::string& fileName) {
+    return dialog.CommandGenerate_Click(fileName, {"a site", "a tester", true, "notes"});
+  }
+  bool IsRemembered() const { return files.files.count(kRememberedPath) > 0; }
+
+  test::MemorySettingsStore store;
+  test::ScriptedFileChooser chooser;
+  test::RecordingDocumentOpener opener;
+  platform::LastFilenames lastFilenames{platform::ProgramSettings(store)};
+  ReportDialog dialog{model, syncReport, ReportDesktop{files, chooser, boxes, opener},
+                      lastFilenames, RememberedFields(files, "C:\\Program")};
+};
+
+TEST_F(ReportDialogTest, WithoutAntennasOneBoxSaysSo) {
+  model.Clear();
+  EXPECT_FALSE(dialog.HasPhaseInformation());
+  ASSERT_EQ(boxes.boxes.size(), 1U);
+  EXPECT_EQ(boxes.boxes[0].text, "No phase information has been captured.");
+  EXPECT_EQ(boxes.boxes[0].title, "Report Can't Be Generated");
+  EXPECT_EQ(boxes.boxes[0].icon, MessageIcon::Exclamation);
+  EXPECT_EQ(boxes.boxes[0].buttons, MessageButtons::Ok);
+  EXPECT_FALSE(IsRemembered());
+}
+
+TEST_F(ReportDialogTest, WithAnAntennaThereIsNoBox) {
+  EXPECT_TRUE(dialog.HasPhaseInformation());
+  EXPECT_TRUE(boxes.boxes.empty());
+}
+
+TEST_F(ReportDialogTest, StartsWithTheLastReportAndTheRememberedFields) {
+  lastFilenames.SaveLastFilename("C:\\logs\\log.txt");
+  lastFilenames.SaveLastReportFilename("C:\\sites\\hall.html");
+  files.files[kRememberedPath] = "s\r\nt\r\n 0 \r\nn\r\n";
+  ReportFields fields;
+  EXPECT_EQ(dialog.Form_Load(fields), "C:\\sites\\hall.html");
+  EXPECT_EQ(fields.site, "s");
+  EXPECT_EQ(fields.tester, "t");
+  EXPECT_FALSE(fields.showReport);
+  EXPECT_EQ(fields.notes, "n\r\n");
+}
+
+TEST_F(ReportDialogTest, BrowseLooksInTheFolderOfTheLastCapture) {
+  lastFilenames.SaveLastFilename("C:\\logs\\log.txt");
+  lastFilenames.SaveLastReportFilename("C:\\sites\\hall.html");
+  chooser.answer = "C:\\logs\\hall.html";
+  EXPECT_EQ(dialog.CommandBrowse_Click(), "C:\\logs\\hall.html");
+  ASSERT_EQ(chooser.requests.size(), 1U);
+  EXPECT_EQ(chooser.requests[0].kind, FileChooserKind::Save);
+  EXPECT_EQ(chooser.requests[0].title, "Select a file to write to");
+  EXPECT_EQ(chooser.requests[0].filter, "HTML File (*.html)|*.html|");
+  EXPECT_EQ(chooser.requests[0].initialFolder, "C:\\logs");
+  EXPECT_EQ(chooser.requests[0].initialName, "");
+  EXPECT_EQ(store.Value("LastReportFile"), "C:\\sites\\hall.html");
+}
+
+TEST_F(ReportDialogTest, BrowseWithoutALastCaptureHasNoFolder) {
+  EXPECT_EQ(dialog.CommandBrowse_Click(), std::nullopt);
+  ASSERT_EQ(chooser.requests.size(), 1U);
+  EXPECT_EQ(chooser.requests[0].initialFolder, "");
+}
+
+TEST_F(ReportDialogTest, LastCaptureWithoutAFolderEndsTheBrowseBeforeTheChooser) {
+  lastFilenames.SaveLastFilename("log.txt");
+  chooser.answer = "C:\\x.html";
+  EXPECT_EQ(dialog.CommandBrowse_Click(), std::nullopt);
+  EXPECT_TRUE(chooser.requests.empty());
+  EXPECT_TRUE(boxes.boxes.empty());
+}
+
+TEST_F(ReportDialogTest, ChooserThatFailsCountsAsCancelled) {
+  chooser.failing = true;
+  EXPECT_EQ(dialog.CommandBrowse_Click(), std::nullopt);
+}
+
+TEST_F(ReportDialogTest, GenerateWritesRemembersShowsAndCloses) {
+  const ReportFields fields{" a site ", "a tester", true, "  one\r\ntwo "};
+  EXPECT_TRUE(dialog.CommandGenerate_Click("report.html", fields));
+  EXPECT_EQ(HtmlBehind("<td><b>Site</b></td>\r\n", "<td> a site </td>"), "<td> a site </td>");
+  EXPECT_EQ(HtmlBehind("<td><b>Notes</b></td>\r\n", "<td>one\r\ntwo</td>"), "<td>one\r\ntwo</td>");
+  EXPECT_EQ(store.Value("LastReportFile"), "report.html");
+  EXPECT_EQ(files.files[kRememberedPath], " a site \r\na tester\r\n 1 \r\none\r\ntwo\r\n");
+  EXPECT_EQ(opener.documents, std::vector<std::string>{"report.html"});
+  EXPECT_TRUE(boxes.boxes.empty());
+}
+
+TEST_F(ReportDialogTest, ReportIsShownOnlyOnDemand) {
+  EXPECT_TRUE(dialog.CommandGenerate_Click("report.html", {"", "", false, ""}));
+  EXPECT_TRUE(opener.documents.empty());
+  EXPECT_EQ(files.files[kRememberedPath], "\r\n\r\n 0 \r\n\r\n");
+}
+
+TEST_F(ReportDialogTest, AsksBeforeAFileIsReplaced) {
+  files.files["report.html"] = "old";
+  boxes.answer = MessageAnswer::No;
+  EXPECT_FALSE(GenerateTo("report.html"));
+  ASSERT_EQ(boxes.boxes.size(), 1U);
+  EXPECT_EQ(boxes.boxes[0].text, "report.html already exists.\r\n\r\nDo you want to replace it?");
+  EXPECT_EQ(boxes.boxes[0].title, "Generate Report");
+  EXPECT_EQ(boxes.boxes[0].icon, MessageIcon::Exclamation);
+  EXPECT_EQ(boxes.boxes[0].buttons, MessageButtons::YesNo);
+  EXPECT_EQ(Html(), "old");
+  EXPECT_EQ(store.Value("LastReportFile"), "");
+  EXPECT_FALSE(IsRemembered());
+  EXPECT_TRUE(opener.documents.empty());
+
+  boxes.answer = MessageAnswer::Yes;
+  EXPECT_TRUE(GenerateTo("report.html"));
+  EXPECT_EQ(HtmlFrom("<!DOCTYPE"), Html());
+  EXPECT_EQ(boxes.boxes.size(), 2U);
+}
+
+TEST_F(ReportDialogTest, UnreadableFileIsReplacedWithoutAQuestion) {
+  files.files["report.html"] = "old";
+  files.unopenable["report.html"] = true;
+  EXPECT_FALSE(GenerateTo("report.html"));
+  // The box of the report that could not be written, and no question before it.
+  ASSERT_EQ(boxes.boxes.size(), 1U);
+  EXPECT_EQ(boxes.boxes[0].buttons, MessageButtons::Ok);
+}
+
+TEST_F(ReportDialogTest, EmptyFileNameIsOneBox) {
+  EXPECT_FALSE(GenerateTo(""));
+  ASSERT_EQ(boxes.boxes.size(), 1U);
+  EXPECT_EQ(boxes.boxes[0].text, "A filename must be specified\r\nCan't generate report.");
+  EXPECT_EQ(boxes.boxes[0].title, "File not specified");
+  EXPECT_EQ(boxes.boxes[0].icon, MessageIcon::Exclamation);
+  EXPECT_EQ(boxes.boxes[0].buttons, MessageButtons::Ok);
+  EXPECT_TRUE(files.files.empty());
+}
+
+TEST_F(ReportDialogTest, ReportThatFailsSavesNothing) {
+  files.writesLeft = 0;
+  EXPECT_FALSE(GenerateTo("report.html"));
+  ASSERT_EQ(boxes.boxes.size(), 1U);
+  EXPECT_EQ(boxes.boxes[0].text,
+            "Error occured while generating report.\r\nCheck the filename and path");
+  EXPECT_EQ(boxes.boxes[0].title, "Generate Report");
+  EXPECT_EQ(boxes.boxes[0].icon, MessageIcon::Critical);
+  EXPECT_EQ(store.Value("LastReportFile"), "");
+  EXPECT_FALSE(IsRemembered());
+  EXPECT_TRUE(opener.documents.empty());
+}
+
+TEST_F(ReportDialogTest, AntennasTooManyToListAreTheCallersFault) {
+  for (std::int16_t rpn = 100; model.AaCount() < 51; ++rpn) {
+    model.FindOrAddAa(rpn, 0, 0);
+  }
+  EXPECT_THROW(model.FindOrAddAa(99, 0, 0), base::Fault);
+  EXPECT_TRUE(dialog.HasPhaseInformation());
+  EXPECT_EQ(test::FaultOf([this] { GenerateTo("report.html"); }), base::FaultKind::Subscript);
+  EXPECT_TRUE(files.files.empty());
+  EXPECT_TRUE(boxes.boxes.empty());
+}
+
+TEST_F(ReportDialogTest, BrowserThatCannotBeStartedIsOneBoxAfterEverythingIsSaved) {
+  opener.answer = false;
+  EXPECT_TRUE(GenerateTo("report.html"));
+  ASSERT_EQ(boxes.boxes.size(), 1U);
+  EXPECT_EQ(boxes.boxes[0].text, "Could not open the HTML formatted report.");
+  EXPECT_EQ(boxes.boxes[0].title, "Web Browser Error");
+  EXPECT_EQ(boxes.boxes[0].icon, MessageIcon::Critical);
+  EXPECT_EQ(boxes.boxes[0].buttons, MessageButtons::Ok);
+  EXPECT_EQ(store.Value("LastReportFile"), "report.html");
+  EXPECT_TRUE(IsRemembered());
+}
+
+TEST_F(ReportDialogTest, FieldsThatCannotBeRememberedAreNoHindrance) {
+  files.unopenable[kRememberedPath] = true;
+  EXPECT_TRUE(GenerateTo("report.html"));
+  EXPECT_TRUE(boxes.boxes.empty());
+  EXPECT_EQ(opener.documents.size(), 1U);
+}
+
+}  // namespace
+}  // namespace kelvara::report

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <initializer_list>
+#include <string>
+
+#include "app/OptionGroups.h"
+#include "platform/MemoryMenuBar.h"
+#include "report/SyncReport.h"
+#include "support/Doubles.h"
+
+namespace kelvara::test {
+
+/// A report generator beside the model and the option menus that it reads.
+struct ReportRig {
+  ReportRig() {
+    clock.wall = 20000.5;
+    ShowFps(false);
+  }
+
+  void ShowFps(bool shown) {
+    app::CheckOption(menuBar,
+                     shown ? platform::MenuEntry::mnuFpsOn : platform::MenuEntry::mnuFpsOff);
+  }
+
+  bool Generate(const std::string& notes = "") {
+    return syncReport.GenerateReport("report.html", "a site", "a tester", notes);
+  }
+
+  /// Two antennas, RPN 13 and RPN 7, that hear each other.
+  void FillWithTwoAntennas() {
+    model.FindOrAddAa(13, 1, 2);
+    model.FindOrAddAa(7, 0, 2);
+    for (int reading = 0; reading < 10; ++reading) {
+      model.AddPhase(0, 1, 9);
+      model.AddPhase(1, 0, -8);
+    }
+  }
+
+  const std::string& Html() { return files.files["report.html"]; }
+
+  /// The report from the first place of a text on.
+  std::string HtmlFrom(const std::string& text) {
+    const std::size_t place = Html().find(text);
+    return place == std::string::npos ? "no " + text : Html().substr(place);
+  }
+
+  /// What the report starts with behind the first place of a text, as long as `expected`.
+  std::string HtmlBehind(const std::string& text, const std::string& expected) {
+    return HtmlFrom(text).substr(text.size(), expected.size());
+  }
+
+  ManualClock clock;
+  PlainDateFormat dateFormat;
+  MemoryFileSystem files;
+  RecordingMessageBoxes boxes;
+  platform::MemoryMenuBar menuBar;
+  sync::SyncModel model;
+  report::SyncReport syncReport{model, sync::DisplayOptions(menuBar), clock, dateFormat, files,
+                                boxes};
+};
+
+/// The lines, each ended by CR LF.
+inline std::string Lines(std::initializer_list<std::string> lines) {
+  std::string text;
+  for (const std::string& line : lines) {
+    text += line + "\r\n";
+  }
+  return text;
+}
+
+}  // namespace kelvara::test

@@ -1,0 +1,109 @@
+#include "sim/SiteFile.h"
+
+#include <gtest/gtest.h>
+
+#include "sim/ExampleSite.h"
+#include "support/Doubles.h"
+#include "support/Faults.h"
+
+namespace kelvara::sim {
+namespace {
+
+/// The text of the fault that a site's text ends in; empty when it is read well.
+std::string FaultText(const std::string& text) {
+  try {
+    ParseSite(text, "hall.txt");
+  } catch (const base::Fault& fault) {
+    EXPECT_EQ(fault.Kind(), base::FaultKind::File);
+    return fault.what();
+  }
+  return {};
+}
+
+std::string ManyAntennas(int count) {
+  std::string text;
+  for (int rpn = 0; rpn < count; ++rpn) {
+    text += std::to_string(rpn) + " 1 2 3\n";
+  }
+  return text;
+}
+
+TEST(SiteFileTest, ReadsOneAntennaALine) {
+  EXPECT_EQ(ParseSite("7 3 90 120\n255 15 255 2750\n0 0 0 0\n", "hall.txt"),
+            (Site{{7, 3, 90, 120}, {255, 15, 255, 2750}, {0, 0, 0, 0}}));
+}
+
+TEST(SiteFileTest, PassesOverCommentsEmptyLinesTabsAndCarriageReturns) {
+  EXPECT_EQ(
+      ParseSite("# hall\r\n\r\n \t\r\n  7\t3  90 120   # stage left\r\n8 3 90 5#x", "hall.txt"),
+      (Site{{7, 3, 90, 120}, {8, 3, 90, 5}}));
+}
+
+TEST(SiteFileTest, NamesFileLineAndWhatIsWrong) {
+  EXPECT_EQ(FaultText("1 2 3 4\n\n1 2 3\n"),
+            "\"hall.txt\", line 3: four values are due (RPN, FPS, FPN and cable length), "
+            "there are 3");
+  EXPECT_EQ(FaultText("1 2 3 4 5"),
+            "\"hall.txt\", line 1: four values are due (RPN, FPS, FPN and cable length), "
+            "there are 5");
+  EXPECT_EQ(FaultText("256 2 3 4"), "\"hall.txt\", line 1: RPN 256 is outside 0 to 255");
+  EXPECT_EQ(FaultText("-1 2 3 4"), "\"hall.txt\", line 1: RPN -1 is outside 0 to 255");
+  EXPECT_EQ(FaultText("1 16 3 4"), "\"hall.txt\", line 1: FPS 16 is outside 0 to 15");
+  EXPECT_EQ(FaultText("1 2 999 4"), "\"hall.txt\", line 1: FPN 999 is outside 0 to 255");
+  EXPECT_EQ(FaultText("1 2 3 2751"),
+            "\"hall.txt\", line 1: cable length 2751 is outside 0 to 2750");
+  EXPECT_EQ(FaultText("99999999999 2 3 4"),
+            "\"hall.txt\", line 1: RPN 99999999999 is outside 0 to 255");
+  EXPECT_EQ(FaultText("1 2 3 4.5"),
+            "\"hall.txt\", line 1: cable length \"4.5\" is not a whole number");
+  EXPECT_EQ(FaultText("x 2 3 4"), "\"hall.txt\", line 1: RPN \"x\" is not a whole number");
+}
+
+TEST(SiteFileTest, AnRpnGivenTwiceIsRefused) {
+  EXPECT_EQ(FaultText("7 3 90 1\n8 3 90 1\n7 4 91 2\n"),
+            "\"hall.txt\", line 3: RPN 7 stands in line 1 already");
+}
+
+TEST(SiteFileTest, TakesFiftyOneAntennasAndNoMore) {
+  EXPECT_EQ(ParseSite(ManyAntennas(51), "hall.txt").size(), 51U);
+  EXPECT_EQ(FaultText(ManyAntennas(52)), "\"hall.txt\", line 52: a site has at most 51 antennas");
+}
+
+TEST(SiteFileTest, AFileWithoutAntennasIsRefused) {
+  EXPECT_EQ(FaultText(""), "\"hall.txt\": there is no antenna in it");
+  EXPECT_EQ(FaultText("# nobody home\n"), "\"hall.txt\": there is no antenna in it");
+}
+
+TEST(SiteFileTest, WhatIsNoTextIsShownHarmlessly) {
+  EXPECT_EQ(FaultText("\x1b[31m\"\xff 2 3 4"),
+            "\"hall.txt\", line 1: RPN \"?[31m??\" is not a whole number");
+  EXPECT_EQ(FaultText(std::string(300, 'x') + " 2 3 4"),
+            "\"hall.txt\", line 1: RPN \"xxxxxxxxxxxxxxxxxxxx...\" is not a whole number");
+}
+
+TEST(SiteFileTest, ReadsAFileThroughTheFileSystem) {
+  test::MemoryFileSystem files;
+  // More than one read's worth.
+  files.files["hall.txt"] = "#" + std::string(9000, '-') + "\n7 3 90 120\n";
+  EXPECT_EQ(ReadSite(files, "hall.txt"), (Site{{7, 3, 90, 120}}));
+}
+
+TEST(SiteFileTest, AMissingOrHugeFileIsAFileFault) {
+  test::MemoryFileSystem files;
+  files.files["huge.txt"] = std::string(100000, '\n');
+  EXPECT_EQ(test::FaultOf([&] { ReadSite(files, "missing.txt"); }), base::FaultKind::File);
+  EXPECT_EQ(test::FaultOf([&] { ReadSite(files, "huge.txt"); }), base::FaultKind::File);
+}
+
+TEST(SiteFileTest, TheExampleSitesHaveAsManyAntennasAsTheirNamesSay) {
+  EXPECT_EQ(test::ExampleSite("site-4.txt").size(), 4U);
+  EXPECT_EQ(test::ExampleSite("site-12.txt").size(), 12U);
+  EXPECT_EQ(test::ExampleSite("site-51.txt").size(), 51U);
+}
+
+TEST(SiteFileTest, TheSiteThatNeedsNoFileIsTheExampleOfTwelve) {
+  EXPECT_EQ(test::ExampleSite("site-12.txt"), DemoSite());
+}
+
+}  // namespace
+}  // namespace kelvara::sim

@@ -1,0 +1,103 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "report/CableLengths.h"
+#include "sim/ExampleSite.h"
+#include "sim/RfpsReportText.h"
+#include "sim/SiteWalk.h"
+#include "support/SyncRoom.h"
+#include "sync/AaSyncUnits.h"
+
+namespace kelvara::sim {
+namespace {
+
+bool IsMatrixFull(const sync::SyncModel& model, std::size_t antennas) {
+  if (static_cast<std::size_t>(model.AaCount()) != antennas) {
+    return false;
+  }
+  for (int from = 0; from < model.AaCount(); ++from) {
+    for (int to = 0; to < model.AaCount(); ++to) {
+      if (from != to && model.Cell(from, to).Count == 0) {
+        return false;
+      }
+    }
+  }
+  return true;
+}
+
+/// Walks until every antenna was heard from every other, and returns after how many reports.
+int FillMatrix(const Site& site, std::uint64_t seed, test::SyncRoom& room) {
+  constexpr int kPatience = 5000;
+  constexpr int kReportsPerLook = 20;
+  SiteWalk walk(site, seed);
+  int reports = 0;
+  do {
+    for (int report = 0; report < kReportsPerLook; ++report) {
+      room.Process(RfpsReportText(walk.Next()));
+    }
+    reports += kReportsPerLook;
+  } while (reports < kPatience && !IsMatrixFull(room.model, site.size()));
+  return reports;
+}
+
+void ExpectTrueLengths(const Site& site, const sync::SyncModel& model) {
+  const report::CableLengths lengths(model);
+  const int shortest = std::min_element(site.begin(), site.end(), [](const auto& a, const auto& b) {
+                         return a.cableMetres < b.cableMetres;
+                       })->cableMetres;
+  for (int aa = 0; aa < model.AaCount(); ++aa) {
+    const auto antenna = std::find_if(site.begin(), site.end(), [&](const Antenna& candidate) {
+      return candidate.rpn == model.AaRpn(aa);
+    });
+    ASSERT_NE(antenna, site.end());
+    EXPECT_EQ(model.AaFps(aa), antenna->fps);
+    EXPECT_EQ(model.AaFpn(aa), antenna->fpn);
+    EXPECT_LE(std::abs(lengths.Metres(aa) - (antenna->cableMetres - shortest)),
+              sync::kMetresPerAaSyncUnit)
+        << "RPN " << antenna->rpn << " with " << antenna->cableMetres << " metres";
+  }
+}
+
+class SiteTruthTest : public ::testing::TestWithParam<const char*> {};
+
+TEST_P(SiteTruthTest, LengthsRelativeToTheShortestCableComeOutWithinOneSyncUnit) {
+  const Site site = test::ExampleSite(GetParam());
+  for (std::uint64_t seed = 1; seed <= 10; ++seed) {
+    test::SyncRoom room;
+    const int reports = FillMatrix(site, seed, room);
+    ASSERT_TRUE(IsMatrixFull(room.model, site.size())) << "seed " << seed;
+    EXPECT_EQ(room.model.ReportCount(), reports);
+    EXPECT_EQ(room.beeper.count, 0);
+    ExpectTrueLengths(site, room.model);
+  }
+}
+
+TEST_P(SiteTruthTest, LengthsStayTrueOverManyReports) {
+  const Site site = test::ExampleSite(GetParam());
+  test::SyncRoom room;
+  SiteWalk walk(site, 4);
+  for (int report = 0; report < 3000; ++report) {
+    room.Process(RfpsReportText(walk.Next()));
+  }
+  ASSERT_TRUE(IsMatrixFull(room.model, site.size()));
+  EXPECT_EQ(room.beeper.count, 0);
+  ExpectTrueLengths(site, room.model);
+}
+
+INSTANTIATE_TEST_SUITE_P(Examples, SiteTruthTest,
+                         ::testing::Values("site-4.txt", "site-12.txt", "site-51.txt"));
+
+TEST(SiteTruthOfExtremesTest, TheLongestCableOfAllIsMeasuredToo) {
+  const Site site{{1, 0, 0, 0}, {2, 0, 0, kMaxCableMetres}, {3, 0, 0, 1000}};
+  for (std::uint64_t seed = 1; seed <= 50; ++seed) {
+    test::SyncRoom room;
+    FillMatrix(site, seed, room);
+    ASSERT_TRUE(IsMatrixFull(room.model, site.size()));
+    ExpectTrueLengths(site, room.model);
+  }
+}
+
+}  // namespace
+}  // namespace kelvara::sim

@@ -1,0 +1,149 @@
+#include "sim/SiteWalk.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <map>
+#include <set>
+#include <utility>
+
+#include "sim/ExampleSite.h"
+#include "sim/RfpsReportText.h"
+#include "support/Faults.h"
+
+namespace kelvara::sim {
+namespace {
+
+constexpr const char* kSiteFiles[] = {"site-4.txt", "site-12.txt", "site-51.txt"};
+
+TEST(SiteWalkTest, TheSameSeedWalksTheSameWay) {
+  SiteWalk one(DemoSite(), 7);
+  SiteWalk two(DemoSite(), 7);
+  SiteWalk other(DemoSite(), 8);
+  bool differs = false;
+  for (int report = 0; report < 50; ++report) {
+    const std::string text = RfpsReportText(one.Next());
+    EXPECT_EQ(text, RfpsReportText(two.Next()));
+    differs = differs || text != RfpsReportText(other.Next());
+  }
+  EXPECT_TRUE(differs);
+}
+
+TEST(SiteWalkTest, HearsUpToNineOthersOnceEachWithOneToThreeReadings) {
+  for (const char* name : kSiteFiles) {
+    const Site site = test::ExampleSite(name);
+    SiteWalk walk(site, 3);
+    std::set<std::size_t> counts;
+    for (int report = 0; report < 500; ++report) {
+      const Observation observation = walk.Next();
+      std::set<int> rpns{observation.synchronised.rpn};
+      for (const Neighbour& neighbour : observation.neighbours) {
+        EXPECT_TRUE(rpns.insert(neighbour.antenna.rpn).second);
+        EXPECT_GE(neighbour.readings.size(), 1U);
+        EXPECT_LE(neighbour.readings.size(), 3U);
+      }
+      counts.insert(observation.neighbours.size());
+    }
+    EXPECT_EQ(*counts.rbegin(), std::min<std::size_t>(site.size() - 1, 9)) << name;
+  }
+}
+
+TEST(SiteWalkTest, StaysAFewReportsAtEachAntennaAndVisitsAllBeforeTheNextRound) {
+  const Site site = test::ExampleSite("site-12.txt");
+  SiteWalk walk(site, 5);
+  for (int round = 0; round < 20; ++round) {
+    std::map<int, int> reportsOfRpn;
+    int here = walk.Next().synchronised.rpn;
+    // The walk moves on without saying so: a round's reports are counted antenna by antenna.
+    for (std::size_t visited = 1; visited <= site.size(); ++visited) {
+      EXPECT_EQ(reportsOfRpn.count(here), 0U);
+      reportsOfRpn[here] = 1;
+      if (visited == site.size()) {
+        break;
+      }
+      int next = here;
+      while (next == here) {
+        next = walk.Next().synchronised.rpn;
+        reportsOfRpn[here] += next == here ? 1 : 0;
+      }
+      EXPECT_GE(reportsOfRpn[here], 2);
+      EXPECT_LE(reportsOfRpn[here], 4);
+      here = next;
+    }
+    EXPECT_EQ(reportsOfRpn.size(), site.size());
+    walk = SiteWalk(site, static_cast<std::uint64_t>(round));
+  }
+}
+
+TEST(SiteWalkTest, HearsEveryAntennaFromEveryOther) {
+  for (const char* name : kSiteFiles) {
+    const Site site = test::ExampleSite(name);
+    for (std::uint64_t seed = 1; seed <= 20; ++seed) {
+      SiteWalk walk(site, seed);
+      std::set<std::pair<int, int>> pairs;
+      const std::size_t all = site.size() * (site.size() - 1);
+      // Six others at least are heard in a report, two reports at least made at an antenna, four at
+      // most, and none is heard a second time before all have been heard once.
+      const std::size_t reportsEach = (site.size() - 1 + 5) / 6;
+      const std::size_t rounds = (reportsEach + 1) / 2;
+      const std::size_t enough = rounds * 4 * site.size();
+      for (std::size_t report = 0; report < enough; ++report) {
+        const Observation observation = walk.Next();
+        for (const Neighbour& neighbour : observation.neighbours) {
+          pairs.emplace(observation.synchronised.rpn, neighbour.antenna.rpn);
+        }
+      }
+      EXPECT_EQ(pairs.size(), all) << name << ", seed " << seed;
+    }
+  }
+}
+
+TEST(SiteWalkTest, AReadingIsTheDelayOfTheSynchronisedAntennaLessTheNeighboursWithLittleNoise) {
+  const Site site{{1, 0, 0, 290}, {2, 0, 0, 1450}};
+  SiteWalk walk(site, 11);
+  std::set<int> phases;
+  for (int report = 0; report < 200; ++report) {
+    const Observation observation = walk.Next();
+    const int truth = observation.synchronised.rpn == 1 ? 10 - 50 : 50 - 10;
+    for (const Reading& reading : observation.neighbours.at(0).readings) {
+      if (reading.kind == Reading::Kind::Measured) {
+        EXPECT_LE(std::abs(reading.phase - truth), 1);
+        phases.insert(reading.phase - truth);
+      }
+    }
+  }
+  EXPECT_EQ(phases, (std::set<int>{-1, 0, 1}));
+}
+
+TEST(SiteWalkTest, SomeReadingsAreUnknownOrBlankAndMostAreMeasured) {
+  SiteWalk walk(DemoSite(), 1);
+  std::map<Reading::Kind, int> counts;
+  for (int report = 0; report < 1000; ++report) {
+    for (const Neighbour& neighbour : walk.Next().neighbours) {
+      for (const Reading& reading : neighbour.readings) {
+        ++counts[reading.kind];
+      }
+    }
+  }
+  EXPECT_GT(counts[Reading::Kind::Unknown], 100);
+  EXPECT_GT(counts[Reading::Kind::Blank], 100);
+  EXPECT_GT(counts[Reading::Kind::Measured],
+            4 * (counts[Reading::Kind::Unknown] + counts[Reading::Kind::Blank]));
+}
+
+TEST(SiteWalkTest, OneAntennaAloneHearsNobody) {
+  SiteWalk walk({{9, 1, 2, 3}}, 1);
+  for (int report = 0; report < 10; ++report) {
+    const Observation observation = walk.Next();
+    EXPECT_EQ(observation.synchronised.rpn, 9);
+    EXPECT_TRUE(observation.neighbours.empty());
+  }
+}
+
+TEST(SiteWalkTest, ASiteWithoutAntennasIsASubscriptFault) {
+  SiteWalk walk({}, 1);
+  EXPECT_EQ(test::FaultOf([&] { walk.Next(); }), base::FaultKind::Subscript);
+}
+
+}  // namespace
+}  // namespace kelvara::sim

@@ -1,0 +1,87 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <vector>
+
+#include "base/Fault.h"
+#include "platform/DocumentOpener.h"
+#include "platform/FileChooser.h"
+#include "platform/SettingsStore.h"
+
+/// Stand-ins for the desktop and its settings that tests move by hand.
+namespace kelvara::test {
+
+/// Keeps the settings in memory. With `writable` off every write is a file fault.
+class MemorySettingsStore : public platform::SettingsStore {
+ public:
+  using Place = std::tuple<std::string, std::string, std::string>;
+
+  std::string Read(std::string_view application, std::string_view section, std::string_view key,
+                   std::string_view defaultText) const override {
+    const auto found = values.find(PlaceOf(application, section, key));
+    return found == values.end() ? std::string(defaultText) : found->second;
+  }
+
+  void Write(std::string_view application, std::string_view section, std::string_view key,
+             std::string_view text) override {
+    if (!writable) {
+      throw base::Fault(base::FaultKind::File, "cannot write the settings");
+    }
+    values[PlaceOf(application, section, key)] = text;
+  }
+
+  /// A value of this program's own section; empty when it is absent.
+  std::string Value(std::string_view key) const { return Read("CorvanaSync", "Settings", key, ""); }
+  void SetValue(std::string_view key, std::string_view text) {
+    values[PlaceOf("CorvanaSync", "Settings", key)] = text;
+  }
+
+  std::map<Place, std::string> values;
+  bool writable = true;
+
+ private:
+  static Place PlaceOf(std::string_view application, std::string_view section,
+                       std::string_view key) {
+    return {std::string(application), std::string(section), std::string(key)};
+  }
+};
+
+/// Remembers every request; the user's choice is `answer`, nothing for cancel. With `failing` set
+/// the chooser itself is a fault.
+class ScriptedFileChooser : public platform::FileChooser {
+ public:
+  std::optional<std::string> Choose(const platform::FileChooserRequest& request) override {
+    requests.push_back(request);
+    if (failing) {
+      throw base::Fault(base::FaultKind::File, "no chooser");
+    }
+    return answer;
+  }
+
+  std::vector<platform::FileChooserRequest> requests;
+  std::optional<std::string> answer;
+  bool failing = false;
+};
+
+/// Remembers what was to be opened; the desktop's answer is `answer`.
+class RecordingDocumentOpener : public platform::DocumentOpener {
+ public:
+  bool OpenDocument(const std::string& path) override {
+    documents.push_back(path);
+    return answer;
+  }
+  bool OpenAddress(const std::string& address) override {
+    addresses.push_back(address);
+    return answer;
+  }
+
+  std::vector<std::string> documents;
+  std::vector<std::string> addresses;
+  bool answer = true;
+};
+
+}  // namespace kelvara::test

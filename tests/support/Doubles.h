@@ -1,0 +1,195 @@
+#pragma once
+
+#include <cmath>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "base/Fault.h"
+#include "platform/Beeper.h"
+#include "platform/Clock.h"
+#include "platform/DateFormat.h"
+#include "platform/EventPump.h"
+#include "platform/FileSystem.h"
+#include "platform/LogBox.h"
+#include "platform/MessageBoxes.h"
+#include "platform/StatusBar.h"
+
+/// Stand-ins for the machine that tests move by hand.
+namespace kelvara::test {
+
+class CountingBeeper : public platform::Beeper {
+ public:
+  void Beep() override { ++count; }
+
+  int count = 0;
+};
+
+/// A clock that stands still until it is moved.
+class ManualClock : public platform::Clock {
+ public:
+  platform::DateTime Now() const override { return now; }
+  platform::DateTime WallTime() const override { return wall; }
+  std::int64_t TickCount() const override { return ticks; }
+
+  void Advance(double seconds) {
+    now += platform::Span(seconds);
+    wall += platform::Span(seconds);
+    ticks += static_cast<std::int64_t>(seconds * 1000);
+  }
+
+  platform::DateTime now = 20000.0;
+  platform::DateTime wall = 20000.0;
+  std::int64_t ticks = 0;
+};
+
+/// Dates that show which form was asked for, and when.
+class PlainDateFormat : public platform::DateFormat {
+ public:
+  std::string ShortDate(platform::DateTime wallTime) const override {
+    return "day" + std::to_string(static_cast<std::int64_t>(wallTime));
+  }
+  std::string General(platform::DateTime wallTime) const override {
+    const auto seconds = std::llround(wallTime * platform::kSecondsPerDay);
+    return "second" + std::to_string(seconds);
+  }
+};
+
+/// Remembers every box; answers with `answer`.
+class RecordingMessageBoxes : public platform::MessageBoxes {
+ public:
+  struct Box {
+    std::string text;
+    std::string title;
+    platform::MessageIcon icon;
+    platform::MessageButtons buttons;
+  };
+
+  platform::MessageAnswer Show(std::string_view text, std::string_view title,
+                               platform::MessageIcon icon,
+                               platform::MessageButtons buttons) override {
+    boxes.push_back({std::string(text), std::string(title), icon, buttons});
+    return answer;
+  }
+
+  std::vector<Box> boxes;
+  platform::MessageAnswer answer = platform::MessageAnswer::Ok;
+};
+
+/// Keeps files in memory. A path in `unopenable` cannot be opened; with `writesLeft` set, so many
+/// more writes succeed and the next ones fail.
+class MemoryFileSystem : public platform::FileSystem {
+ public:
+  std::unique_ptr<platform::OutputFile> OpenForOutput(const std::string& path) override {
+    CheckOpen(path);
+    files[path].clear();
+    return std::make_unique<Output>(*this, path);
+  }
+  std::unique_ptr<platform::OutputFile> OpenForAppend(const std::string& path) override {
+    CheckOpen(path);
+    files[path];
+    return std::make_unique<Output>(*this, path);
+  }
+  std::unique_ptr<platform::InputFile> OpenForInput(const std::string& path) override {
+    CheckOpen(path);
+    const auto found = files.find(path);
+    if (found == files.end()) {
+      throw base::Fault(base::FaultKind::File, "no file " + path);
+    }
+    return std::make_unique<Input>(found->second);
+  }
+
+  std::map<std::string, std::string> files;
+  std::map<std::string, bool> unopenable;
+  std::optional<int> writesLeft;
+  int openFiles = 0;
+
+ private:
+  class Output : public platform::OutputFile {
+   public:
+    Output(MemoryFileSystem& owner, std::string path) : owner_(owner), path_(std::move(path)) {
+      ++owner_.openFiles;
+    }
+    ~Output() override { --owner_.openFiles; }
+    Output(const Output&) = delete;
+    Output& operator=(const Output&) = delete;
+
+    void Write(std::string_view bytes) override {
+      if (owner_.writesLeft && (*owner_.writesLeft)-- <= 0) {
+        throw base::Fault(base::FaultKind::File, "cannot write " + path_);
+      }
+      owner_.files[path_] += bytes;
+    }
+
+   private:
+    MemoryFileSystem& owner_;
+    std::string path_;
+  };
+
+  class Input : public platform::InputFile {
+   public:
+    explicit Input(std::string text) : text_(std::move(text)) {}
+    std::size_t Read(std::span<char> buffer) override {
+      const std::size_t got = text_.copy(buffer.data(), buffer.size(), position_);
+      position_ += got;
+      return got;
+    }
+    std::size_t Size() const override { return text_.size(); }
+
+   private:
+    std::string text_;
+    std::size_t position_ = 0;
+  };
+
+  void CheckOpen(const std::string& path) const {
+    if (unopenable.count(path) > 0) {
+      throw base::Fault(base::FaultKind::File, "cannot open " + path);
+    }
+  }
+};
+
+class RecordingStatusBar : public platform::StatusBar {
+ public:
+  void SetPanel(platform::StatusPanel panel, std::string_view text) override {
+    panels[panel] = text;
+  }
+
+  std::map<platform::StatusPanel, std::string> panels;
+};
+
+class RecordingLogBox : public platform::LogBox {
+ public:
+  bool IsShown() const override { return shown; }
+  void SetShown(bool nowShown) override { shown = nowShown; }
+  void Append(std::string_view added) override {
+    if (shown) {
+      text += added;
+    }
+  }
+  void Clear() override { text.clear(); }
+
+  bool shown = true;
+  std::string text;
+};
+
+/// Runs `onYield`, where one is set, each time events may run.
+class ScriptedEventPump : public platform::EventPump {
+ public:
+  bool ProcessEvents() override {
+    ++yields;
+    if (onYield) {
+      onYield();
+    }
+    return !ending;
+  }
+
+  std::function<void()> onYield;
+  int yields = 0;
+  bool ending = false;
+};
+
+}  // namespace kelvara::test

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QDeadlineTimer>
+#include <QEventLoop>
+#include <QTimer>
+#include <functional>
+
+namespace kelvara::test {
+
+/// Lets events run for so long.
+inline void RunEvents(int milliseconds) {
+  QEventLoop loop;
+  QTimer::singleShot(milliseconds, Qt::PreciseTimer, &loop, &QEventLoop::quit);
+  loop.exec();
+}
+
+/// Lets events run until the condition holds; false when it does not in five seconds.
+inline bool RunUntil(const std::function<bool()>& condition) {
+  const QDeadlineTimer deadline(5000);
+  while (!condition()) {
+    if (deadline.hasExpired()) {
+      return false;
+    }
+    RunEvents(5);
+  }
+  return true;
+}
+
+}  // namespace kelvara::test

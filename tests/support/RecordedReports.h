@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+/// Reports of 29 lines, as they stand in a recorded session.
+namespace kelvara::test {
+
+inline std::string CrLf(const std::string& line) { return line + "\r\n"; }
+
+/// "rfps", the lines given, then empty lines up to the 29th.
+inline std::string RecordedReport(const std::vector<std::string>& lines) {
+  constexpr std::size_t kLines = 29;
+  std::string text = CrLf("rfps");
+  for (const std::string& line : lines) {
+    text += CrLf(line);
+  }
+  for (std::size_t line = lines.size() + 1; line < kLines; ++line) {
+    text += CrLf("");
+  }
+  return text;
+}
+
+/// The identity of an antenna with FPN 5A and FPS 3.
+inline std::string AntennaIdentity(int rpn) {
+  char text[16];
+  std::snprintf(text, sizeof text, "100ec5A3%02X", static_cast<unsigned>(rpn) & 0xFFU);
+  return text;
+}
+
+inline std::string SyncLine(int rpn) { return AntennaIdentity(rpn) + " Sync"; }
+
+/// A neighbour with one reading, of at most three characters.
+inline std::string NeighbourLine(int rpn, int phase) {
+  char text[16];
+  std::snprintf(text, sizeof text, "%3d", phase);
+  return AntennaIdentity(rpn) + " Neighbour phase =  " + text;
+}
+
+inline std::string OneNeighbourReport(int syncRpn, int rpn, int phase) {
+  return RecordedReport({SyncLine(syncRpn), NeighbourLine(rpn, phase)});
+}
+
+/// An antenna and `count` neighbours with the RPNs from `firstRpn` on.
+inline std::string CrowdedReport(int syncRpn, int firstRpn, int count) {
+  std::vector<std::string> lines = {SyncLine(syncRpn)};
+  for (int rpn = firstRpn; rpn < firstRpn + count; ++rpn) {
+    lines.push_back(NeighbourLine(rpn, 1));
+  }
+  return RecordedReport(lines);
+}
+
+/// Six reports that name 52 antennas, with the RPNs 0 to 51; the last of them is one too many.
+inline std::string FiftyTwoAntennas() {
+  std::string text;
+  for (int firstRpn = 1; firstRpn < 46; firstRpn += 9) {
+    text += CrowdedReport(0, firstRpn, 9);
+  }
+  return text + CrowdedReport(0, 46, 6);
+}
+
+}  // namespace kelvara::test

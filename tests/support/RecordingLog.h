@@ -1,0 +1,36 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/Fault.h"
+#include "sync/LogFunnel.h"
+
+namespace kelvara::test {
+
+/// A log funnel that keeps the entries. With `entriesLeft` set, so many more are taken and the next
+/// ones fault, as they do when a capture file cannot be written.
+class RecordingLog : public sync::LogFunnel {
+ public:
+  void PrintLogEntry(std::string_view strLog) override {
+    if (entriesLeft && (*entriesLeft)-- <= 0) {
+      throw base::Fault(base::FaultKind::File, "cannot write the log");
+    }
+    entries.emplace_back(strLog);
+    if (onEntry) {
+      onEntry();
+    }
+  }
+
+  bool IsListening() const override { return listening; }
+
+  std::vector<std::string> entries;
+  std::optional<int> entriesLeft;
+  std::function<void()> onEntry;
+  bool listening = true;
+};
+
+}  // namespace kelvara::test

@@ -1,0 +1,127 @@
+#include "sync/SyncGridView.h"
+
+#include <gtest/gtest.h>
+
+#include <QHeaderView>
+#include <QLabel>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTest>
+
+#include "support/WindowDriver.h"
+#include "sync/SyncGrid.h"
+
+namespace kelvara::test {
+namespace {
+
+class SyncGridViewTest : public testing::Test {
+ protected:
+  SyncGridViewTest() { view_.SetGridModel(&model_); }
+
+  void Fill(int antennas) {
+    model_.BeginRedraw();
+    model_.SetSize(antennas + 1, antennas + 1);
+    for (int i = 0; i <= antennas; ++i) {
+      model_.SetColumnWidth(i, sync::kGridColumnTwips);
+      for (int j = 0; j <= antennas; ++j) {
+        model_.SetText(i, j, std::to_string(i * 100 + j));
+        model_.SetCentred(i, j);
+        if (i > 0 && j > 0) {
+          model_.SetBackground(i, j, platform::Colour{0xFFE6E6});
+        }
+      }
+    }
+    model_.EndRedraw();
+  }
+
+  QVariant Data(int row, int column, int role) { return model_.index(row, column).data(role); }
+
+  sync::SyncGridModel model_;
+  sync::SyncGridView view_;
+};
+
+TEST_F(SyncGridViewTest, HoldsTextBackgroundAndAlignmentInTheUsualRoles) {
+  Fill(2);
+  EXPECT_EQ(Data(0, 0, Qt::DisplayRole).toString(), "0");
+  EXPECT_EQ(Data(1, 2, Qt::DisplayRole).toString(), "102");
+  EXPECT_EQ(Data(1, 2, Qt::BackgroundRole).value<QBrush>().color(), QColor(230, 230, 255));
+  EXPECT_EQ(Data(1, 2, Qt::ForegroundRole).value<QBrush>().color(), QColor(Qt::black));
+  EXPECT_EQ(Data(1, 2, Qt::TextAlignmentRole).toInt(), int{Qt::AlignCenter});
+  EXPECT_FALSE(Data(0, 1, Qt::BackgroundRole).isValid());
+}
+
+TEST_F(SyncGridViewTest, GivesColumnsTheirTwips) {
+  Fill(3);
+  EXPECT_EQ(view_.columnWidth(1), 37) << "550 twips at 96 dots per inch";
+  EXPECT_EQ(view_.columnWidth(3), 37);
+  EXPECT_EQ(view_.verticalHeader()->width(), 37);
+}
+
+TEST_F(SyncGridViewTest, HasAFontInWhichSixCharactersAreNotCut) {
+  const QFontMetrics metrics(view_.font());
+  for (const char* const text : {"-12350", "63[15]", "3F[15]", "-99999"}) {
+    EXPECT_LE(metrics.horizontalAdvance(QString::fromLatin1(text)), 36) << text;
+  }
+}
+
+TEST_F(SyncGridViewTest, KeepsHeaderRowAndColumnInPlaceWhileScrolling) {
+  view_.resize(300, 200);
+  Fill(51);
+  ShowWindow(view_);
+  view_.horizontalScrollBar()->setValue(view_.horizontalScrollBar()->maximum());
+  view_.verticalScrollBar()->setValue(view_.verticalScrollBar()->maximum());
+  EXPECT_TRUE(view_.isRowHidden(0));
+  EXPECT_TRUE(view_.isColumnHidden(0));
+  EXPECT_EQ(model_.headerData(51, Qt::Horizontal, Qt::DisplayRole).toString(), "51");
+  EXPECT_EQ(model_.headerData(51, Qt::Vertical, Qt::DisplayRole).toString(), "5100");
+  EXPECT_TRUE(view_.horizontalHeader()->isVisible());
+  EXPECT_TRUE(view_.verticalHeader()->isVisible());
+  EXPECT_EQ(view_.findChild<QLabel*>()->text(), "0") << "the corner";
+}
+
+TEST_F(SyncGridViewTest, TellsViewsOnceOfARedraw) {
+  Fill(4);
+  const QSignalSpy changed(&model_, &QAbstractItemModel::dataChanged);
+  model_.BeginRedraw();
+  model_.BeginRedraw();
+  model_.SetText(1, 1, "new");
+  model_.EndRedraw();
+  model_.SetText(3, 4, "new");
+  EXPECT_EQ(changed.count(), 0);
+  model_.EndRedraw();
+  ASSERT_EQ(changed.count(), 1);
+  EXPECT_EQ(changed[0][0].toModelIndex(), model_.index(1, 1));
+  EXPECT_EQ(changed[0][1].toModelIndex(), model_.index(3, 4));
+}
+
+TEST_F(SyncGridViewTest, SaysNothingOfARedrawThatChangesNothing) {
+  Fill(4);
+  const QSignalSpy changed(&model_, &QAbstractItemModel::dataChanged);
+  Fill(4);
+  EXPECT_EQ(changed.count(), 0);
+}
+
+TEST_F(SyncGridViewTest, KeepsWhatStaysInsideWhenItGrowsAndShrinks) {
+  Fill(2);
+  model_.SetSize(5, 5);
+  EXPECT_EQ(model_.Text(2, 2), "202");
+  EXPECT_EQ(model_.Text(4, 4), "");
+  model_.SetSize(1, 1);
+  model_.SetSize(3, 3);
+  EXPECT_EQ(model_.Text(0, 0), "0");
+  EXPECT_EQ(model_.Text(2, 2), "");
+  EXPECT_THROW(model_.SetText(3, 0, ""), std::exception);
+}
+
+TEST_F(SyncGridViewTest, ShowsNewRowsAndColumnsAtTheirWidthsBehindTheHeaders) {
+  Fill(2);
+  model_.SetSize(1, 1);
+  Fill(4);
+  EXPECT_TRUE(view_.isRowHidden(0));
+  EXPECT_TRUE(view_.isColumnHidden(0));
+  EXPECT_FALSE(view_.isColumnHidden(4));
+  EXPECT_EQ(view_.columnWidth(4), 37);
+}
+
+}  // namespace
+}  // namespace kelvara::test

@@ -1,0 +1,193 @@
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include "support/Golden.h"
+#include "support/RecordedReports.h"
+#include "system/CliTest.h"
+
+namespace kelvara::test {
+namespace {
+
+class BadInputTest : public CliTest {
+ protected:
+  BadInputTest() { Write("good.txt", OneNeighbourReport(1, 2, -11)); }
+
+  /// A command line that is wrong: nothing is done and nothing printed.
+  void ExpectWrong(const Arguments& arguments, const std::string& named) const {
+    SCOPED_TRACE(::testing::PrintToString(arguments));
+    const ProcessResult result = Run(arguments);
+    ExpectComplaint(result, 2, named);
+    EXPECT_EQ(result.output, "");
+  }
+};
+
+TEST_F(BadInputTest, AMissingFile) {
+  ExpectComplaint(Run({"replay", "missing.txt"}), 1, "missing.txt");
+  ExpectComplaint(Run({"replay", "good.txt", "missing.txt"}), 1, "missing.txt");
+  ExpectComplaint(Run({"replay", "--whole", "no/such/folder.txt"}), 1, "no/such/folder.txt");
+}
+
+TEST_F(BadInputTest, AFolderGivenAsAFile) {
+  std::filesystem::create_directory(folder.PathOf("folder"));
+  ExpectComplaint(Run({"replay", "folder"}), 1, "folder");
+  ExpectComplaint(Run({"replay", "--whole", "good.txt", "folder"}), 1, "folder");
+}
+
+TEST_F(BadInputTest, AFileThatMayNotBeRead) {
+  Write("secret.txt", OneNeighbourReport(1, 2, -11));
+  std::filesystem::permissions(folder.PathOf("secret.txt"), std::filesystem::perms::none);
+  ProcessRequest request = Request({"replay", "good.txt"});
+  request.withoutRights = ::geteuid() == 0;
+  if (RunProcess(request).exitCode == 127) {
+    GTEST_SKIP() << "the program cannot be run without the superuser's rights from where it is";
+  }
+  request.arguments.push_back("secret.txt");
+  ExpectComplaint(RunProcess(request), 1, "secret.txt");
+}
+
+TEST_F(BadInputTest, AFileWithAnEmptyName) { ExpectComplaint(Run({"replay", ""}), 1, "\"\""); }
+
+TEST_F(BadInputTest, StandardInputThatIsAFolder) {
+  ProcessRequest request = Request({"replay", "-"});
+  request.inputPath = folder.Path();
+  const ProcessResult result = RunProcess(request);
+  ExpectComplaint(result, 1, "");
+}
+
+TEST_F(BadInputTest, WithAMissingFileNoOutputIsTouched) {
+  Write("report.html", "older");
+  const ProcessResult result = Run({"replay", "good.txt", "missing.txt", "--report", "report.html",
+                                    "--csv", "results.csv", "--log", "log.txt"});
+  ExpectComplaint(result, 1, "missing.txt");
+  EXPECT_EQ(Read("report.html"), "older");
+  EXPECT_FALSE(Exists("results.csv"));
+  EXPECT_FALSE(Exists("log.txt"));
+}
+
+TEST_F(BadInputTest, AnOutputThatCannotBeCreated) {
+  std::filesystem::create_directory(folder.PathOf("folder"));
+  for (const char* option : {"--log", "--report", "--csv", "--json"}) {
+    for (const char* path : {"no/such/out.txt", "folder", "good.txt/out.txt", ""}) {
+      SCOPED_TRACE(std::string(option) + " \"" + path + "\"");
+      ExpectComplaint(Run({"replay", "good.txt", option, path}), 1, path);
+    }
+  }
+}
+
+TEST_F(BadInputTest, AnOutputWithoutRoomLeft) {
+  for (const char* option : {"--log", "--report", "--csv", "--json"}) {
+    SCOPED_TRACE(option);
+    ExpectComplaint(Run({"replay", "good.txt", option, "/dev/full"}), 1, "/dev/full");
+  }
+}
+
+TEST_F(BadInputTest, StandardOutputWithoutRoomLeft) {
+  for (const Arguments& arguments :
+       {Arguments{"replay", "good.txt"}, Arguments{"replay", "good.txt", "--grid"},
+        Arguments{"replay", "good.txt", "--json", "-"}}) {
+    ProcessRequest request = Request(arguments);
+    request.outputPath = "/dev/full";
+    ExpectComplaint(RunProcess(request), 1, "standard output");
+  }
+}
+
+TEST_F(BadInputTest, OutputsAlreadyWrittenStay) {
+  const ProcessResult result = Run({"replay", "good.txt", "--log", "log.txt", "--report",
+                                    "report.html", "--csv", "/dev/full", "--json", "out.json"});
+  ExpectComplaint(result, 1, "/dev/full");
+  EXPECT_NE(Read("log.txt").find("Log To File Stopped"), std::string::npos);
+  EXPECT_NE(Read("report.html").find("</html>"), std::string::npos);
+}
+
+TEST_F(BadInputTest, ALogThatOutgrowsItsRoomAbandonsReportsAndFails) {
+  std::string text;
+  for (int report = 0; report < 10; ++report) {
+    text += OneNeighbourReport(1, 2, -11);
+  }
+  Write("ten.txt", text);
+  ProcessRequest request = Request({"replay", "ten.txt", "--log", "log.txt"});
+  request.fileSizeLimit = 150;
+  const ProcessResult result = RunProcess(request);
+  ExpectComplaint(result, 1, "log.txt");
+  EXPECT_LE(Read("log.txt").size(), 150U);
+  EXPECT_EQ(Read("log.txt").find("Stopped"), std::string::npos);
+  // Room for the start entry and three entries of 33 bytes.
+  EXPECT_EQ(result.output, "Reports: 3\nAAs: 2\nAbandoned: 7\n");
+}
+
+TEST_F(BadInputTest, AReportThatOutgrowsItsRoomFailsAndKeepsItsBeginning) {
+  ProcessRequest request =
+      Request({"replay", GoldenPath("fifty-one-antennas.session.txt"), "--report", "report.html"});
+  request.fileSizeLimit = 40000;
+  ExpectComplaint(RunProcess(request), 1, "report.html");
+  const std::string html = Read("report.html");
+  EXPECT_EQ(html.substr(0, 9), "<!DOCTYPE");
+  EXPECT_LE(html.size(), 40000U);
+}
+
+TEST_F(BadInputTest, AnAntennaTooManyFailsTheReportWithoutAFile) {
+  Write("many.txt", FiftyTwoAntennas());
+  Write("older.html", "older");
+  ExpectComplaint(Run({"replay", "many.txt", "--report", "report.html"}), 1, "report.html");
+  EXPECT_FALSE(Exists("report.html"));
+  ExpectComplaint(Run({"replay", "many.txt", "--report", "older.html"}), 1, "older.html");
+  EXPECT_EQ(Read("older.html"), "older");
+}
+
+TEST_F(BadInputTest, AnAntennaTooManyFailsTheCsvBehindItsHeader) {
+  Write("many.txt", FiftyTwoAntennas());
+  const ProcessResult result = Run({"replay", "many.txt", "--csv", "results.csv"});
+  ExpectComplaint(result, 1, "results.csv");
+  EXPECT_EQ(result.output, "Reports: 5\nAAs: 52\nAbandoned: 1\n");
+  const std::string csv = Read("results.csv");
+  EXPECT_EQ(csv.substr(0, 32), "File Created by Kelvara v1.1.0 o");
+  EXPECT_EQ(csv.substr(csv.find('\n') + 1), "Units: RFPS\r\nRPN Units: Decimal\r\n\r\n");
+}
+
+TEST_F(BadInputTest, UnknownOptions) {
+  ExpectWrong({"--nonsense"}, "--nonsense");
+  ExpectWrong({"-x"}, "-x");
+  ExpectWrong({"replay", "good.txt", "--nonsense"}, "--nonsense");
+  ExpectWrong({"replay", "--nonsense", "good.txt"}, "--nonsense");
+  ExpectWrong({"replay", "good.txt", "-x"}, "-x");
+  ExpectWrong({"replay", "good.txt", "--gri"}, "--gri");
+  ExpectWrong({"convert", "--nonsense", "rfps", "1"}, "--nonsense");
+  ExpectWrong({"convert", "rfps", "1", "--grid"}, "--grid");
+}
+
+TEST_F(BadInputTest, SubCommandsThatAreNone) {
+  ExpectWrong({}, "");
+  ExpectWrong({"explode"}, "explode");
+  ExpectWrong({"Replay", "good.txt"}, "Replay");
+}
+
+TEST_F(BadInputTest, NoFile) {
+  ExpectWrong({"replay"}, "FILE");
+  ExpectWrong({"replay", "--grid"}, "FILE");
+}
+
+TEST_F(BadInputTest, ValuesOutOfTheirLists) {
+  for (const char* option : {"--units", "--rpn", "--fps"}) {
+    for (const char* value : {"feet", "", "RFPS", "DEC", "On", "-x", "0"}) {
+      ExpectWrong({"replay", "good.txt", option, value}, option);
+      ExpectWrong({"replay", "good.txt", option, value}, value);
+    }
+  }
+}
+
+TEST_F(BadInputTest, OptionsWithoutTheirValue) {
+  for (const char* option : {"--units", "--rpn", "--fps", "--log", "--report", "--site", "--tester",
+                             "--notes", "--csv", "--json"}) {
+    ExpectWrong({"replay", "good.txt", option}, option);
+  }
+}
+
+TEST_F(BadInputTest, AWrongCommandLineTouchesNothing) {
+  ExpectWrong({"replay", "good.txt", "--log", "log.txt", "--report", "report.html", "--units", "x"},
+              "--units");
+  EXPECT_FALSE(Exists("log.txt"));
+  EXPECT_FALSE(Exists("report.html"));
+}
+
+}  // namespace
+}  // namespace kelvara::test

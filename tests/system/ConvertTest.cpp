@@ -1,0 +1,115 @@
+#include <gtest/gtest.h>
+
+#include "system/CliTest.h"
+
+namespace kelvara::test {
+namespace {
+
+class ConvertTest : public CliTest {
+ protected:
+  std::string Convert(const std::string& field, const std::string& value) const {
+    return Output({"convert", field, value});
+  }
+};
+
+TEST_F(ConvertTest, FromRfpsPhase) {
+  EXPECT_EQ(Convert("rfps", "1"), "ohms 5.753\nmetres 29.000\naasync 0\ndelay 0.096\n");
+  EXPECT_EQ(Convert("rfps", "0"), "ohms 0.301\nmetres 0.000\naasync 0\ndelay 0.000\n");
+  EXPECT_EQ(Convert("rfps", " 2.5 "), "ohms 13.931\nmetres 72.500\naasync 1\ndelay 0.241\n");
+}
+
+TEST_F(ConvertTest, FromAaSyncUnits) {
+  EXPECT_EQ(Convert("aasync", "1"),
+            "ohms 24.741\nmetres 130.000\nrfps 4.48275862068966\ndelay 0.432\n");
+  EXPECT_EQ(Convert("aasync", "252"),
+            "ohms 6159.181\nmetres 32760.000\nrfps 1129.65517241379\ndelay 108.955\n");
+  EXPECT_EQ(Convert("aasync", "2.5"), Convert("aasync", "2"));
+  EXPECT_EQ(Convert("aasync", "3.5"), Convert("aasync", "4"));
+}
+
+TEST_F(ConvertTest, FromMetres) {
+  EXPECT_EQ(Convert("metres", "65"), "ohms 12.521\nrfps 2.24137931034483\naasync 0\ndelay 0.216\n");
+  EXPECT_EQ(Convert("metres", "195"),
+            "ohms 36.961\nrfps 6.72413793103448\naasync 2\ndelay 0.649\n");
+}
+
+TEST_F(ConvertTest, FromOhms) {
+  EXPECT_EQ(Convert("ohms", "0.3008"), "rfps 0\nmetres 0.000\naasync 0\ndelay 0.000\n");
+}
+
+TEST_F(ConvertTest, FromDelay) {
+  EXPECT_EQ(Convert("delay", "0.09645"), "rfps 1\nohms 5.753\nmetres 29.000\naasync 0\n");
+}
+
+TEST_F(ConvertTest, FromHexadecimalRpn) {
+  EXPECT_EQ(Convert("rpn", "0A"), "rpndec 10\nport 660\n");
+  EXPECT_EQ(Convert("rpn", "ffff"), "rpndec -1\nport 594\n");
+  EXPECT_EQ(Convert("rpn", "40"), "rpndec 64\nport 200\n");
+  EXPECT_EQ(Convert("rpn", "0000000a"), "rpndec 10\nport 660\n");
+}
+
+TEST_F(ConvertTest, FromDecimalRpn) {
+  EXPECT_EQ(Convert("rpndec", "10"), "rpn A\nport 660\n");
+  EXPECT_EQ(Convert("rpndec", "abc"), "rpn 0\nport 600\n");
+  EXPECT_EQ(Convert("rpndec", ""), "rpn 0\nport 600\n");
+  EXPECT_EQ(Convert("rpndec", " 1 0 antennas"), "rpn A\nport 660\n");
+  EXPECT_EQ(Convert("rpndec", "2.5"), "rpn 2\nport 612\n");
+}
+
+TEST_F(ConvertTest, FromPortNumber) {
+  EXPECT_EQ(Convert("port", "660"), "rpn A\nrpndec 10\n");
+  EXPECT_EQ(Convert("port", "603"), "rpn 0\nrpndec 0\n");
+  EXPECT_EQ(Convert("port", "609"), "rpn 2\nrpndec 2\n");
+  EXPECT_EQ(Convert("port", "599"), "rpn 82\nrpndec 130\n");
+}
+
+TEST_F(ConvertTest, ValuesMayBeNegative) {
+  EXPECT_EQ(Convert("rfps", "-1"), "ohms -5.151\nmetres -29.000\naasync 0\ndelay -0.096\n");
+  EXPECT_EQ(Convert("rfps", "-.5"), "ohms -2.425\nmetres -14.500\naasync 0\ndelay -0.048\n");
+  EXPECT_EQ(Convert("aasync", "-1"),
+            "ohms -24.139\nmetres -130.000\nrfps -4.48275862068966\ndelay -0.432\n");
+  EXPECT_EQ(Convert("metres", "-0"), "ohms 0.301\nrfps 0\naasync 0\ndelay 0.000\n");
+  EXPECT_EQ(Convert("rpndec", "-1"), "rpn FFFF\nport 594\n");
+}
+
+TEST_F(ConvertTest, AValueThatFailsPrintsNothingAndEndsWithOne) {
+  const std::vector<std::pair<std::string, std::string>> failures = {
+      {"rfps", ""},     {"rfps", "abc"},     {"rfps", "1,5"},       {"rfps", "1 2"},
+      {"rfps", "0x10"}, {"rfps", "inf"},     {"rfps", "nan"},       {"rfps", "1e400"},
+      {"rfps", "-x"},   {"rfps", "147000"},  {"aasync", "253"},     {"aasync", "-253"},
+      {"aasync", ""},   {"metres", "x"},     {"metres", "4300000"}, {"ohms", "-"},
+      {"ohms", " "},    {"delay", "--1"},    {"rpn", ""},           {"rpn", "G"},
+      {"rpn", "-1"},    {"rpn", " A"},       {"rpn", "123456789"},  {"rpn", "12345"},
+      {"rpn", "14F2"},  {"rpndec", "40000"}, {"rpndec", "5362"},    {"port", ""},
+      {"port", "abc"},  {"port", "40000"},   {"port", "-32768"}};
+  for (const auto& [field, value] : failures) {
+    SCOPED_TRACE(field + " \"" + value + "\"");
+    const ProcessResult result = Run({"convert", field, value});
+    ExpectComplaint(result, 1, value);
+    EXPECT_EQ(result.output, "");
+  }
+}
+
+TEST_F(ConvertTest, AFieldOutOfItsListEndsWithTwo) {
+  for (const char* field : {"feet", "RFPS", "", "rfps ", "rp"}) {
+    SCOPED_TRACE(field);
+    const ProcessResult result = Run({"convert", field, "1"});
+    ExpectComplaint(result, 2, field);
+    EXPECT_EQ(result.output, "");
+  }
+}
+
+TEST_F(ConvertTest, TooFewOrTooManyArgumentsEndWithTwo) {
+  ExpectComplaint(Run({"convert"}), 2, "FIELD");
+  ExpectComplaint(Run({"convert", "rfps"}), 2, "VALUE");
+  ExpectComplaint(Run({"convert", "rfps", "1", "surplus"}), 2, "surplus");
+}
+
+TEST_F(ConvertTest, OutputThatCannotBeWrittenEndsWithOne) {
+  ProcessRequest request = Request({"convert", "rfps", "1"});
+  request.outputPath = "/dev/full";
+  ExpectComplaint(RunProcess(request), 1, "standard output");
+}
+
+}  // namespace
+}  // namespace kelvara::test

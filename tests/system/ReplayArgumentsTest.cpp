@@ -1,0 +1,104 @@
+#include <gtest/gtest.h>
+
+#include "support/Golden.h"
+#include "support/RecordedReports.h"
+#include "system/CliTest.h"
+
+namespace kelvara::test {
+namespace {
+
+class ReplayArgumentsTest : public CliTest {
+ protected:
+  std::string ReportField(const std::string& title) const {
+    const std::string html = Read("report.html");
+    const std::string start = "<td><b>" + title + "</b></td>\r\n<td>";
+    const std::size_t place = html.find(start);
+    if (place == std::string::npos) {
+      return "no " + title;
+    }
+    const std::size_t value = place + start.size();
+    return html.substr(value, html.find("</td>", value) - value);
+  }
+
+  const std::string session = GoldenPath("four-antennas.session.txt");
+};
+
+TEST_F(ReplayArgumentsTest, OptionsMayStandBeforeBetweenAndBehindFiles) {
+  Write("a.txt", OneNeighbourReport(1, 2, -11));
+  Write("b.txt", OneNeighbourReport(3, 10, 5));
+  const std::string expected =
+      Output({"replay", "--rpn", "hex", "--units", "metres", "--grid", "a.txt", "b.txt"});
+  EXPECT_NE(expected.find("0A"), std::string::npos);
+  EXPECT_EQ(Output({"replay", "a.txt", "b.txt", "--grid", "--units", "metres", "--rpn", "hex"}),
+            expected);
+  EXPECT_EQ(Output({"replay", "--grid", "a.txt", "--rpn", "hex", "b.txt", "--units", "metres"}),
+            expected);
+}
+
+TEST_F(ReplayArgumentsTest, AValueMayBeginWithADash) {
+  const std::vector<std::string> values = {"-x", "--grid", "--",     "-",
+                                           "-1", "--help", "--site", "-h"};
+  for (const std::string& value : values) {
+    SCOPED_TRACE(value);
+    EXPECT_EQ(Output({"replay", "--site", value, "--tester", value, session, "--notes", value,
+                      "--report", "report.html"}),
+              "Reports: 7\nAAs: 4\n");
+    EXPECT_EQ(ReportField("Site"), value);
+    EXPECT_EQ(ReportField("Tester"), value);
+    EXPECT_EQ(ReportField("Notes"), value);
+  }
+}
+
+TEST_F(ReplayArgumentsTest, AnOutputsPathMayBeginWithADash) {
+  Output({"replay", session, "--report", "-r.html", "--csv", "--grid", "--log", "-l", "--json",
+          "--json"});
+  for (const char* name : {"-r.html", "--grid", "-l", "--json"}) {
+    EXPECT_TRUE(Exists(name)) << name;
+  }
+}
+
+TEST_F(ReplayArgumentsTest, TextsAreTakenAsTheyAre) {
+  for (const std::string text :
+       {"", "a,b", "[a,b]", "\"quoted\"", "'quoted'", "caf\xC3\xA9", "caf\xE9", "%%", "{a}", "a=b",
+        "replay", "convert", "$HOME", "a\tb", "<b>&amp;"}) {
+    SCOPED_TRACE(text);
+    Output({"replay", session, "--report", "report.html", "--site", text, "--tester", text});
+    EXPECT_EQ(ReportField("Site"), text);
+    EXPECT_EQ(ReportField("Tester"), text);
+  }
+}
+
+TEST_F(ReplayArgumentsTest, ADashThatIsNoFileIsStandardInputEvenBehindOptions) {
+  EXPECT_EQ(Output({"replay", "--fps", "on", "-"}, OneNeighbourReport(1, 2, -11)),
+            "Reports: 1\nAAs: 2\n");
+}
+
+TEST_F(ReplayArgumentsTest, HelpNamesEverySubCommandAndOption) {
+  const std::string program = Output({"--help"});
+  for (const char* word : {"replay", "convert", "--help", "--version"}) {
+    EXPECT_NE(program.find(word), std::string::npos) << word;
+  }
+  const std::string replay = Output({"replay", "--help"});
+  for (const char* word :
+       {"FILE", "--whole", "--units", "rfps", "aasync", "metres", "--rpn", "dec", "hex", "--fps",
+        "--log", "--report", "--site", "--tester", "--notes", "--csv", "--json", "--grid"}) {
+    EXPECT_NE(replay.find(word), std::string::npos) << word;
+  }
+  const std::string convert = Output({"convert", "--help"});
+  for (const char* word :
+       {"FIELD", "VALUE", "rfps", "aasync", "metres", "ohms", "delay", "rpn", "rpndec", "port"}) {
+    EXPECT_NE(convert.find(word), std::string::npos) << word;
+  }
+}
+
+TEST_F(ReplayArgumentsTest, HelpDoesNothingElse) {
+  Output({"replay", session, "--report", "report.html", "--help"});
+  EXPECT_FALSE(Exists("report.html"));
+}
+
+TEST_F(ReplayArgumentsTest, TheVersionIsTheProgramsOwn) {
+  EXPECT_NE(Output({"--version"}).find("1.1.0"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace kelvara::test

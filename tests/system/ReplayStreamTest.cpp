@@ -1,0 +1,125 @@
+#include <gtest/gtest.h>
+
+#include "support/Golden.h"
+#include "support/RecordedReports.h"
+#include "system/CliTest.h"
+
+namespace kelvara::test {
+namespace {
+
+using ReplayStreamTest = CliTest;
+
+TEST_F(ReplayStreamTest, AStreamEndsWithItsTotals) {
+  EXPECT_EQ(Output({"replay", GoldenPath("four-antennas.session.txt")}), "Reports: 7\nAAs: 4\n");
+  EXPECT_EQ(Output({"replay", GoldenPath("fifty-one-antennas.session.txt")}),
+            "Reports: 51\nAAs: 51\n");
+}
+
+TEST_F(ReplayStreamTest, AnEmptyFileIsNoReport) {
+  Write("empty.txt", "");
+  EXPECT_EQ(Output({"replay", "empty.txt"}), "Reports: 0\nAAs: 0\n");
+}
+
+TEST_F(ReplayStreamTest, FilesGoIntoOneModelInTheirOrder) {
+  Write("a.txt", OneNeighbourReport(1, 2, -11));
+  Write("b.txt", OneNeighbourReport(3, 4, 5));
+  const std::string forth = Output({"replay", "a.txt", "b.txt", "--json", "-"});
+  const std::string back = Output({"replay", "b.txt", "a.txt", "--json", "-"});
+  EXPECT_LT(forth.find("\"rpn\": 1,"), forth.find("\"rpn\": 3,"));
+  EXPECT_GT(back.find("\"rpn\": 1,"), back.find("\"rpn\": 3,"));
+}
+
+TEST_F(ReplayStreamTest, AFileGivenTwiceCountsTwice) {
+  const std::string path = GoldenPath("four-antennas.session.txt");
+  EXPECT_EQ(Output({"replay", path, path}), "Reports: 14\nAAs: 4\n");
+}
+
+TEST_F(ReplayStreamTest, ADashIsStandardInput) {
+  const std::string report = OneNeighbourReport(1, 2, -11);
+  EXPECT_EQ(Output({"replay", "-"}, report), "Reports: 1\nAAs: 2\n");
+  Write("a.txt", OneNeighbourReport(3, 4, 5));
+  Write("b.txt", OneNeighbourReport(5, 6, 7));
+  const std::string json = Output({"replay", "a.txt", "-", "b.txt", "--json", "-"}, report);
+  EXPECT_LT(json.find("\"rpn\": 3,"), json.find("\"rpn\": 1,"));
+  EXPECT_LT(json.find("\"rpn\": 1,"), json.find("\"rpn\": 5,"));
+}
+
+TEST_F(ReplayStreamTest, StandardInputMayBeAFile) {
+  ProcessRequest request = Request({"replay", "-"});
+  request.inputPath = GoldenPath("four-antennas.session.txt");
+  EXPECT_EQ(RunProcess(request).output, "Reports: 7\nAAs: 4\n");
+}
+
+TEST_F(ReplayStreamTest, WhatIsLeftOverIsDroppedWithANoteThatNamesTheFile) {
+  Write("whole.txt", OneNeighbourReport(1, 2, -11));
+  Write("cut.txt", OneNeighbourReport(1, 2, -11) + OneNeighbourReport(3, 4, 5).substr(0, 60));
+  const ProcessResult result = Run({"replay", "cut.txt", "whole.txt"});
+  ExpectComplaint(result, 0, "cut.txt");
+  EXPECT_EQ(result.output, "Reports: 2\nAAs: 2\n");
+}
+
+TEST_F(ReplayStreamTest, AFileWithoutLineEndsIsLeftOver) {
+  Write("one-line.txt", "100ec5A301 Sync");
+  const ProcessResult result = Run({"replay", "one-line.txt"});
+  ExpectComplaint(result, 0, "one-line.txt");
+  EXPECT_EQ(result.output, "Reports: 0\nAAs: 0\n");
+}
+
+TEST_F(ReplayStreamTest, BytesAreTakenAsTheyAre) {
+  std::string bytes;
+  for (int byte = 0; byte < 256; ++byte) {
+    if (byte != '\n' && byte != '1') {
+      bytes += static_cast<char>(byte);
+    }
+  }
+  Write("binary.bin", RecordedReport({bytes, SyncLine(1), NeighbourLine(2, -11) + bytes}));
+  EXPECT_EQ(Output({"replay", "binary.bin"}), "Reports: 1\nAAs: 2\n");
+}
+
+TEST_F(ReplayStreamTest, BareLineFeedsEndLinesToo) {
+  std::string text = OneNeighbourReport(1, 2, -11);
+  std::erase(text, '\r');
+  Write("unix.txt", text + text);
+  EXPECT_EQ(Output({"replay", "unix.txt"}), "Reports: 2\nAAs: 2\n");
+}
+
+TEST_F(ReplayStreamTest, AReportOfTooManyAntennasIsAbandonedAndTheNextIsRead) {
+  Write("crowded.txt", CrowdedReport(1, 2, 10) + OneNeighbourReport(1, 2, -11));
+  EXPECT_EQ(Output({"replay", "crowded.txt"}), "Reports: 1\nAAs: 2\nAbandoned: 1\n");
+}
+
+TEST_F(ReplayStreamTest, TheFiftySecondAntennaIsCountedAndTheReplayGoesOn) {
+  Write("many.txt", FiftyTwoAntennas() + OneNeighbourReport(0, 1, 9));
+  EXPECT_EQ(Output({"replay", "many.txt"}), "Reports: 6\nAAs: 52\nAbandoned: 1\n");
+}
+
+TEST_F(ReplayStreamTest, WholeFilesAreOneReportEach) {
+  const std::string report = OneNeighbourReport(1, 2, -11);
+  Write("twice.txt", report + report);
+  Write("short.txt", CrLf("rfps") + CrLf(SyncLine(5)));
+  EXPECT_EQ(Output({"replay", "--whole", "twice.txt"}), "Reports: 1\nAAs: 2\n");
+  EXPECT_EQ(Output({"replay", "short.txt", "--whole", "twice.txt"}), "Reports: 2\nAAs: 3\n");
+  EXPECT_EQ(Output({"replay", "--whole", "-"}, report), "Reports: 1\nAAs: 2\n");
+}
+
+TEST_F(ReplayStreamTest, AWholeFileOfATraceIsNotReadAsATrace) {
+  Write("trace.txt", "\x01rfps\x02" + CrLf(SyncLine(5)));
+  EXPECT_EQ(Output({"replay", "--whole", "trace.txt"}), "Reports: 1\nAAs: 1\n");
+}
+
+TEST_F(ReplayStreamTest, AnEmptyWholeFileKeepsNothing) {
+  Write("empty.txt", "");
+  EXPECT_EQ(Output({"replay", "--whole", "empty.txt"}), "Reports: 0\nAAs: 0\n");
+}
+
+TEST_F(ReplayStreamTest, NamesOfFilesAreTakenAsTheyAre) {
+  for (const char* name : {"a b.txt", "[x].txt", "a,b.txt", "{}", "%%", "\"q\"", "convert",
+                           "r\xC3\xA9sultat.txt", "replay"}) {
+    SCOPED_TRACE(name);
+    Write(name, OneNeighbourReport(1, 2, -11));
+    EXPECT_EQ(Output({"replay", name, name}), "Reports: 2\nAAs: 2\n");
+  }
+}
+
+}  // namespace
+}  // namespace kelvara::test

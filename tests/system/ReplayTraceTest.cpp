@@ -1,0 +1,86 @@
+#include <gtest/gtest.h>
+
+#include "support/Golden.h"
+#include "support/RecordedReports.h"
+#include "system/CliTest.h"
+
+namespace kelvara::test {
+namespace {
+
+using ReplayTraceTest = CliTest;
+
+const std::string kRfps = "\x01rfps\x02";
+const std::string kCho =
+    "\x01"
+    "cho\x02";
+const std::string kBho =
+    "\x01"
+    "bho\x02";
+
+TEST_F(ReplayTraceTest, ATraceGivesTheResultsOfItsStream) {
+  const std::string session = ReadTextFile(GoldenPath("four-antennas.session.txt"));
+  std::string trace = kCho;
+  std::size_t start = 0;
+  for (std::size_t place = 0, lines = 0; place < session.size(); ++place) {
+    if (session[place] == '\n' && ++lines % 29 == 0) {
+      trace += kRfps + session.substr(start, place + 1 - start);
+      trace += kCho + CrLf("cho done") + kBho;
+      start = place + 1;
+    }
+  }
+  Write("trace.txt", trace);
+  EXPECT_EQ(Output({"replay", "trace.txt", "--json", "-"}),
+            Output({"replay", GoldenPath("four-antennas.session.txt"), "--json", "-"}));
+}
+
+TEST_F(ReplayTraceTest, CharactersOutsideAReportAreNotCollected) {
+  const std::string other = OneNeighbourReport(5, 6, 7);
+  Write("trace.txt", kCho + other + kRfps + OneNeighbourReport(1, 2, -11) + other + kBho + other);
+  EXPECT_EQ(Output({"replay", "trace.txt"}), "Reports: 1\nAAs: 2\n");
+}
+
+TEST_F(ReplayTraceTest, AReportCutShortByTheNextRfpsIsThrownAway) {
+  const std::string cut = OneNeighbourReport(5, 6, 7);
+  Write("trace.txt", kRfps + cut.substr(0, cut.size() - 2) + kRfps + OneNeighbourReport(1, 2, -11));
+  const ProcessResult result = Run({"replay", "trace.txt"});
+  EXPECT_EQ(result.exitCode, 0);
+  EXPECT_EQ(result.output, "Reports: 1\nAAs: 2\n");
+}
+
+TEST_F(ReplayTraceTest, OtherCommandsDoNotEmptyTheBuffer) {
+  const std::string report = OneNeighbourReport(1, 2, -11);
+  Write("trace.txt",
+        kRfps + report.substr(0, 30) + kCho + report.substr(30, 9) + kBho + report.substr(39));
+  EXPECT_EQ(Output({"replay", "trace.txt"}), "Reports: 1\nAAs: 2\n");
+}
+
+TEST_F(ReplayTraceTest, ADoubledMarkIsOneReceivedByte) {
+  const std::string neighbour = NeighbourLine(2, -11);
+  const std::string mark = "\x01\x01";
+  std::string line = neighbour.substr(0, neighbour.size() - 10);
+  // The received byte stands in a column of its own: undoubled, the phase is out of place.
+  line += mark + neighbour.substr(neighbour.size() - 9);
+  Write("trace.txt", kRfps + RecordedReport({SyncLine(1), line}));
+  const std::string json = Output({"replay", "trace.txt", "--json", "-"});
+  EXPECT_NE(json.find("\"sum\": -11, \"count\": 1"), std::string::npos) << json;
+}
+
+TEST_F(ReplayTraceTest, ATraceAndAStreamMayBeReplayedTogether) {
+  const std::string report = OneNeighbourReport(1, 2, -11);
+  Write("trace.txt", kRfps + report);
+  Write("stream.txt", report + report);
+  EXPECT_EQ(Output({"replay", "trace.txt", "stream.txt", "trace.txt"}), "Reports: 4\nAAs: 2\n");
+}
+
+TEST_F(ReplayTraceTest, AStreamThatHoldsAMarkLaterIsAStream) {
+  Write("stream.txt", "x" + kRfps + OneNeighbourReport(1, 2, -11));
+  EXPECT_EQ(Output({"replay", "stream.txt"}), "Reports: 1\nAAs: 2\n");
+}
+
+TEST_F(ReplayTraceTest, ATraceFromStandardInput) {
+  EXPECT_EQ(Output({"replay", "-"}, kRfps + OneNeighbourReport(1, 2, -11) + CrLf("stray")),
+            "Reports: 1\nAAs: 2\n");
+}
+
+}  // namespace
+}  // namespace kelvara::test

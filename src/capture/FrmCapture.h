@@ -11,6 +11,8 @@ namespace kelvara::capture {
 
 /// The capture dialog: which file to log to. It is made afresh for each showing.
 class FrmCapture : public QDialog {
+  Q_OBJECT
+
  public:
   /// `captureDialog` and `beeper` outlive the window.
   FrmCapture(CaptureDialog& captureDialog, platform::Beeper& beeper, QWidget* parent = nullptr);

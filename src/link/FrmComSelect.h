@@ -20,6 +20,8 @@ using PortDescription = std::function<std::string(int port)>;
 /// The port dialog: which serial port the beltpack is on, and at what rate. It is made afresh for
 /// each showing.
 class FrmComSelect : public QDialog {
+  Q_OBJECT
+
  public:
   /// `comPort` and `messageBoxes` outlive the window.
   FrmComSelect(ComPort& comPort, platform::MessageBoxes& messageBoxes, PortDescription describePort,

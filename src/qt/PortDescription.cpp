@@ -15,7 +15,7 @@ std::string Advice(PortState state) {
     case PortState::Dead:
       return "Choose another port.";
     case PortState::NoPermission:
-      return "Have the user added to the group, then log in again.";
+      return "Have the user given access, then log in again.";
     case PortState::HeldElsewhere:
       return "End the other program first.";
     case PortState::Free:

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QMessageBox>
+#include <algorithm>
 
 #include "qt/Text.h"
 
@@ -36,17 +37,29 @@ QMessageBox::StandardButtons ButtonsOf(MessageButtons buttons) {
   return QMessageBox::Ok;
 }
 
+/// The window that a box is to stand over: the one that is active, or, before the desktop has made
+/// any active, the first that is there.
+QWidget* WindowInFront() {
+  if (QApplication::activeModalWidget() != nullptr) {
+    return QApplication::activeModalWidget();
+  }
+  if (QApplication::activeWindow() != nullptr) {
+    return QApplication::activeWindow();
+  }
+  const QWidgetList windows = QApplication::topLevelWidgets();
+  const auto visible = std::find_if(windows.begin(), windows.end(),
+                                    [](const QWidget* window) { return window->isVisible(); });
+  return visible == windows.end() ? nullptr : *visible;
+}
+
 }  // namespace
 
 MessageAnswer QtMessageBoxes::Show(std::string_view text, std::string_view title, MessageIcon icon,
                                    MessageButtons buttons) {
-  QWidget* const parent = QApplication::activeModalWidget() != nullptr
-                              ? QApplication::activeModalWidget()
-                              : QApplication::activeWindow();
-  QMessageBox box(IconOf(icon), ToQString(title), QString(), ButtonsOf(buttons), parent);
+  QMessageBox box(IconOf(icon), ToQString(title), QString(), ButtonsOf(buttons), WindowInFront());
   box.setObjectName(QStringLiteral("MsgBox"));
   box.setTextFormat(Qt::PlainText);
-  box.setText(ToQString(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
+  box.setText(ToQString(text));
   switch (box.exec()) {
     case QMessageBox::Yes:
       return MessageAnswer::Yes;

@@ -14,6 +14,8 @@ namespace kelvara::report {
 /// The report dialog: where the report goes to, its header fields, and whether to show it. It is
 /// made afresh for each showing.
 class FrmReport : public QDialog {
+  Q_OBJECT
+
  public:
   /// `reportDialog` and `beeper` outlive the window.
   FrmReport(ReportDialog& reportDialog, platform::Beeper& beeper, QWidget* parent = nullptr);

@@ -72,10 +72,12 @@ TEST_F(FrmComSelectLineTest, LayoutHoldsInEveryThemeAndFont) {
         Open();
         QCoreApplication::processEvents();
         EXPECT_EQ(WindowFaults(*window), "") << note << ", font " << scale;
-        std::string picture = isLong ? "long-" : "";
-        picture += note;
-        picture += scale == 1.0 ? "" : std::to_string(scale);
-        TakePicture(*window, picture);
+        if (scale != 1.5) {
+          std::string picture = isLong ? "long-line-" : "";
+          picture += note;
+          picture += scale == 1.0 ? "" : "-large-font";
+          TakePicture(*window, picture);
+        }
       }
     }
   }

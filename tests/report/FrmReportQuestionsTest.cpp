@@ -30,7 +30,7 @@ TEST_F(FrmReportQuestionsTest, NoLeavesTheFileAndTheDialog) {
   OpenFor(Path("report.html"));
   BoxAnswer box(QMessageBox::No);
   Click(Button("CommandGenerate"));
-  EXPECT_EQ(box.text, Path("report.html") + " already exists.\n\nDo you want to replace it?");
+  EXPECT_EQ(box.text, Path("report.html") + " already exists.\r\n\r\nDo you want to replace it?");
   EXPECT_EQ(box.title, "Generate Report");
   EXPECT_EQ(box.icon, QMessageBox::Warning);
   EXPECT_EQ(box.buttons, QMessageBox::Yes | QMessageBox::No);
@@ -62,7 +62,7 @@ TEST_F(FrmReportQuestionsTest, EmptyFileNameIsOneBox) {
   Fill(TxtSite(), "kept");
   BoxAnswer box(QMessageBox::Ok);
   Click(Button("CommandGenerate"));
-  EXPECT_EQ(box.text, "A filename must be specified\nCan't generate report.");
+  EXPECT_EQ(box.text, "A filename must be specified\r\nCan't generate report.");
   EXPECT_EQ(box.title, "File not specified");
   EXPECT_EQ(box.icon, QMessageBox::Warning);
   EXPECT_EQ(box.buttons, QMessageBox::Ok);
@@ -77,7 +77,7 @@ TEST_F(FrmReportQuestionsTest, ReportThatCannotBeWrittenLeavesTheDialogOpen) {
   Fill(TxtSite(), "Hall 3");
   BoxAnswer box(QMessageBox::Ok);
   Press(*window, Qt::Key_Return);
-  EXPECT_EQ(box.text, "Error occured while generating report.\nCheck the filename and path");
+  EXPECT_EQ(box.text, "Error occured while generating report.\r\nCheck the filename and path");
   EXPECT_EQ(box.title, "Generate Report");
   EXPECT_EQ(box.icon, QMessageBox::Critical);
   EXPECT_EQ(box.buttons, QMessageBox::Ok);

@@ -1,6 +1,6 @@
 #include "app/DesktopProgram.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDir>
 #include <QTimer>
 #include <memory>
@@ -8,6 +8,7 @@
 #include "app/DemoSettings.h"
 #include "app/DesktopMachine.h"
 #include "app/FrmMain.h"
+#include "help/ProgramIcon.h"
 #include "qt/PortDescription.h"
 #include "qt/PortTable.h"
 #include "qt/QtClock.h"
@@ -24,6 +25,8 @@
 
 namespace kelvara::app {
 namespace {
+
+constexpr int kIconMilliseconds = 100;
 
 std::string DescribeDemoPort(int /*port*/) { return "The built-in beltpack of the demo."; }
 
@@ -68,6 +71,9 @@ int RunDesktopProgram(const DesktopOptions& options) {
   window.show();
   // The window is there before its port is opened, so that a message has it to stand over.
   QTimer::singleShot(0, &window, [&window] { window.Form_Load(); });
+  // Its picture takes longer to read than the window to paint.
+  QTimer::singleShot(kIconMilliseconds, &window,
+                     [] { QApplication::setWindowIcon(help::ProgramIcon()); });
   return QCoreApplication::exec();
 }
 

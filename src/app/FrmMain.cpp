@@ -9,8 +9,6 @@
 #include "app/CellToolTip.h"
 #include "app/OptionGroups.h"
 #include "base/Fault.h"
-#include "convert/FrmConvert.h"
-#include "help/ProgramIcon.h"
 #include "link/FrmComSelect.h"
 #include "platform/ProgramTitle.h"
 #include "qt/Text.h"
@@ -45,7 +43,6 @@ FrmMain::FrmMain(const DesktopMachine& machine)
       lastFilenames_(platform::ProgramSettings(machine.settingsStore)) {
   setObjectName(QStringLiteral("FrmMain"));
   setWindowTitle(QString::fromLatin1(platform::kProgramTitle));
-  setWindowIcon(help::ProgramIcon());
   BuildControls();
   BuildRooms();
   BuildGridMenu();
@@ -93,14 +90,12 @@ void FrmMain::BuildControls() {
 
 void FrmMain::BuildRooms() {
   timers_ = std::make_unique<LinkTimers>(*this);
-  debug_ = new FrmDebug([this] { CheckOption(*menu_, MenuEntry::mnuViewDebugOff); }, this);
-  convert_ = new convert::FrmConvert(machine_.beeper, this);
   live_ = std::make_unique<LiveSession>(
       Machine{machine_.clock, machine_.dateFormat, machine_.fileSystem, machine_.beeper,
               machine_.messageBoxes, machine_.events},
       Controls{*gridModel_, *StatusBar1_, *TextLog_, *menu_},
       LiveMachine{machine_.MSComm1, timers_->RfpsTimer, timers_->TimerComPort,
-                  timers_->silenceTimer, machine_.settingsStore, *debug_});
+                  timers_->silenceTimer, machine_.settingsStore, debugView_});
   live_->SetReportCommand([this] { mnuGenReport_Click(); });
   Session& results = live_->Results();
   reportDialog_ = std::make_unique<report::ReportDialog>(

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "app/DebugViewSlot.h"
 #include "app/DesktopMachine.h"
 #include "app/FrmDebug.h"
 #include "app/LinkTimers.h"
@@ -121,6 +122,7 @@ class FrmMain : public QMainWindow {
 
   void mnuComPort_Click();
   void mnuGenReport_Click();
+  void mnuConvertor_Click();
   void mnuViewDebugOn_Click();
   void mnuViewDebugOff_Click();
   void CommandStartStop_Click();
@@ -139,8 +141,10 @@ class FrmMain : public QMainWindow {
   QFrame* Line2_ = nullptr;
   QPushButton* CommandStartStop_ = nullptr;
   QPushButton* CmdChkRx_ = nullptr;
+  // Made when they are first opened: a start does not wait for them.
   FrmDebug* debug_ = nullptr;
   convert::FrmConvert* convert_ = nullptr;
+  DebugViewSlot debugView_;
 
   std::unique_ptr<LinkTimers> timers_;
   std::unique_ptr<LiveSession> live_;

@@ -38,7 +38,7 @@ void FrmMain::ConnectMenus() {
   OnMenu("mnuCaptureDataStart",
          [this] { capture::FrmCapture(*captureDialog_, machine_.beeper, this).exec(); });
   OnMenu("mnuGenReport", [this] { mnuGenReport_Click(); });
-  OnMenu("mnuConvertor", [this] { convert_->Open(); });
+  OnMenu("mnuConvertor", [this] { mnuConvertor_Click(); });
 
   OnMenu("mnuContents", [this] { helpCommands_->mnuContents_Click(sHelpPath_); });
   OnMenu("mnuOrrinWeb", [this] { helpCommands_->mnuOrrinWeb_Click(); });
@@ -91,14 +91,27 @@ void FrmMain::mnuGenReport_Click() {
   }
 }
 
+void FrmMain::mnuConvertor_Click() {
+  if (convert_ == nullptr) {
+    convert_ = new convert::FrmConvert(machine_.beeper, this);
+  }
+  convert_->Open();
+}
+
 void FrmMain::mnuViewDebugOn_Click() {
+  if (debug_ == nullptr) {
+    debug_ = new FrmDebug([this] { CheckOption(*menu_, MenuEntry::mnuViewDebugOff); }, this);
+    debugView_.Show(debug_);
+  }
   debug_->Open();
   CheckOption(*menu_, MenuEntry::mnuViewDebugOn);
 }
 
 void FrmMain::mnuViewDebugOff_Click() {
   CheckOption(*menu_, MenuEntry::mnuViewDebugOff);
-  debug_->close();
+  if (debug_ != nullptr) {
+    debug_->close();
+  }
 }
 
 void FrmMain::CommandStartStop_Click() {

@@ -9,6 +9,13 @@
 #include "qt/Text.h"
 
 namespace kelvara::qt {
+namespace {
+
+/// Asking the system for input and timers costs more than drawing a cell. A user cannot tell whether
+/// it is done at each cell or this often; what is posted within the program is served each time.
+constexpr qint64 kLookNanoseconds = 200'000;
+
+}  // namespace
 
 void QtBeeper::Beep() { QApplication::beep(); }
 
@@ -22,8 +29,14 @@ bool QtDocumentOpener::OpenAddress(const std::string& address) {
 }
 
 bool QtEventPump::ProcessEvents() {
-  if (!ending_) {
+  if (ending_) {
+    return false;
+  }
+  if (!sinceLook_.isValid() || sinceLook_.nsecsElapsed() > kLookNanoseconds) {
     QCoreApplication::processEvents();
+    sinceLook_.start();
+  } else {
+    QCoreApplication::sendPostedEvents();
   }
   return !ending_;
 }

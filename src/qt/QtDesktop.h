@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QElapsedTimer>
+
 #include "platform/Beeper.h"
 #include "platform/DocumentOpener.h"
 #include "platform/EventPump.h"
@@ -30,6 +32,7 @@ class QtEventPump : public platform::EventPump {
 
  private:
   bool ending_ = false;
+  QElapsedTimer sinceLook_;
 };
 
 }  // namespace kelvara::qt

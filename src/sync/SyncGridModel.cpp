@@ -28,7 +28,7 @@ QVariant SyncGridModel::data(const QModelIndex& index, int role) const {
   const Cell& cell = At(index.row(), index.column());
   switch (role) {
     case Qt::DisplayRole:
-      return cell.shown;
+      return cell.text;
     case Qt::TextAlignmentRole:
       return cell.centred ? QVariant(Qt::AlignCenter) : QVariant();
     case Qt::BackgroundRole:
@@ -94,14 +94,16 @@ void SyncGridModel::SetColumnWidth(int column, int twips) {
 
 void SyncGridModel::SetText(int row, int column, std::string_view text) {
   Cell& cell = At(row, column);
-  if (cell.text != text) {
-    cell.text = text;
-    cell.shown = qt::ToQString(text);
+  // Compared as it comes, so that a redraw that changes nothing makes no new texts.
+  if (cell.text != QLatin1String(text.data(), static_cast<qsizetype>(text.size()))) {
+    cell.text = qt::ToQString(text);
     Changed(row, column);
   }
 }
 
-std::string SyncGridModel::Text(int row, int column) const { return At(row, column).text; }
+std::string SyncGridModel::Text(int row, int column) const {
+  return qt::ToText(At(row, column).text);
+}
 
 void SyncGridModel::SetCentred(int row, int column) {
   Cell& cell = At(row, column);

@@ -37,7 +37,7 @@ class SyncGridModel : public QAbstractTableModel, public platform::GridControl {
   void EndRedraw() override;
 
   /// What a cell shows, without the detour through roles.
-  const QString& CellText(int row, int column) const { return At(row, column).shown; }
+  const QString& CellText(int row, int column) const { return At(row, column).text; }
   std::optional<QRgb> CellBackground(int row, int column) const {
     return At(row, column).background;
   }
@@ -47,8 +47,7 @@ class SyncGridModel : public QAbstractTableModel, public platform::GridControl {
 
  private:
   struct Cell {
-    std::string text;
-    QString shown;
+    QString text;
     bool centred = false;
     std::optional<QRgb> background;
   };

@@ -161,8 +161,8 @@ TEST(ForceSearch, SearchesWithClearedResults) {
 TEST(ViewDebug, MirrorsWhetherTheWindowIsOpen) {
   FrmMainRig rig;
   rig.Open();
-  auto& debug = Find<QWidget>(rig.window, "FrmDebug");
   rig.Choose("mnuViewDebugOn");
+  auto& debug = Find<QWidget>(rig.window, "FrmDebug");
   EXPECT_TRUE(debug.isVisible());
   EXPECT_TRUE(rig.Entry("mnuViewDebugOn").isChecked());
   rig.Tick("RfpsTimer");

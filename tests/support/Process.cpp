@@ -7,6 +7,7 @@
 #include <stdlib.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
+#include <time.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -27,30 +28,27 @@ void Close(int& descriptor) {
   }
 }
 
-/// Keeps a descriptor out of every program but the one that it was made for.
-int Private(int descriptor) {
-  if (descriptor < 0 || ::fcntl(descriptor, F_SETFD, FD_CLOEXEC) < 0) {
-    throw std::runtime_error("no descriptor");
-  }
-  return descriptor;
-}
+// Descriptors are closed in other programs from the moment they are made: another thread may be
+// starting one.
 
 /// A pipe: where it is read, where it is written.
 std::array<int, 2> MakePipe() {
   std::array<int, 2> ends{};
-  if (::pipe(ends.data()) != 0) {
+  if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
     throw std::runtime_error("no pipe");
   }
-  return {Private(ends[0]), Private(ends[1])};
+  return ends;
 }
 
 /// A terminal: the test's side, the program's side.
 std::array<int, 2> MakeTerminal() {
-  const int master = Private(::posix_openpt(O_RDWR | O_NOCTTY));
-  if (::grantpt(master) != 0 || ::unlockpt(master) != 0) {
+  std::array<char, 64> name{};
+  const int master = ::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+  if (master < 0 || ::grantpt(master) != 0 || ::unlockpt(master) != 0 ||
+      ::ptsname_r(master, name.data(), name.size()) != 0) {
     throw std::runtime_error("no terminal");
   }
-  return {master, Private(::open(::ptsname(master), O_RDWR | O_NOCTTY))};
+  return {master, ::open(name.data(), O_RDWR | O_NOCTTY | O_CLOEXEC)};
 }
 
 /// The texts as a program's main function takes them.
@@ -71,7 +69,8 @@ bool DropRights() {
 
 }  // namespace
 
-Process::Process(const ProcessRequest& request) : input_(request.input) {
+Process::Process(const ProcessRequest& request)
+    : input_(request.input), inputStaysOpen_(request.inputStaysOpen) {
   // A program that does not read its input to the end is no fault of the test.
   std::signal(SIGPIPE, SIG_IGN);
   auto [inputRead, inputWrite] = MakePipe();
@@ -145,13 +144,39 @@ std::optional<std::string> Process::ReadLine(Duration limit) {
   }
 }
 
+bool Process::WaitForErrors(const std::string& text, Duration limit) {
+  const Deadline deadline = std::chrono::steady_clock::now() + limit;
+  while (result_.errors.find(text) == std::string::npos) {
+    if (errorsEnd_ < 0 || !Pump(deadline)) {
+      return false;
+    }
+  }
+  return true;
+}
+
+void Process::Send(const std::string& text) {
+  input_ += text;
+  FeedInput();
+}
+
 void Process::Signal(int number) const {
   if (id_ > 0) {
     ::kill(id_, number);
   }
 }
 
+Process::Duration Process::ProcessorTime() const {
+  clockid_t clock{};
+  timespec used{};
+  if (::clock_getcpuclockid(id_, &clock) != 0 || ::clock_gettime(clock, &used) != 0) {
+    throw std::runtime_error("no processor time");
+  }
+  return std::chrono::duration_cast<Duration>(std::chrono::seconds(used.tv_sec) +
+                                              std::chrono::nanoseconds(used.tv_nsec));
+}
+
 ProcessResult Process::Finish(Duration limit) {
+  inputStaysOpen_ = false;
   const Deadline deadline = std::chrono::steady_clock::now() + limit;
   while ((outputEnd_ >= 0 || errorsEnd_ >= 0) && Pump(deadline)) {
   }
@@ -161,13 +186,14 @@ ProcessResult Process::Finish(Duration limit) {
 
 /// Moves what can be moved. False when the deadline has passed.
 bool Process::Pump(Deadline deadline) {
-  if (inputTaken_ == input_.size()) {
+  const bool allTaken = inputTaken_ == input_.size();
+  if (allTaken && !inputStaysOpen_) {
     Close(inputEnd_);
   }
   const auto left =
       std::chrono::duration_cast<Duration>(deadline - std::chrono::steady_clock::now());
   std::array<pollfd, 3> ends{
-      {{inputEnd_, POLLOUT, 0}, {outputEnd_, POLLIN, 0}, {errorsEnd_, POLLIN, 0}}};
+      {{allTaken ? -1 : inputEnd_, POLLOUT, 0}, {outputEnd_, POLLIN, 0}, {errorsEnd_, POLLIN, 0}}};
   const int ready = ::poll(ends.data(), ends.size(), static_cast<int>(std::max(left.count(), 0L)));
   if (ready == 0) {
     return false;

@@ -20,6 +20,7 @@ struct ProcessRequest {
   std::string folder;                              ///< Where it runs.
   std::string input;                               ///< Its standard input, unless a path is given.
   std::optional<std::string> inputPath;
+  bool inputStaysOpen = false;  ///< For more of it by `Send`.
   std::optional<std::string> outputPath;       ///< Standard output goes there and is not kept.
   std::optional<std::uint64_t> fileSizeLimit;  ///< Writes beyond so many bytes fail.
   bool withoutRights = false;     ///< Runs as "nobody"; only the superuser can ask for that.
@@ -56,11 +57,20 @@ class Process {
   /// ends before.
   std::optional<std::string> ReadLine(Duration limit = kPatience);
 
+  /// Waits until standard error holds a text; false when it or the time ends before.
+  bool WaitForErrors(const std::string& text, Duration limit = kPatience);
+
+  /// Adds to the standard input of a program whose input stays open.
+  void Send(const std::string& text);
+
   /// Sends a signal to a program that still runs.
   void Signal(int number) const;
 
-  /// Waits for the end; a program that is still running after `limit` is killed. The output is all
-  /// that it wrote since it started.
+  /// The processor time that a program which still runs has used, its own and the system's for it.
+  Duration ProcessorTime() const;
+
+  /// Ends the input and waits for the end of the program; one that is still running after `limit`
+  /// is killed. The output is all that it wrote since it started.
   ProcessResult Finish(Duration limit = kPatience);
 
  private:
@@ -79,6 +89,7 @@ class Process {
   int errorsEnd_ = -1;
   std::string input_;
   std::size_t inputTaken_ = 0;
+  bool inputStaysOpen_;
   std::size_t linesRead_ = 0;
   ProcessResult result_;
 };

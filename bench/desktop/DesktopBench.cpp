@@ -1,0 +1,128 @@
+// What the main window costs. "start" ends at the first paint; "memory" then fills 51 antennas and
+// prints the kilobytes held; "redraw" prints the milliseconds of a full redraw, of one that changes
+// nothing, and of a plain table filled the same way.
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QHeaderView>
+#include <QSize>
+#include <QTableWidget>
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "FullModel.h"
+#include "app/DesktopProgram.h"
+#include "app/FrmMain.h"
+#include "desktop/FirstPaint.h"
+#include "desktop/ResidentMemory.h"
+
+namespace kelvara::bench {
+namespace {
+
+constexpr int kAas = static_cast<int>(sync::kMaxAas);
+constexpr int kRounds = 15;
+/// Large enough for every cell to be seen.
+constexpr QSize kScreen(2000, 1060);
+
+double Median(std::vector<double> values) {
+  std::sort(values.begin(), values.end());
+  return values[values.size() / 2];
+}
+
+/// The median milliseconds of `work` and the painting that follows from it; `prepare` is not timed.
+template <typename Prepare, typename Work>
+double MedianMilliseconds(Prepare prepare, Work work) {
+  std::vector<double> samples;
+  for (int round = 0; round < kRounds; ++round) {
+    prepare(round);
+    QCoreApplication::processEvents();
+    QElapsedTimer timer;
+    timer.start();
+    work(round);
+    QCoreApplication::processEvents();
+    samples.push_back(static_cast<double>(timer.nsecsElapsed()) / 1e6);
+  }
+  return Median(samples);
+}
+
+/// A phase that differs from cell to cell and from round to round.
+std::string CellText(int round, int row, int column) {
+  return std::to_string((row * 7 + column * 13 + round * 31) % 900 - 450);
+}
+
+double PlainTableMilliseconds() {
+  QTableWidget table(kAas + 1, kAas + 1);
+  table.horizontalHeader()->setDefaultSectionSize(37);
+  table.verticalHeader()->setDefaultSectionSize(18);
+  table.resize(kScreen);
+  table.show();
+  QCoreApplication::processEvents();
+  return MedianMilliseconds([](int) {},
+                            [&table](int round) {
+                              for (int row = 0; row <= kAas; ++row) {
+                                for (int column = 0; column <= kAas; ++column) {
+                                  QCoreApplication::processEvents();
+                                  auto* const item = new QTableWidgetItem(
+                                      QString::fromStdString(CellText(round, row, column)));
+                                  item->setTextAlignment(Qt::AlignCenter);
+                                  item->setBackground(QColor(230, 230, 255));
+                                  table.setItem(row, column, item);
+                                }
+                              }
+                            });
+}
+
+void MeasureRedraw(app::FrmMain& window) {
+  window.resize(kScreen);
+  QCoreApplication::processEvents();
+  sync::SyncModel& model = window.Live().Results().Model();
+  FillModel(model);
+  // Every reading moves each mean, so that each cell shows something new.
+  const auto changeAll = [&model](int round) {
+    const auto phase = static_cast<std::int16_t>(round % 2 == 0 ? 900 : -900);
+    for (std::int16_t from = 0; from < kAas; ++from) {
+      for (std::int16_t to = 0; to < kAas; ++to) {
+        if (from != to) {
+          model.AddPhase(from, to, phase);
+        }
+      }
+    }
+  };
+  const auto redraw = [&window](int) { window.UpdateSyncGrid(); };
+  const double full = MedianMilliseconds(changeAll, redraw);
+  const double unchanged = MedianMilliseconds([](int) {}, redraw);
+  window.hide();
+  std::printf("%.3f %.3f %.3f\n", full, unchanged, PlainTableMilliseconds());
+}
+
+}  // namespace
+}  // namespace kelvara::bench
+
+int main(int argumentCount, char** arguments) {
+  using namespace kelvara;
+  const std::string mode = argumentCount > 1 ? arguments[1] : "";
+  int nameOnly = 1;
+  const QApplication application(nameOnly, arguments);
+  const bench::FirstPaint firstPaint([&mode](QWidget& widget) {
+    if (mode != "start") {
+      auto& window = dynamic_cast<app::FrmMain&>(widget);
+      if (mode == "redraw") {
+        bench::MeasureRedraw(window);
+      } else {
+        bench::FillModel(window.Live().Results().Model());
+        window.UpdateSyncGrid();
+        QCoreApplication::processEvents();
+        std::printf("%ld\n", bench::ResidentKilobytes());
+      }
+      std::fflush(stdout);
+    }
+    std::_Exit(0);
+  });
+  app::DesktopOptions options;
+  options.demo = true;
+  return app::RunDesktopProgram(options);
+}

@@ -1,0 +1,22 @@
+// The least that a program with a window can be: an empty window, painted once. Prints the memory
+// it holds then, in kilobytes.
+
+#include <QApplication>
+#include <QMainWindow>
+#include <cstdio>
+
+#include "desktop/FirstPaint.h"
+#include "desktop/ResidentMemory.h"
+
+int main(int argumentCount, char** arguments) {
+  const QApplication application(argumentCount, arguments);
+  QMainWindow window;
+  window.resize(900, 620);
+  const kelvara::bench::FirstPaint firstPaint([](QWidget&) {
+    std::printf("%ld\n", kelvara::bench::ResidentKilobytes());
+    std::fflush(stdout);
+    std::_Exit(0);
+  });
+  window.show();
+  return QApplication::exec();
+}

@@ -17,6 +17,8 @@ import tempfile
 import time
 
 import agreement
+import desktop_figures
+from table import Table
 
 BENCH = pathlib.Path(__file__).resolve().parent
 MEGABYTE = 1e6
@@ -24,9 +26,6 @@ ROUNDS = 5
 CONVERT_ROUNDS = 30
 SMALL, LARGE = 10, 100
 HUGE_FILES = 10
-
-# What was measured, its value, its ratio, its goal, and whether it is met.
-WIDTHS = (38, 11, 21, 11, 6)
 
 
 class Run:
@@ -76,22 +75,6 @@ def make_session(folder, megabytes):
         subprocess.run([BENCH / "make_session.py", "--bytes", size, unfinished], check=True)
         unfinished.rename(session)
     return session
-
-
-class Table:
-    def __init__(self):
-        self.missed = False
-        self.row("measured", "value", "ratio", "goal")
-        self.print_cells(["-" * width for width in WIDTHS])
-
-    def print_cells(self, cells):
-        print("  ".join(text.ljust(width) for text, width in zip(cells, WIDTHS)).rstrip())
-
-    def row(self, what, value, ratio="", goal="", met=None):
-        """`met` is True or False where there is a goal."""
-        self.missed = self.missed or met is False
-        verdict = {None: "", True: "met", False: "MISSED"}[met]
-        self.print_cells((what, value, ratio, goal, verdict))
 
 
 def print_replay(table, console, session):
@@ -165,6 +148,7 @@ def main():
     print_memory(table, console, sessions)
     print_engine(table, engine_figures(build))
     print_convert(table, console)
+    desktop_figures.print_desktop(table, build)
     return 1 if table.missed else 0
 
 

@@ -22,10 +22,6 @@ if(KELVARA_SANITIZE)
   target_link_options(kelvara_options INTERFACE -fsanitize=${KELVARA_SANITIZE})
 endif()
 
-if(KELVARA_TIDY)
-  find_program(KELVARA_CLANG_TIDY NAMES clang-tidy REQUIRED)
-  set(CMAKE_CXX_CLANG_TIDY ${KELVARA_CLANG_TIDY} --quiet)
-endif()
 
 find_program(KELVARA_CCACHE ccache)
 if(KELVARA_CCACHE)

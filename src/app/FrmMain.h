@@ -117,6 +117,7 @@ class FrmMain : public QMainWindow {
   void ConnectMenus();
   /// Runs a command when the user chooses an entry; a fault that it lets pass is a beep.
   void OnMenu(const char* name, const std::function<void()>& command);
+  void OnAction(QAction& action, const std::function<void()>& command);
   void ShowPortDialog();
   QString CellToolTip(int row, int column) const;
 

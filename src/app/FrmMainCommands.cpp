@@ -2,11 +2,11 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QPushButton>
+#include <exception>
 
 #include "app/FrmMain.h"
 #include "app/MainMenuTable.h"
 #include "app/OptionGroups.h"
-#include "base/Fault.h"
 #include "capture/FrmCapture.h"
 #include "convert/FrmConvert.h"
 #include "help/FrmAbout.h"
@@ -49,10 +49,14 @@ void FrmMain::ConnectMenus() {
 }
 
 void FrmMain::OnMenu(const char* name, const std::function<void()>& command) {
-  connect(menu_->Action(name), &QAction::triggered, this, [this, command] {
+  OnAction(*menu_->Action(name), command);
+}
+
+void FrmMain::OnAction(QAction& action, const std::function<void()>& command) {
+  connect(&action, &QAction::triggered, this, [this, command] {
     try {
       command();
-    } catch (const base::Fault&) {
+    } catch (const std::exception&) {
       machine_.beeper.Beep();
     }
   });
@@ -65,9 +69,8 @@ void FrmMain::BuildGridMenu() {
   auto* const copy = new QAction(QStringLiteral("&Copy"), Grid_);
   copy->setObjectName(QStringLiteral("mnuCopyGrid"));
   Grid_->addActions({exportResults, copy});
-  connect(exportResults, &QAction::triggered, this, [this] { exportCommand_->ExportResults(); });
-  connect(copy, &QAction::triggered, this,
-          [this] { QApplication::clipboard()->setText(Grid_->GridText()); });
+  OnAction(*exportResults, [this] { exportCommand_->ExportResults(); });
+  OnAction(*copy, [this] { QApplication::clipboard()->setText(Grid_->GridText()); });
 }
 
 void FrmMain::ShowPortDialog() {

@@ -1,25 +1,93 @@
 #include "cli/CommandLine.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 
 namespace kelvara::cli {
 namespace {
 
+bool BeginsWith(const std::string& text, const char* start) { return text.rfind(start, 0) == 0; }
+
 bool IsHelp(const std::string& argument) { return argument == "--help" || argument == "-h"; }
+
+bool TakesValue(const CLI::App& command, const std::string& name) {
+  const CLI::Option* const option = command.get_option_no_throw(name);
+  return option != nullptr && option->get_items_expected_min() > 0;
+}
+
+/// Takes the arguments in turn and adds what the option parser needs to read each as it is meant.
+class ArgumentReader {
+ public:
+  explicit ArgumentReader(const CLI::App& program) : program_(program) {}
+
+  void Read(std::string argument) {
+    if (valueDue_) {
+      valueDue_ = false;
+    } else if (command_ == nullptr) {
+      command_ = FindCommand(argument);
+    } else if (!onlyWords_ && argument == "--") {
+      onlyWords_ = true;
+    } else if (!onlyWords_ && BeginsWith(argument, "--") && !IsConvertValue(argument)) {
+      ReadOption(argument);
+    } else {
+      ReadWord(argument);
+    }
+    read.push_back(std::move(argument));
+  }
+
+  std::vector<std::string> read;
+
+ private:
+  const CLI::App* FindCommand(const std::string& name) const {
+    const auto commands = program_.get_subcommands(
+        [&](const CLI::App* command) { return command->get_name() == name; });
+    return commands.empty() ? nullptr : commands.front();
+  }
+
+  void ReadOption(std::string& argument) {
+    const std::size_t equals = argument.find('=');
+    if (equals == std::string::npos) {
+      valueDue_ = TakesValue(*command_, argument);
+    } else if (equals + 1 == argument.size() && TakesValue(*command_, argument.substr(0, equals))) {
+      // An empty value behind "=" would count as none, and the next argument be taken for it.
+      read.push_back(argument.substr(0, equals));
+      argument.clear();
+    }
+  }
+
+  void ReadWord(std::string& argument) {
+    if (!onlyWords_ && BeginsWith(argument, "-") && IsConvertValue(argument)) {
+      read.emplace_back("--");
+      onlyWords_ = true;
+    } else if (BeginsWith(argument, "[") && command_->get_name() != "convert") {
+      // Brackets would be read as a list of names.
+      argument.insert(0, "./");
+    }
+    ++words_;
+  }
+
+  /// "convert FIELD VALUE": the second word is a value, whatever it begins with.
+  bool IsConvertValue(const std::string& argument) const {
+    return command_->get_name() == "convert" && words_ == 1 && !IsHelp(argument);
+  }
+
+  const CLI::App& program_;
+  const CLI::App* command_ = nullptr;
+  bool valueDue_ = false;
+  bool onlyWords_ = false;
+  int words_ = 0;
+};
 
 }  // namespace
 
-std::vector<std::string> ReversedArguments(int argumentCount, const char* const* arguments) {
-  std::vector<std::string> all(arguments + 1, arguments + argumentCount);
-  // "convert FIELD VALUE": a value is due at the third place.
-  constexpr std::size_t kValuePlace = 2;
-  if (all.size() > kValuePlace && all[0] == "convert" && all[1].rfind('-', 0) != 0 &&
-      all[kValuePlace].rfind('-', 0) == 0 && all[kValuePlace] != "--" &&
-      !IsHelp(all[kValuePlace])) {
-    all.insert(all.begin() + kValuePlace, "--");
+std::vector<std::string> ReversedArguments(const CLI::App& program, int argumentCount,
+                                           const char* const* arguments) {
+  ArgumentReader reader(program);
+  for (int i = 1; i < argumentCount; ++i) {
+    reader.Read(arguments[i]);
   }
-  std::reverse(all.begin(), all.end());
-  return all;
+  std::reverse(reader.read.begin(), reader.read.end());
+  return std::move(reader.read);
 }
 
 }  // namespace kelvara::cli

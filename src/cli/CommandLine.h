@@ -3,10 +3,16 @@
 #include <string>
 #include <vector>
 
+namespace CLI {
+class App;
+}
+
 namespace kelvara::cli {
 
-/// The program's arguments, last one first as the option parser takes them. A value of `convert`
-/// that begins with "-" is protected from being read as an option.
-std::vector<std::string> ReversedArguments(int argumentCount, const char* const* arguments);
+/// The program's arguments, last one first as the option parser takes them, with those protected
+/// that it would misread: a value of `convert` that begins with "-", a file whose name begins with
+/// "[", an empty value behind "=". The program has to know its sub-commands already.
+std::vector<std::string> ReversedArguments(const CLI::App& program, int argumentCount,
+                                           const char* const* arguments);
 
 }  // namespace kelvara::cli

@@ -61,19 +61,21 @@ void ConvertCommand::AddTo(CLI::App& program) {
       ->add_option("FIELD", field_,
                    "rfps, aasync, metres, ohms, delay (microseconds), rpn (hexadecimal), rpndec or "
                    "port")
-      ->required()
       ->check(CLI::IsMember(Names()))
       ->type_name("");
-  command->add_option("VALUE", value_, "The value, as it would be typed into the converter")
-      ->required()
-      ->type_name("");
+  value_ = command->add_option("VALUE", text_, "The value, as it would be typed into the converter")
+               ->type_name("");
 }
 
 ExitCode ConvertCommand::Run() {
+  if (value_->count() == 0) {
+    Complain("a FIELD and a VALUE are required");
+    return ExitCode::WrongCommandLine;
+  }
   try {
     convert::Converter converter;
     std::string lines;
-    for (const auto& [field, text] : converter.Update(FieldNamed(field_), value_)) {
+    for (const auto& [field, text] : converter.Update(FieldNamed(field_), text_)) {
       lines += NameOf(field);
       lines += ' ';
       lines += text;
@@ -81,7 +83,7 @@ ExitCode ConvertCommand::Run() {
     }
     std::cout << lines << std::flush;
   } catch (const base::Fault& fault) {
-    Complain("cannot convert " + field_ + " \"" + value_ + "\": " + fault.what());
+    Complain("cannot convert " + field_ + " \"" + text_ + "\": " + fault.what());
     return ExitCode::Failed;
   }
   if (!std::cout) {

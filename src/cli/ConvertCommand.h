@@ -4,6 +4,10 @@
 
 #include "cli/Command.h"
 
+namespace CLI {
+class Option;
+}
+
 namespace kelvara::cli {
 
 /// `kelvara-cli convert`: one Update of the converter.
@@ -15,7 +19,8 @@ class ConvertCommand : public Command {
 
  private:
   std::string field_;
-  std::string value_;
+  std::string text_;
+  const CLI::Option* value_ = nullptr;
 };
 
 }  // namespace kelvara::cli

@@ -2,8 +2,16 @@
 
 #include <iostream>
 
+#include "cli/Terminal.h"
+
 namespace kelvara::cli {
 
-void Complain(std::string_view text) { std::cerr << "kelvara-cli: " << text << '\n'; }
+void Complain(std::string_view text) {
+  // A status or progress line may stand where the message is to begin.
+  if (IsErrorTerminal()) {
+    std::cerr << kWipeLine;
+  }
+  std::cerr << "kelvara-cli: " << text << '\n';
+}
 
 }  // namespace kelvara::cli

@@ -77,7 +77,7 @@ std::string GridRows(const platform::MemoryGrid& grid, CellText cellText) {
 
 }  // namespace
 
-std::string JsonResults(app::Session& session, const platform::MemoryGrid& grid,
+std::string JsonResults(const app::Session& session, const platform::MemoryGrid& grid,
                         bool gridComplete) {
   const sync::SyncModel& model = session.Model();
   std::string text = "{\"reports\": " + std::to_string(model.ReportCount());

@@ -8,6 +8,7 @@
 namespace kelvara::cli {
 
 /// The results as a JSON document: totals, antennas, cells with readings, the grid as drawn.
-std::string JsonResults(app::Session& session, const platform::MemoryGrid& grid, bool gridComplete);
+std::string JsonResults(const app::Session& session, const platform::MemoryGrid& grid,
+                        bool gridComplete);
 
 }  // namespace kelvara::cli

@@ -1,6 +1,7 @@
 #include <CLI/CLI.hpp>
 #include <QtGlobal>
 #include <array>
+#include <csignal>
 #include <exception>
 #include <memory>
 
@@ -42,7 +43,7 @@ ExitCode Run(int argumentCount, char** arguments) {
     named.command->AddTo(program);
   }
   try {
-    program.parse(ReversedArguments(argumentCount, arguments));
+    program.parse(ReversedArguments(program, argumentCount, arguments));
   } catch (const CLI::ParseError& error) {
     if (error.get_exit_code() == 0) {
       program.exit(error);
@@ -65,6 +66,11 @@ ExitCode Run(int argumentCount, char** arguments) {
 
 int main(int argumentCount, char** arguments) {
   using kelvara::cli::ExitCode;
+#ifndef _WIN32
+  // A reader of the standard output that is gone is a write that fails, not the end of the program:
+  // the files that were asked for are still to be written.
+  std::signal(SIGPIPE, SIG_IGN);
+#endif
   // What the library has to say about a file or a port, the program says itself.
   qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
   try {

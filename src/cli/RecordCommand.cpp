@@ -8,6 +8,7 @@
 #include "app/LiveSession.h"
 #include "base/Fault.h"
 #include "cli/ConsoleMachine.h"
+#include "cli/NumberChecks.h"
 #include "cli/ResultOutputs.h"
 #include "cli/StatusLine.h"
 #include "cli/StopSignal.h"
@@ -24,6 +25,10 @@ namespace kelvara::cli {
 namespace {
 
 constexpr double kMaxSpeed = 1000.0;
+constexpr int kMaxBaud = 4000000;
+constexpr int kMaxReports = 1000000000;
+/// Ten years.
+constexpr double kMaxSeconds = 315360000.0;
 constexpr int kCheckMilliseconds = 50;
 
 /// A debug window that is never open.
@@ -32,6 +37,14 @@ class NoDebugView : public platform::DebugView {
   void DebugLastTxMsg(std::string_view /*strTx*/) override {}
   void ShowReportText(std::string_view /*text*/) override {}
 };
+
+auto WholeNumber(int most) {
+  return [most](const std::string& text) { return CheckWholeNumber(text, most); };
+}
+
+auto PositiveNumber(double most) {
+  return [most](const std::string& text) { return CheckPositiveNumber(text, most); };
+}
 
 /// So many milliseconds of a clock that runs `speed` times as fast.
 int Interval(int milliseconds, double speed) {
@@ -48,25 +61,25 @@ void RecordCommand::AddTo(CLI::App& program) {
   auto* source = command->add_option_group("Source", "Where the beltpack is (one of them)");
   source->add_option("--port", device_, "This device")->type_name("DEVICE");
   source->add_option("--com", comPort_, "The device that this port number stands for")
-      ->check(CLI::Range(1, int{link::kLastComPort}))
+      ->check(WholeNumber(link::kLastComPort))
       ->type_name("N");
   auto* demo = source->add_flag("--demo", demo_, "The built-in beltpack");
   source->require_option(1);
   command->add_option("--baud", baud_, "Baud rate")
-      ->check(CLI::Range(1, 4000000))
+      ->check(WholeNumber(kMaxBaud))
       ->type_name("RATE")
       ->capture_default_str();
   command->add_option("--reports", reports_, "End after so many reports")
-      ->check(CLI::PositiveNumber)
+      ->check(WholeNumber(kMaxReports))
       ->type_name("N");
   command->add_option("--for", seconds_, "End after so many seconds")
-      ->check(CLI::PositiveNumber)
+      ->check(PositiveNumber(kMaxSeconds))
       ->type_name("SECONDS");
   command->add_option("--raw", rawPath_, "Write a trace of the line to this file, for replay")
       ->type_name("PATH");
   command->add_option("--speed", speed_, "With --demo: the clock runs so many times as fast")
       ->needs(demo)
-      ->check(CLI::Range(0.01, kMaxSpeed))
+      ->check(PositiveNumber(kMaxSpeed))
       ->type_name("X");
   options_.AddTo(*command);
 }

@@ -67,13 +67,16 @@ void ReplayCommand::AddTo(CLI::App& program) {
       "The files are taken in the order given, into one sync model. A report ends at every 29th\n"
       "line; a trace made by \"record --raw\" is replayed as it was live.");
   command->add_option("FILE", files_, "Recorded beltpack text (- is standard input)")
-      ->required()
       ->type_name("");
   command->add_flag("--whole", whole_, "Take each file as one report, whatever its lines");
   options_.AddTo(*command);
 }
 
 ExitCode ReplayCommand::Run() {
+  if (files_.empty()) {
+    Complain("a FILE is required");
+    return ExitCode::WrongCommandLine;
+  }
   ConsoleMachine console;
   app::Session session(console.Machine(), console.Controls());
   options_.CheckIn(console.MenuBar());
@@ -93,13 +96,14 @@ ExitCode ReplayCommand::Run() {
     return ExitCode::Failed;
   }
   Replay replay(session);
-  link::RecordedSession recordedSession(replay);
-  link::WholeReport wholeReport(replay);
-  link::RecordedText& text =
-      whole_ ? static_cast<link::RecordedText&>(wholeReport) : recordedSession;
   ExitCode read = ExitCode::Done;
   for (const std::string& name : files_) {
     try {
+      // Made anew for each file, so that one which cannot be read to its end leaves nothing behind.
+      link::RecordedSession recordedSession(replay);
+      link::WholeReport wholeReport(replay);
+      link::RecordedText& text =
+          whole_ ? static_cast<link::RecordedText&>(wholeReport) : recordedSession;
       replay.ReadFile(name, *Open(name, console), text);
     } catch (const base::Fault& fault) {
       Complain(fault.what());

@@ -47,15 +47,9 @@ bool WriteCsv(app::Session& session, const ConsoleMachine& console, const std::s
   return false;
 }
 
-bool WriteJson(app::Session& session, ConsoleMachine& console, const ResultOptions& options,
-               bool gridComplete) {
-  const std::string text = JsonResults(session, console.Grid(), gridComplete);
-  if (options.JsonOnStandardOutput()) {
-    std::cout << text;
-    return true;
-  }
+bool WriteJson(platform::FileSystem& fileSystem, const std::string& path, const std::string& json) {
   try {
-    console.FileSystem().OpenForOutput(*options.jsonPath)->Write(text);
+    fileSystem.OpenForOutput(path)->Write(json);
     return true;
   } catch (const base::Fault& fault) {
     Complain(fault.what());
@@ -90,17 +84,24 @@ ExitCode WriteResults(app::Session& session, ConsoleMachine& console,
   if (options.reportPath) {
     done = WriteReport(session, options) && done;
   }
+  // Drawn from nothing, so that cells which a faulting redraw does not reach show nothing either.
+  console.Controls().grid.SetSize(0, 0);
   const bool gridComplete = session.Grid().UpdateSyncGrid();
   if (options.csvPath) {
     done = WriteCsv(session, console, *options.csvPath) && done;
   }
+  // Files first: whoever reads the standard output may stop reading.
+  const std::string json =
+      options.jsonPath ? JsonResults(session, console.Grid(), gridComplete) : "";
+  if (options.jsonPath && !options.JsonOnStandardOutput()) {
+    done = WriteJson(console.FileSystem(), *options.jsonPath, json) && done;
+  }
   if (options.grid) {
     PrintGrid(console.Grid(), std::cout);
   }
-  if (options.jsonPath) {
-    done = WriteJson(session, console, options, gridComplete) && done;
-  }
-  if (!options.JsonOnStandardOutput()) {
+  if (options.JsonOnStandardOutput()) {
+    std::cout << json;
+  } else {
     PrintTotals(session);
   }
   std::cout.flush();

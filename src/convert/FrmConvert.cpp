@@ -71,14 +71,15 @@ void FrmConvert::AddField(const ConverterField& field, QWidget& frame, QGridLayo
 }
 
 void FrmConvert::FitToFont() {
+  int widestLabel = 0;
   const QList<QLabel*> labels = findChildren<QLabel*>();
-  int widest = 0;
   for (const QLabel* const label : labels) {
-    widest = std::max(widest, label->sizeHint().width());
+    widestLabel = std::max(widestLabel, label->sizeHint().width());
   }
   // One width for the labels of both frames, so that all fields stand in one column.
-  for (QLabel* const label : labels) {
-    label->setMinimumWidth(widest);
+  const QList<QGridLayout*> layouts = findChildren<QGridLayout*>();
+  for (QGridLayout* const layout : layouts) {
+    layout->setColumnMinimumWidth(0, widestLabel);
   }
   const QString widestText = QString::fromLatin1(kWidestText);
   const QList<QLineEdit*> edits = findChildren<QLineEdit*>();

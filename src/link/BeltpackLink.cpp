@@ -2,6 +2,7 @@
 
 #include <exception>
 #include <limits>
+#include <memory>
 #include <string>
 
 #include "base/CheckedInteger.h"
@@ -180,6 +181,7 @@ void BeltpackLink::Supervise() {
 void BeltpackLink::AskAboutLoss() {
   // Ticks go on while the question, or the report it leads to, is open.
   questionOpen_ = true;
+  const std::shared_ptr<void> closed(nullptr, [this](void*) { questionOpen_ = false; });
   const platform::DateTime lastHeard =
       machine_.clock.WallTime() - platform::Span(kSilenceSeconds + kSearchSeconds);
   const platform::MessageAnswer answer = machine_.messageBoxes.Show(
@@ -193,7 +195,6 @@ void BeltpackLink::AskAboutLoss() {
     bLinkLossPending_ = 0;
   }
   SetStatusText(kAttemptingText);
-  questionOpen_ = false;
 }
 
 void BeltpackLink::TimerComPort_Timer() {

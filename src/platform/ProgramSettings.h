@@ -10,6 +10,9 @@ namespace kelvara::platform {
 /// The settings of this program: the store under the one application and section that it uses.
 class ProgramSettings {
  public:
+  /// The application that all settings of the program stand under.
+  static constexpr std::string_view kApplication = "CorvanaSync";
+
   explicit ProgramSettings(SettingsStore& store) : store_(store) {}
 
   std::string Read(std::string_view key, std::string_view defaultText) const {
@@ -21,7 +24,6 @@ class ProgramSettings {
   }
 
  private:
-  static constexpr std::string_view kApplication = "CorvanaSync";
   static constexpr std::string_view kSection = "Settings";
 
   SettingsStore& store_;

@@ -6,6 +6,7 @@
 
 #include "base/Fault.h"
 #include "link/ComPort.h"
+#include "platform/ProgramSettings.h"
 
 namespace kelvara::qt {
 namespace {
@@ -98,8 +99,8 @@ std::string PortTable::DeviceOf(int port) const {
     return WholeName(assigned->second);
   }
 #ifndef Q_OS_WIN
-  const std::string stored =
-      settings_.Read("CorvanaSync", "Ports", "COM" + std::to_string(port), "");
+  const std::string stored = settings_.Read(platform::ProgramSettings::kApplication, "Ports",
+                                            "COM" + std::to_string(port), "");
   if (!stored.empty()) {
     return WholeName(stored);
   }

@@ -11,8 +11,9 @@
 namespace kelvara::qt {
 namespace {
 
-/// Asking the system for input and timers costs more than drawing a cell. A user cannot tell whether
-/// it is done at each cell or this often; what is posted within the program is served each time.
+/// Asking the system for input and timers costs more than drawing a cell. A user cannot tell
+/// whether it is done at each cell or this often; what is posted within the program is served each
+/// time.
 constexpr qint64 kLookNanoseconds = 200'000;
 
 }  // namespace

@@ -17,7 +17,7 @@ namespace kelvara::sim {
 inline constexpr std::size_t kInputBufferBytes = 1024;
 
 /// How often the delivery timer should tick, in milliseconds.
-inline constexpr int kDeliveryMilliseconds = 10;
+inline constexpr int kDeliveryMilliseconds = 50;
 
 /// A serial port with a simulated beltpack behind it, whatever its number. It behaves as a real one
 /// does when the device vanishes: nothing goes either way until `RestoreDevice` finds it back.

@@ -95,7 +95,11 @@ void PseudoTerminal::OpenEnds() {
 
 void PseudoTerminal::MakeLink() {
   std::error_code error;
-  if (std::filesystem::is_symlink(std::filesystem::symlink_status(linkPath_, error))) {
+  // A link that an earlier simulation left behind is in the way; any other is somebody's.
+  const bool isLink =
+      std::filesystem::is_symlink(std::filesystem::symlink_status(linkPath_, error));
+  if (isLink && (std::filesystem::read_symlink(linkPath_, error).parent_path() == "/dev/pts" ||
+                 !std::filesystem::exists(linkPath_, error))) {
     std::filesystem::remove(linkPath_, error);
   }
   // Fails where something still stands at the path.

@@ -34,7 +34,7 @@ TEST_F(DataCaptureTest, EntryIsTheGeneralDateACommaABlankAndTheText) {
 
 TEST_F(DataCaptureTest, EntryTextIsTakenAsItStands) {
   ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
-  const std::string text("  a,b\t\xE9\0\r\nc ", 13);
+  const std::string text("  a,b\t\xE9\0\r\nc ", 12);
   capture.PrintLogEntry(text);
   EXPECT_EQ(Log(), EntryLine("Log To File Started") + EntryLine(text));
   EXPECT_EQ(logBox.text, Log());

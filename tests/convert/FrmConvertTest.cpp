@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTest>
 #include <array>
 #include <string>
 #include <vector>
@@ -357,6 +358,18 @@ TEST_F(FrmConvertTest, LeavesTheMainWindowUsable) {
   EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
   Click(other);
   EXPECT_EQ(clicks, 1);
+}
+
+TEST_F(FrmConvertTest, LayoutGrowsAndShrinksWithTheFont) {
+  Open();
+  const QSize before = window_.size();
+  {
+    const UseFont useFont(2.0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window_.height() > before.height(); }, 2000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return LayoutFaults(window_).empty(); }, 2000));
+    EXPECT_GT(window_.width(), before.width());
+  }
+  EXPECT_TRUE(QTest::qWaitFor([&] { return window_.size() == before; }, 2000));
 }
 
 TEST_F(FrmConvertTest, LayoutHoldsInEveryThemeAndFont) {

@@ -79,6 +79,16 @@ TEST_F(FrmAboutTest, OkCloses) {
   EXPECT_FALSE(about_.isVisible());
 }
 
+TEST_F(FrmAboutTest, KeepsTheProgramWaitingUntilItIsClosed) {
+  const WhenShown about("FrmAbout", [](QWidget& dialog) {
+    EXPECT_EQ(QApplication::activeModalWidget(), &dialog);
+    Click(Find<QPushButton>(dialog, "cmdOK"));
+  });
+  about_.exec();
+  EXPECT_TRUE(about.HasCome());
+  EXPECT_FALSE(about_.isVisible());
+}
+
 TEST_F(FrmAboutTest, SpaceOnOkCloses) {
   ShowWindow(about_);
   EXPECT_EQ(FocusName(), "cmdOK");

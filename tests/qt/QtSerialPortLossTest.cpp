@@ -142,12 +142,15 @@ TEST_F(QtSerialPortLossTest, AnotherNumberDoesNotChangeWhatIsRestored) {
 }
 
 TEST_F(QtSerialPortLossTest, WhatArrivedBeforeTheLossIsStillHandedOver) {
-  std::string atLoss;
-  port_.SetReceiveNotification([&] { atLoss += port_.Input(4); });
+  bool busy = true;
+  port_.SetReceiveNotification([&] { received_ += busy ? "" : port_.Input(4); });
   terminal_.Write("last words");
-  ASSERT_TRUE(RunUntil([&] { return !atLoss.empty(); }));
-  LoseDevice();
-  EXPECT_TRUE(RunUntil([&] { return atLoss == "last words"; }));
+  ASSERT_TRUE(RunUntil([this] { return port_.InputCount() == 10; }));
+  terminal_.HangUp();
+  busy = false;
+  ASSERT_TRUE(RunUntil([this] { return !port_.HasDevice(); }));
+  EXPECT_TRUE(RunUntil([this] { return received_ == "last words"; }));
+  EXPECT_EQ(port_.InputCount(), 0U);
 }
 
 TEST_F(QtSerialPortLossTest, LossWhileTheReceiverRunsIsSurvived) {

@@ -190,6 +190,21 @@ TEST_F(QtSerialPortTest, NotificationsDoNotLieInsideEachOther) {
   EXPECT_EQ(deepest, 1);
 }
 
+TEST_F(QtSerialPortTest, WhatArrivesWhileTheReceiverRunsIsNotified) {
+  int notifications = 0;
+  port_.SetReceiveNotification([&] {
+    if (++notifications == 1) {
+      terminal_.Write("more");
+      EXPECT_TRUE(RunUntil([&] { return port_.InputCount() == 8; }));
+    }
+  });
+  Open();
+  terminal_.Write("some");
+  EXPECT_TRUE(RunUntil([&] { return notifications == 2; }));
+  RunEvents(50);
+  EXPECT_EQ(notifications, 2);
+}
+
 TEST_F(QtSerialPortTest, ReceiverMayReopenThePort) {
   std::string received;
   port_.SetReceiveNotification([&] {

@@ -63,12 +63,12 @@ TEST(QtTimerTest, SwitchingOnDoesNotRestart) {
   QTimer windowsTimer;
   QtTimer timer(windowsTimer, 10000);
   timer.SwitchOn();
-  QThread::msleep(50);
+  QThread::msleep(300);
   timer.SwitchOn();
-  EXPECT_LE(windowsTimer.remainingTime(), 9950);
+  EXPECT_LE(windowsTimer.remainingTime(), 9700);
   timer.SwitchOff();
   timer.SwitchOn();
-  EXPECT_GT(windowsTimer.remainingTime(), 9950);
+  EXPECT_GT(windowsTimer.remainingTime(), 9700);
 }
 
 TEST(QtTimerTest, TickOfASpellThatIsOverDoesNotCome) {

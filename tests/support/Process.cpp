@@ -54,6 +54,7 @@ std::array<int, 2> MakeTerminal() {
 /// The texts as a program's main function takes them.
 std::vector<char*> Pointers(std::vector<std::string>& texts) {
   std::vector<char*> pointers;
+  pointers.reserve(texts.size() + 1);
   for (std::string& text : texts) {
     pointers.push_back(text.data());
   }
@@ -122,7 +123,8 @@ void Process::BecomeProgram(const ProcessRequest& request, const std::array<int,
   std::vector<std::string> arguments = request.arguments;
   std::vector<std::string> environment;
   for (const auto& [name, value] : request.environment) {
-    environment.push_back(name + "=" + value);
+    environment.push_back(name);
+    environment.back() += "=" + value;
   }
   if (ready && !arguments.empty()) {
     ::execve(arguments[0].c_str(), Pointers(arguments).data(), Pointers(environment).data());

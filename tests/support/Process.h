@@ -20,7 +20,7 @@ struct ProcessRequest {
   std::string folder;                              ///< Where it runs.
   std::string input;                               ///< Its standard input, unless a path is given.
   std::optional<std::string> inputPath;
-  bool inputStaysOpen = false;  ///< For more of it by `Send`.
+  bool inputStaysOpen = false;                 ///< For more of it by `Send`.
   std::optional<std::string> outputPath;       ///< Standard output goes there and is not kept.
   std::optional<std::uint64_t> fileSizeLimit;  ///< Writes beyond so many bytes fail.
   bool withoutRights = false;     ///< Runs as "nobody"; only the superuser can ask for that.

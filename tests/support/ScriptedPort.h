@@ -46,7 +46,7 @@ class ScriptedPort : public platform::SerialPort {
       readFails = false;
       throw base::Fault(base::FaultKind::Port, "read failed");
     }
-    const std::string taken = waiting.substr(0, most);
+    std::string taken = waiting.substr(0, most);
     waiting.erase(0, taken.size());
     return taken;
   }

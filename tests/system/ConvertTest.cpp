@@ -83,7 +83,7 @@ TEST_F(ConvertTest, AValueThatFailsPrintsNothingAndEndsWithOne) {
       {"rpn", "14F2"},  {"rpndec", "40000"}, {"rpndec", "5362"},    {"port", ""},
       {"port", "abc"},  {"port", "40000"},   {"port", "-32768"}};
   for (const auto& [field, value] : failures) {
-    SCOPED_TRACE(field + " \"" + value + "\"");
+    SCOPED_TRACE(::testing::PrintToString(std::pair(field, value)));
     const ProcessResult result = Run({"convert", field, value});
     ExpectComplaint(result, 1, value);
     EXPECT_EQ(result.output, "");

@@ -32,7 +32,7 @@ class LargeInputTest : public CliTest {
   }
 
   static constexpr std::size_t kMebibyte = std::size_t{1} << 20U;
-  static constexpr std::int64_t kSpareKilobytes = 16 * 1024;
+  static constexpr std::int64_t kSpareKilobytes = 16384;
 };
 
 TEST_F(LargeInputTest, ALineOf100MegabytesIsDroppedInLittleMemory) {

@@ -31,7 +31,8 @@ class ReplayOutputsTest : public CliTest {
 TEST_F(ReplayOutputsTest, TheLogInEachDisplay) {
   for (const std::string base : {"dec", "hex"}) {
     for (const std::string fps : {"on", "off"}) {
-      const std::string name = "log-four-antennas-" + base + "-fps-" + fps + ".txt";
+      std::string name = "log-four-antennas-" + base;
+      name += "-fps-" + fps + ".txt";
       SCOPED_TRACE(name);
       EXPECT_EQ(Output({"replay", "--log", name, session, "--rpn", base, "--fps", fps}), totals);
       ExpectSameText(Replaced(Read(name), kStamp, "@STAMP@", 14), Golden(name));
@@ -105,7 +106,8 @@ TEST_F(ReplayOutputsTest, TheReportOfNothingWithItsFieldsLeftOut) {
 TEST_F(ReplayOutputsTest, TheCsvInEachDisplay) {
   for (const std::string units : {"rfps", "aasync", "metres"}) {
     for (const std::string base : {"dec", "hex"}) {
-      const std::string name = "csv-four-antennas-" + units + "-" + base + ".csv";
+      std::string name = "csv-four-antennas-" + units;
+      name += "-" + base + ".csv";
       SCOPED_TRACE(name);
       Write(name, std::string(200000, 'x'));
       EXPECT_EQ(Output({"replay", "--units", units, "--rpn", base, "--fps", "on", session, "--csv",

@@ -23,8 +23,11 @@ TEST_F(ReplayTraceTest, ATraceGivesTheResultsOfItsStream) {
   std::size_t start = 0;
   for (std::size_t place = 0, lines = 0; place < session.size(); ++place) {
     if (session[place] == '\n' && ++lines % 29 == 0) {
-      trace += kRfps + session.substr(start, place + 1 - start);
-      trace += kCho + CrLf("cho done") + kBho;
+      trace += kRfps;
+      trace += session.substr(start, place + 1 - start);
+      trace += kCho;
+      trace += CrLf("cho done");
+      trace += kBho;
       start = place + 1;
     }
   }

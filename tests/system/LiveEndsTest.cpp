@@ -1,0 +1,96 @@
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <memory>
+
+#include "support/PseudoTerminal.h"
+#include "system/LiveOutputs.h"
+#include "system/SimulatedBeltpack.h"
+#include "system/SiteTruth.h"
+
+namespace kelvara::test {
+namespace {
+
+/// A way to end a record: by its options, or by a signal.
+struct End {
+  const char* name;
+  std::vector<std::string> options;
+  int signal;
+};
+
+/// Starts a record with a status line for the test to read.
+std::unique_ptr<Process> StartRecord(const CliRoom& room, const std::string& port,
+                                     const std::vector<std::string>& ending) {
+  std::vector<std::string> options = {"--port", port};
+  options.insert(options.end(), ending.begin(), ending.end());
+  ProcessRequest request = room.Request(RecordOfAll(options));
+  request.errorsToTerminal = true;
+  return std::make_unique<Process>(request);
+}
+
+/// Waits until the status line holds a text, gives the signal if there is one, and waits for the
+/// end.
+ProcessResult EndWhenItShows(Process& record, const std::string& text, int signal) {
+  EXPECT_TRUE(record.WaitForErrors(text)) << "no " << text;
+  if (signal != 0) {
+    record.Signal(signal);
+  }
+  return record.Finish();
+}
+
+/// A record with a beltpack at its port.
+struct Session {
+  explicit Session(const End& way) : end(way) {}
+
+  CliRoom room;
+  End end;
+  SimulatedBeltpack beltpack{room.Request({"simulate"})};
+  std::unique_ptr<Process> record = StartRecord(room, SimulatedBeltpack::kPort, end.options);
+};
+
+TEST(LiveEndsTest, WhicheverWayARecordEndsItWritesWhatWasAskedFor) {
+  const std::vector<End> ends = {{"count", {"--reports", "1"}, 0},
+                                 {"time", {"--for", "5"}, 0},
+                                 {"count before time", {"--for", "60", "--reports", "1"}, 0},
+                                 {"time before count", {"--reports", "9", "--for", "5"}, 0},
+                                 {"Ctrl+C", {}, SIGINT},
+                                 {"request to end", {}, SIGTERM},
+                                 {"hang-up of the terminal", {}, SIGHUP}};
+  std::vector<std::unique_ptr<Session>> sessions;
+  for (const End& end : ends) {
+    sessions.push_back(std::make_unique<Session>(end));
+  }
+  const SiteAntennas site = ExampleSiteAntennas("site-12.txt");
+  for (const auto& session : sessions) {
+    SCOPED_TRACE(session->end.name);
+    const ProcessResult result =
+        EndWhenItShows(*session->record, "Reports: 1", session->end.signal);
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_FALSE(result.timedOut);
+    EXPECT_EQ(result.output.substr(0, 16), "Reports: 1\nAAs: ");
+    const QJsonObject results = ParsedResults(ExpectWholeOutputs(session->room));
+    EXPECT_EQ(results["reports"].toInt(), 1);
+    ExpectTrueReadings(results, site);
+  }
+}
+
+TEST(LiveEndsTest, ARecordThatHeardNothingWritesEmptyResults) {
+  const std::vector<End> ends = {{"time", {"--for", "0.3"}, 0},
+                                 {"Ctrl+C", {"--reports", "5"}, SIGINT},
+                                 {"request to end", {}, SIGTERM}};
+  for (const End& end : ends) {
+    SCOPED_TRACE(end.name);
+    const CliRoom room;
+    PseudoTerminal silentPort;
+    const auto record = StartRecord(room, silentPort.Device(), end.options);
+    const ProcessResult result =
+        EndWhenItShows(*record, "Attempting To Connect To Beltpack...", end.signal);
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.output, "Reports: 0\nAAs: 0\n");
+    EXPECT_EQ(ParsedResults(ExpectWholeOutputs(room))["reports"].toInt(-1), 0);
+    EXPECT_EQ(silentPort.ReadAll(), "");
+  }
+}
+
+}  // namespace
+}  // namespace kelvara::test

@@ -1,0 +1,73 @@
+#include <gtest/gtest.h>
+
+#include "system/CliTest.h"
+
+namespace kelvara::test {
+namespace {
+
+class RecordArgumentsTest : public CliTest {
+ protected:
+  /// A command line that is wrong: nothing is recorded and nothing printed.
+  void ExpectWrong(const Arguments& arguments) const {
+    SCOPED_TRACE(::testing::PrintToString(arguments));
+    Arguments all = {"record", "--json", "results.json"};
+    all.insert(all.end(), arguments.begin(), arguments.end());
+    const ProcessResult result = Run(all);
+    ExpectComplaint(result, 2, "");
+    EXPECT_EQ(result.output, "");
+    EXPECT_FALSE(Exists("results.json"));
+  }
+};
+
+TEST_F(RecordArgumentsTest, ExactlyOneSourceIsDue) {
+  ExpectWrong({"--reports", "1"});
+  ExpectWrong({"--demo", "--com", "1", "--reports", "1"});
+  ExpectWrong({"--demo", "--port", "/dev/null", "--reports", "1"});
+  ExpectWrong({"--com", "1", "--port", "/dev/null", "--reports", "1"});
+  ExpectWrong({"--com", "1", "--port", "/dev/null", "--demo", "--reports", "1"});
+}
+
+TEST_F(RecordArgumentsTest, APortNumberIsOneToTwelve) {
+  for (const char* number : {"0", "13", "-1", "COM1", "1.5", "", "65537"}) {
+    ExpectWrong({"--reports", "1", "--com", number});
+  }
+}
+
+TEST_F(RecordArgumentsTest, CountTimeAndRateArePositiveNumbers) {
+  for (const char* number : {"0", "-1", "many", ""}) {
+    ExpectWrong({"--demo", "--reports", number});
+    ExpectWrong({"--demo", "--for", number});
+    ExpectWrong({"--demo", "--reports", "1", "--baud", number});
+  }
+  ExpectWrong({"--demo", "--reports", "1.5"});
+}
+
+TEST_F(RecordArgumentsTest, OnlyTheDemosClockRunsFaster) {
+  ExpectWrong({"--speed", "10", "--port", "/dev/null", "--reports", "1"});
+  ExpectWrong({"--speed", "10", "--com", "1", "--reports", "1"});
+  for (const char* speed : {"0", "-1", "fast", ""}) {
+    ExpectWrong({"--demo", "--reports", "1", "--speed", speed});
+  }
+}
+
+TEST_F(RecordArgumentsTest, NothingElseIsTaken) {
+  ExpectWrong({"--demo", "--reports", "1", "extra"});
+  ExpectWrong({"--demo", "--reports", "1", "--unknown"});
+  ExpectWrong({"--demo", "--reports", "1", "--units", "feet"});
+  ExpectWrong({"--demo", "--reports"});
+  ExpectWrong({"--port"});
+  ExpectWrong({"--demo", "--reports", "1", "--raw"});
+}
+
+TEST_F(RecordArgumentsTest, ATraceOrLogThatCannotBeOpenedEndsTheRecordAtOnce) {
+  for (const char* option : {"--raw", "--log"}) {
+    SCOPED_TRACE(option);
+    ExpectComplaint(Run({"record", "--demo", "--for", "30", "--json", "results.json", option,
+                         "missing/file.txt"}),
+                    1, "missing/file.txt");
+    EXPECT_FALSE(Exists("results.json"));
+  }
+}
+
+}  // namespace
+}  // namespace kelvara::test

@@ -21,11 +21,6 @@ std::int16_t ToInt16(std::int64_t value) { return ToInteger<std::int16_t>(value)
 
 std::int32_t ToInt32(std::int64_t value) { return ToInteger<std::int32_t>(value); }
 
-std::size_t CheckedIndex(std::int64_t index, std::size_t size) {
-  if (index < 0 || static_cast<std::uint64_t>(index) >= size) {
-    throw Fault(FaultKind::Subscript, "Subscript out of range");
-  }
-  return static_cast<std::size_t>(index);
-}
+void ThrowSubscript() { throw Fault(FaultKind::Subscript, "Subscript out of range"); }
 
 }  // namespace kelvara::base

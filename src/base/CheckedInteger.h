@@ -28,8 +28,17 @@ inline std::int32_t Multiply32(std::int32_t left, std::int32_t right) {
   return ToInt32(std::int64_t{left} * right);
 }
 
+/// Fails with a subscript fault.
+[[noreturn]] void ThrowSubscript();
+
 /// The index as it stands when it lies inside a table of `size` entries, else a subscript fault.
-std::size_t CheckedIndex(std::int64_t index, std::size_t size);
+inline std::size_t CheckedIndex(std::int64_t index, std::size_t size) {
+  // A negative index is larger than any size once it is taken without its sign.
+  if (static_cast<std::uint64_t>(index) >= size) {
+    ThrowSubscript();
+  }
+  return static_cast<std::size_t>(index);
+}
 
 /// The entry of a table, with the index checked.
 template <typename Table>

@@ -12,6 +12,9 @@
 namespace kelvara::base {
 namespace {
 
+/// Every whole number of so many digits is a double.
+constexpr std::size_t kExactDigits = 15;
+
 bool IsDigit(char character) { return character >= '0' && character <= '9'; }
 
 bool IsSign(char character) { return character == '+' || character == '-'; }
@@ -78,6 +81,13 @@ double ValueOf(std::string_view number) {
   const bool negative = number[0] == '-';
   if (IsSign(number[0])) {
     number.remove_prefix(1);
+  }
+  if (number.size() <= kExactDigits && std::all_of(number.begin(), number.end(), IsDigit)) {
+    std::int64_t whole = 0;
+    for (const char digit : number) {
+      whole = whole * 10 + (digit - '0');
+    }
+    return static_cast<double>(negative ? -whole : whole);
   }
   double magnitude = 0.0;
   const auto [end, error] =

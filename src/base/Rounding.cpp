@@ -10,10 +10,8 @@ namespace {
 
 template <typename Integer>
 Integer RoundTo(double value) {
-  const double below = std::floor(value);
-  const double part = value - below;
-  const bool belowIsOdd = std::fmod(below, 2.0) != 0.0;
-  const double rounded = part > 0.5 || (part == 0.5 && belowIsOdd) ? below + 1.0 : below;
+  // In the rounding mode that every program starts with, a half goes to the even neighbour.
+  const double rounded = std::nearbyint(value);
   // Written so that "not a number" fails it too.
   if (!(rounded >= std::numeric_limits<Integer>::min() &&
         rounded <= std::numeric_limits<Integer>::max())) {

@@ -17,17 +17,23 @@ ReportCollector::Step ReportCollector::Append(std::string_view text) {
   if (iRfpsLinesLeft_ == 0) {
     return {text.size(), Event::None};
   }
-  const std::size_t lineFeed = text.find('\n');
-  if (lineFeed == std::string_view::npos) {
-    Keep(text);
-    return {text.size(), Event::None};
+  std::size_t taken = 0;
+  Event event = Event::None;
+  while (iRfpsLinesLeft_ > 0 && taken < text.size()) {
+    const std::size_t lineFeed = text.find('\n', taken);
+    if (lineFeed == std::string_view::npos) {
+      taken = text.size();
+      break;
+    }
+    taken = lineFeed + 1;
+    --iRfpsLinesLeft_;
+    event = Event::Line;
   }
-  Keep(text.substr(0, lineFeed + 1));
-  --iRfpsLinesLeft_;
-  if (iRfpsLinesLeft_ > 0) {
-    return {lineFeed + 1, Event::Line};
+  Keep(text.substr(0, taken));
+  if (iRfpsLinesLeft_ == 0) {
+    event = tooLarge_ ? Event::Dropped : Event::Report;
   }
-  return {lineFeed + 1, tooLarge_ ? Event::Dropped : Event::Report};
+  return {taken, event};
 }
 
 void ReportCollector::Keep(std::string_view text) {

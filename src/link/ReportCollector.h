@@ -20,7 +20,7 @@ class ReportCollector {
   /// What the text just taken has brought about.
   enum class Event {
     None,     ///< No line feed in it, or nothing is being collected.
-    Line,     ///< A line of a report that still lacks others.
+    Line,     ///< One line or more of a report that still lacks others.
     Report,   ///< The last line: `Text` is the whole report.
     Dropped,  ///< The last line of a report that was too large to keep.
   };
@@ -36,8 +36,8 @@ class ReportCollector {
   /// Empties the buffer and expects nothing.
   void Reset();
 
-  /// Takes text up to and including the next line feed, or all of it when there is none. While
-  /// nothing is expected it takes all and keeps none.
+  /// Takes text up to and including the report's last line feed, or all of it when that is not
+  /// there yet. While nothing is expected it takes all and keeps none.
   Step Append(std::string_view text);
 
   /// Line feeds still expected; 0 while nothing is collected.

@@ -1,21 +1,20 @@
 #include "sync/RfpsReport.h"
 
+#include <optional>
+
 #include "base/CheckedInteger.h"
 #include "base/NumberReading.h"
 #include "base/Rounding.h"
-#include "sync/TextSearch.h"
+#include "sync/ReportWords.h"
 
 namespace kelvara::sync {
 namespace {
 
-constexpr std::string_view kMarker = "100ec";
-constexpr std::string_view kSyncWord = "sync";
-constexpr std::string_view kNeighbourWord = "neighbour";
 constexpr std::string_view kNoReading = "   ";
 constexpr char kUnknownReading = '?';
 constexpr std::size_t kPhaseOffset = 19;
 constexpr std::size_t kPhaseWidth = 3;
-constexpr int kMaxReadings = 3;
+constexpr std::size_t kMaxReadings = 3;
 
 /// Marker positions count the text's first character as 1, and 0 stands for "no further marker".
 /// As an index such a position is that of the character after the marker's first one: just where
@@ -23,9 +22,22 @@ constexpr int kMaxReadings = 3;
 using Position = std::size_t;
 constexpr Position kNoMarker = 0;
 
-Position NextMarker(std::string_view text, Position after) {
-  const std::size_t index = FindIgnoringCase(text, kMarker, after);
-  return index == std::string_view::npos ? kNoMarker : index + 1;
+/// A marker's part of the text, and the words in it: up to the next marker's first character, or
+/// to the text's end.
+struct Block {
+  Position marker = kNoMarker;
+  std::size_t end = 0;
+  bool hasSync = false;
+  std::array<std::size_t, kMaxReadings> neighbours{};
+  std::size_t neighbourCount = 0;
+};
+
+void AddWord(const FoundWord& found, Block& block) {
+  if (found.word == ReportWord::Sync) {
+    block.hasSync = true;
+  } else if (block.neighbourCount < kMaxReadings) {
+    block.neighbours[block.neighbourCount++] = found.index;
+  }
 }
 
 /// Up to `width` characters, fewer or none where the text ends before.
@@ -61,17 +73,16 @@ void ReadIdentity(std::string_view text, Position marker, RfpsEntry& entry) {
 
 /// The block's first three readings, as far as they are valid, averaged in 16-bit steps. False when
 /// none is valid.
-bool ReadMeanPhase(std::string_view block, std::int16_t& phase) {
+bool ReadMeanPhase(std::string_view text, const Block& block, std::int16_t& phase) {
   std::int16_t sum = 0;
   std::int16_t validReadings = 0;
-  std::size_t word = FindIgnoringCase(block, kNeighbourWord, 0);
-  for (int reading = 0; reading < kMaxReadings && word != std::string_view::npos; ++reading) {
-    const std::string_view field = Middle(block, word + kPhaseOffset, kPhaseWidth);
+  for (std::size_t reading = 0; reading < block.neighbourCount; ++reading) {
+    const std::string_view field =
+        Middle(text.substr(0, block.end), block.neighbours[reading] + kPhaseOffset, kPhaseWidth);
     if (field.find(kUnknownReading) == std::string_view::npos && field != kNoReading) {
       sum = base::Round16(sum + base::ReadLeadingNumber(field, base::Blanks::Leading));
       ++validReadings;
     }
-    word = FindIgnoringCase(block, kNeighbourWord, word + 1);
   }
   if (validReadings == 0) {
     return false;
@@ -81,13 +92,13 @@ bool ReadMeanPhase(std::string_view block, std::int16_t& phase) {
 }
 
 /// Reads one block into the entry behind those kept so far, and keeps it if it says anything.
-void ReadBlock(std::string_view text, Position marker, std::string_view block, RfpsReport& report) {
+void ReadBlock(std::string_view text, const Block& block, RfpsReport& report) {
   RfpsEntry& entry = base::At(report.entries, report.count);
-  ReadIdentity(text, marker, entry);
-  if (FindIgnoringCase(block, kSyncWord, 0) != std::string_view::npos) {
+  ReadIdentity(text, block.marker, entry);
+  if (block.hasSync) {
     report.syncIndex = report.count;
     ++report.count;
-  } else if (ReadMeanPhase(block, entry.Phase)) {
+  } else if (ReadMeanPhase(text, block, entry.Phase)) {
     ++report.count;
   }
 }
@@ -96,17 +107,32 @@ void ReadBlock(std::string_view text, Position marker, std::string_view block, R
 
 RfpsReport ReadRfpsReport(std::string_view text) {
   RfpsReport report;
-  // The search starts behind the first character: a marker at the very start is not seen.
-  Position next = NextMarker(text, 1);
-  Position marker = kNoMarker;
-  do {
-    marker = next;
-    next = NextMarker(text, marker);
-    const std::size_t blockEnd = next == kNoMarker ? text.size() : next;
-    // The last round has no marker: it reads the text before the first one as a block, and an
-    // identity from the text's own first characters.
-    ReadBlock(text, marker, Middle(text, marker, blockEnd - marker), report);
-  } while (marker != kNoMarker);
+  // The text before the first marker is a block too. It is read last, with an identity from the
+  // text's own first characters.
+  Block head;
+  head.end = text.size();
+  bool isHead = true;
+  Block block;
+  ReportWords words(text);
+  while (const std::optional<FoundWord> found = words.Next()) {
+    if (found->word != ReportWord::Marker) {
+      AddWord(*found, isHead ? head : block);
+      continue;
+    }
+    (isHead ? head : block).end = found->index + 1;
+    // A marker at the very start of the text is not seen: nobody reads its block.
+    if (!isHead && block.marker > 1) {
+      ReadBlock(text, block, report);
+    }
+    isHead = false;
+    block = Block();
+    block.marker = found->index + 1;
+  }
+  if (block.marker > 1) {
+    block.end = text.size();
+    ReadBlock(text, block, report);
+  }
+  ReadBlock(text, head, report);
   return report;
 }
 

@@ -21,10 +21,13 @@ void SyncModel::Clear() {
 }
 
 std::int16_t SyncModel::FindOrAddAa(std::int16_t rpn, std::int16_t fps, std::int16_t fpn) {
-  for (std::int16_t index = 0; index < aaCount_; ++index) {
-    if (At(aaRpn_, index) == rpn) {
-      return index;
-    }
+  const auto listedEnd = aaRpn_.begin() + std::min<std::ptrdiff_t>(aaCount_, kMaxAas);
+  const auto found = std::find(aaRpn_.begin(), listedEnd, rpn);
+  if (found != listedEnd) {
+    return static_cast<std::int16_t>(found - aaRpn_.begin());
+  }
+  if (aaCount_ > static_cast<std::int16_t>(kMaxAas)) {
+    base::ThrowSubscript();
   }
   // The count goes up before the table is asked for its place, and stays up when there is none.
   const std::int16_t added = aaCount_++;

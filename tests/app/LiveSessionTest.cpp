@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
+
 #include "base/Fault.h"
 #include "platform/MemoryGrid.h"
 #include "platform/MemoryMenuBar.h"
@@ -49,6 +53,15 @@ struct LiveRig {
                         {grid, statusBar, logBox, menuBar},
                         {port, rfpsTimer, timerComPort, silenceTimer, store, debugView}};
 };
+
+/// The bytes that the program holds on the heap; 0 where the system does not tell.
+std::size_t HeldBytes() {
+#ifdef __GLIBC__
+  return mallinfo2().uordblks;
+#else
+  return 0;
+#endif
+}
 
 TEST(StartLink, SearchesWithClearedResultsAndAppliesTheStoredOptions) {
   LiveRig rig;
@@ -109,8 +122,11 @@ TEST(LiveSession, ADayOfPollingCountsRightAndStaysAsSmallAsItWas) {
   rig.Start();
   int ticks = 0;
   rig.beltpack.SetCommandNotification([&](std::string_view, std::int64_t) { ++ticks; });
-  rig.time.Pass(std::int64_t{86400} * 1000);
+  rig.time.Pass(std::int64_t{3600} * 1000);
+  const std::size_t heldAfterAnHour = HeldBytes();
+  rig.time.Pass(std::int64_t{23 * 3600} * 1000);
   EXPECT_EQ(ticks, 28800);
+  EXPECT_LE(HeldBytes(), heldAfterAnHour + 16384);
   const sync::SyncModel& model = rig.live.Results().Model();
   // 3200 cycles of nine ticks, seven of which ask for a report; the last one may still be coming.
   EXPECT_GE(model.ReportCount(), 3200 * 7 - 1);

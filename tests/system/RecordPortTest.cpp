@@ -190,6 +190,16 @@ TEST_F(HeldPortTest, IsShownAmongThePorts) {
       << ports.errors;
 }
 
+TEST_F(HeldPortTest, IsHeldWithoutALockFileToo) {
+  const PseudoTerminal terminal;
+  Process first(WithStatusLine(Request({"record", "--port", terminal.Device()})));
+  ASSERT_TRUE(first.WaitForErrors("Attempting To Connect"));
+  // Not every machine has a folder for them that every user may write to.
+  std::filesystem::remove("/var/lock/LCK..pts_" +
+                          std::filesystem::path(terminal.Device()).filename().string());
+  ExpectRefused({"--port", terminal.Device()}, "in use by another program");
+}
+
 TEST_F(HeldPortTest, IsFreeAgainWhenTheRecordIsKilled) {
   const PseudoTerminal terminal;
   Process first(WithStatusLine(Request({"record", "--port", terminal.Device()})));

@@ -107,7 +107,7 @@ TEST_F(RecordPortTest, ARateThatIsAskedForIsSetAndTheLineIsRaw) {
       settings = terminal.LineSettings();
       return ::cfgetospeed(&settings) == rate.speed && ::cfgetispeed(&settings) == rate.speed;
     };
-    EXPECT_TRUE(WaitUntil(isSet, Process::kPatience));
+    ASSERT_TRUE(WaitUntil(isSet, Process::kPatience));
     EXPECT_EQ(settings.c_cflag & CSIZE, tcflag_t{CS8});
     EXPECT_EQ(settings.c_cflag & (CSTOPB | PARENB | CRTSCTS), 0U);
     EXPECT_EQ(settings.c_iflag & (IXON | IXOFF | ICRNL | INLCR | IGNCR), 0U);

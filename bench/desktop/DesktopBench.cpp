@@ -4,9 +4,11 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QEventLoop>
 #include <QHeaderView>
 #include <QSize>
 #include <QTableWidget>
+#include <QTimer>
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -19,12 +21,14 @@
 #include "app/FrmMain.h"
 #include "desktop/FirstPaint.h"
 #include "desktop/ResidentMemory.h"
+#include "qt/FontPreparation.h"
 
 namespace kelvara::bench {
 namespace {
 
 constexpr int kAas = static_cast<int>(sync::kMaxAas);
 constexpr int kRounds = 15;
+constexpr int kSettlingMilliseconds = 500;
 /// Large enough for every cell to be seen.
 constexpr QSize kScreen(2000, 1060);
 
@@ -52,6 +56,13 @@ double MedianMilliseconds(Prepare prepare, Work work) {
 /// A phase that differs from cell to cell and from round to round.
 std::string CellText(int round, int row, int column) {
   return std::to_string((row * 7 + column * 13 + round * 31) % 900 - 450);
+}
+
+/// Lets the program finish what it puts off until its window stands.
+void Settle() {
+  QEventLoop loop;
+  QTimer::singleShot(kSettlingMilliseconds, &loop, &QEventLoop::quit);
+  loop.exec();
 }
 
 double PlainTableMilliseconds() {
@@ -106,7 +117,9 @@ int main(int argumentCount, char** arguments) {
   using namespace kelvara;
   const std::string mode = argumentCount > 1 ? arguments[1] : "";
   int nameOnly = 1;
+  qt::FontPreparation fonts;
   const QApplication application(nameOnly, arguments);
+  fonts.Finish();
   const bench::FirstPaint firstPaint([&mode](QWidget& widget) {
     if (mode != "start") {
       auto& window = dynamic_cast<app::FrmMain&>(widget);
@@ -115,7 +128,7 @@ int main(int argumentCount, char** arguments) {
       } else {
         bench::FillModel(window.Live().Results().Model());
         window.UpdateSyncGrid();
-        QCoreApplication::processEvents();
+        bench::Settle();
         std::printf("%ld\n", bench::ResidentKilobytes());
       }
       std::fflush(stdout);

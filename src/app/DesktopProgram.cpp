@@ -11,6 +11,7 @@
 #include "help/ProgramIcon.h"
 #include "qt/PortDescription.h"
 #include "qt/PortTable.h"
+#include "qt/ProcessMemory.h"
 #include "qt/QtClock.h"
 #include "qt/QtDateFormat.h"
 #include "qt/QtFileChooser.h"
@@ -72,8 +73,10 @@ int RunDesktopProgram(const DesktopOptions& options) {
   // The window is there before its port is opened, so that a message has it to stand over.
   QTimer::singleShot(0, &window, [&window] { window.Form_Load(); });
   // Its picture takes longer to read than the window to paint.
-  QTimer::singleShot(kIconMilliseconds, &window,
-                     [] { QApplication::setWindowIcon(help::ProgramIcon()); });
+  QTimer::singleShot(kIconMilliseconds, &window, [] {
+    QApplication::setWindowIcon(help::ProgramIcon());
+    qt::ReturnFreeMemory();
+  });
   return QCoreApplication::exec();
 }
 

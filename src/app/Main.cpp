@@ -5,6 +5,7 @@
 
 #include "app/DesktopProgram.h"
 #include "platform/ProgramTitle.h"
+#include "qt/FontPreparation.h"
 
 namespace {
 
@@ -41,7 +42,9 @@ int main(int argumentCount, char** arguments) {
   options.demo = options.demo || options.sitePath.has_value();
   // The options are the program's own; the desktop library gets the name alone.
   int nameOnly = 1;
+  kelvara::qt::FontPreparation fonts;
   const QApplication application(nameOnly, arguments);
+  fonts.Finish();
   try {
     return kelvara::app::RunDesktopProgram(options);
   } catch (const std::exception& error) {

@@ -10,7 +10,8 @@ static void LoadPictures() { Q_INIT_RESOURCE(ProgramIcon); }
 namespace kelvara::help {
 namespace {
 
-constexpr std::array kSizes{16, 24, 32, 48, 64, 128, 256};
+/// A window asks for no larger picture; each that is given stays in memory.
+constexpr std::array kSizes{16, 24, 32, 48, 64, 128};
 
 }  // namespace
 

@@ -116,17 +116,21 @@ void SyncGridView::FitFont() {
   }
   const QScopedValueRollback fitting(fitting_, true);
   const int columnWidth = qt::TwipsToPixels(*this, kGridColumnTwips);
+  const int room = columnWidth - kColumnPadding;
   QFont fitted = font();
   int pixels = QFontInfo(fitted).pixelSize();
-  const auto isTooWide = [&] {
+  const auto widest = [&] {
     fitted.setPixelSize(pixels);
     const QFontMetrics metrics(fitted);
-    return std::any_of(kWidestTexts.begin(), kWidestTexts.end(), [&](const QString& text) {
-      return metrics.horizontalAdvance(text) > columnWidth - kColumnPadding;
-    });
+    int width = 0;
+    for (const QString& text : kWidestTexts) {
+      width = std::max(width, metrics.horizontalAdvance(text));
+    }
+    return width;
   };
-  while (isTooWide() && pixels > kSmallestFontPixels) {
-    --pixels;
+  // Each size that is tried loads a font: a text's width tells about where to look.
+  for (int width = widest(); width > room && pixels > kSmallestFontPixels; width = widest()) {
+    pixels = std::clamp(pixels * room / width + 1, kSmallestFontPixels, pixels - 1);
   }
   setFont(fitted);
   corner_->setFont(fitted);

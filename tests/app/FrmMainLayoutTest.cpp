@@ -4,6 +4,7 @@
 #include <QTest>
 
 #include "FrmMainRig.h"
+#include "app/MainStatusBar.h"
 
 namespace kelvara::test {
 namespace {
@@ -72,6 +73,28 @@ TEST(FrmMainLayout, StretchesTheLinesToTheWindowsWidth) {
   rig.Open();
   for (const char* const line : {"Line1", "Line2"}) {
     EXPECT_EQ(Find<QFrame>(rig.window, line).width(), Pixels(Outer(rig).W));
+  }
+}
+
+TEST(FrmMainLayout, ShowsEveryStatusTextWhole) {
+  FrmMainRig rig;
+  rig.Open();
+  for (const QSize size : kSizes) {
+    rig.window.resize(size);
+    QCoreApplication::processEvents();
+    for (const char* const link :
+         {"Beltpack Connected...", "Attempting To Connect To Beltpack..."}) {
+      app::MainStatusBar& bar = Find<app::MainStatusBar>(rig.window, "StatusBar1");
+      bar.SetPanel(platform::StatusPanel::Link, link);
+      bar.SetPanel(platform::StatusPanel::Capture, "Logging Paused...");
+      bar.SetPanel(platform::StatusPanel::Reports, "Reports: 12345");
+      bar.SetPanel(platform::StatusPanel::Aas, "AAs: 51");
+      bar.SetPanel(platform::StatusPanel::Port, "COM12");
+      bar.SetPanel(platform::StatusPanel::Rate, "115200");
+      QCoreApplication::processEvents();
+      EXPECT_EQ(LayoutFaults(bar), "") << link << " at " << size.width();
+    }
+    TakePicture(rig.window, "status-" + std::to_string(size.width()));
   }
 }
 

@@ -1,0 +1,128 @@
+"""Each shell's completion offers exactly the options that --help lists."""
+
+import pathlib
+import re
+import shutil
+import tempfile
+import unittest
+
+from Packaging import COMMANDS, PACKAGING, all_options, choices_of, help_of, run
+
+COMPLETION = PACKAGING / "completion"
+
+
+def bash_offers(folder, *line):
+    """What bash offers behind these words, the last of which is unfinished."""
+    program = line[0]
+    function = "_" + program.replace("-", "_")
+    script = (f'source "$1/{program}.bash"; shift; COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1))\n'
+              f'{function}; ((${{#COMPREPLY[@]}} == 0)) || printf "%s\\n" "${{COMPREPLY[@]}}"')
+    result = run("bash", "--norc", "-c", script, "bash", folder, *line)
+    if result.returncode != 0 or result.stderr:
+        raise AssertionError(result.stderr or f"{line}: exit code {result.returncode}")
+    return set(result.stdout.splitlines())
+
+
+def fish_offers(folder, *line):
+    """The options of the lines of fish's completion that hold behind these words."""
+    text = (folder / f"{line[0]}.fish").read_text()
+    offers = set()
+    for entry in text.splitlines():
+        seen = re.search(r"__fish_seen_subcommand_from ([\w ]+)'", entry)
+        holds = line[1] in seen.group(1).split() if seen and len(line) > 1 else not seen
+        first_word_only = "__fish_use_subcommand" in entry
+        if holds and first_word_only == (line == ("kelvara-cli",)):
+            offers.update("-" + name for name in re.findall(r" -s (\w)\b", entry))
+            offers.update("--" + name for name in re.findall(r" -l ([\w-]+)", entry))
+    return offers
+
+
+def zsh_offers(folder, *line):
+    """The options that zsh's completion names for these words."""
+    text = (folder / f"_{line[0]}").read_text()
+    shared = dict(re.findall(r"^(\w+)=\((.*?)\)$", text, re.MULTILINE | re.DOTALL))
+    if len(line) > 1:
+        text = re.search(rf"^  {line[1]}\)$(.*?)^    ;;$", text, re.MULTILINE | re.DOTALL).group(1)
+    elif shared:
+        text = re.search(r"CURRENT == 2(.*?)^fi$", text, re.MULTILINE | re.DOTALL).group(1)
+    for name, options in shared.items():
+        text = text.replace(f"${name}", options)
+    text = text.replace("{-h,--help}", "'-h[' '--help['")
+    return set(re.findall(r"'(?:\([^)]*\)|\*)?'?(--?[a-z][\w-]*)\[", text))
+
+
+def completion_faults(folder):
+    """Where a completion below a folder offers something else than --help lists."""
+    faults = []
+    for line, options in all_options().items():
+        offers = {
+            "bash": bash_offers(folder, *line, "-"),
+            "fish": fish_offers(folder, *line),
+            "zsh": zsh_offers(folder, *line),
+        }
+        for shell, offered in offers.items():
+            for option in sorted(offered ^ options):
+                kind = "invents" if option in offered else "lacks"
+                faults.append(f"{shell} {kind} {' '.join(line)} {option}")
+    return faults
+
+
+class CompletionTest(unittest.TestCase):
+    def test_every_shell_offers_the_options_of_the_help(self):
+        self.assertEqual(completion_faults(COMPLETION), [])
+
+    def test_what_differs_is_found(self):
+        for name, old, new, fault in (
+            ("kelvara.bash", "--raw --", "--", "bash lacks kelvara --raw"),
+            ("kelvara-cli.bash", "--whole", "--hole", "bash invents kelvara-cli replay --hole"),
+            ("kelvara-cli.fish", "-l seed", "-l seeds", "fish lacks kelvara-cli simulate --seed"),
+            ("kelvara.fish", "-s h ", "", "fish lacks kelvara -h"),
+            ("_kelvara-cli", "'--baud", "'--bauds", "zsh lacks kelvara-cli record --baud"),
+            ("_kelvara-cli", "--csv", "--tsv", "zsh invents kelvara-cli replay --tsv"),
+            ("_kelvara", "--version", "--verse", "zsh lacks kelvara --version"),
+        ):
+            with self.subTest(fault=fault), tempfile.TemporaryDirectory() as room:
+                folder = pathlib.Path(room) / "completion"
+                shutil.copytree(COMPLETION, folder)
+                text = (folder / name).read_text()
+                self.assertIn(old, text)
+                (folder / name).write_text(text.replace(old, new))
+                self.assertIn(fault, completion_faults(folder))
+
+    def test_bash_offers_the_commands(self):
+        self.assertEqual(bash_offers(COMPLETION, "kelvara-cli", ""), set(COMMANDS))
+        self.assertEqual(bash_offers(COMPLETION, "kelvara-cli", "re"), {"replay", "record"})
+
+    def test_bash_offers_the_values_of_an_option(self):
+        text = help_of("kelvara-cli", "replay")
+        for option in ("--units", "--rpn", "--fps"):
+            for words in ((option, ""), (option, "="), (option, "=", "")):
+                with self.subTest(words=words):
+                    self.assertEqual(bash_offers(COMPLETION, "kelvara-cli", "replay", *words),
+                                     choices_of(text, option))
+
+    def test_bash_offers_the_fields_of_the_converter(self):
+        self.assertEqual(bash_offers(COMPLETION, "kelvara-cli", "convert", ""),
+                         choices_of(help_of("kelvara-cli", "convert"), "FIELD"))
+
+    def test_bash_offers_the_faults_of_the_line(self):
+        listed = re.search(r"goes wrong on the line: ([^;]+);", help_of("kelvara-cli", "simulate"))
+        self.assertEqual(bash_offers(COMPLETION, "kelvara-cli", "simulate", "--fault", ""),
+                         set(listed.group(1).split(", ")))
+
+    def test_bash_offers_files_where_a_file_is_due(self):
+        with tempfile.TemporaryDirectory() as room:
+            (pathlib.Path(room) / "a session.txt").write_text("")
+            start = room + "/a"
+            for line in (("kelvara", "--site", start), ("kelvara", "--com", "1", "=", start),
+                         ("kelvara-cli", "replay", start),
+                         ("kelvara-cli", "record", "--raw", start),
+                         ("kelvara-cli", "ports", "--com", "1", "=", start)):
+                with self.subTest(line=line):
+                    self.assertEqual(bash_offers(COMPLETION, *line), {room + "/a session.txt"})
+            self.assertEqual(bash_offers(COMPLETION, "kelvara-cli", "record", "--site", start),
+                             set())
+
+
+if __name__ == "__main__":
+    unittest.main()

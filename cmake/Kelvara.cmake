@@ -21,7 +21,10 @@ if(KELVARA_SANITIZE)
     -fsanitize=${KELVARA_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(kelvara_options INTERFACE -fsanitize=${KELVARA_SANITIZE})
 endif()
-
+if(KELVARA_COVERAGE)
+  target_compile_options(kelvara_options INTERFACE --coverage -fprofile-update=atomic)
+  target_link_options(kelvara_options INTERFACE --coverage)
+endif()
 
 find_program(KELVARA_CCACHE ccache)
 if(KELVARA_CCACHE)

@@ -3,7 +3,8 @@
 #include <QApplication>
 #include <QDir>
 #include <QTimer>
-#include <memory>
+#include <chrono>
+#include <iostream>
 
 #include "app/DemoSettings.h"
 #include "app/DesktopMachine.h"
@@ -28,8 +29,12 @@ namespace kelvara::app {
 namespace {
 
 constexpr int kIconMilliseconds = 100;
+/// A window that waits longer for another program would stand still.
+constexpr std::chrono::milliseconds kSettingsPatience{30};
 
-std::string DescribeDemoPort(int /*port*/) { return "The built-in beltpack of the demo."; }
+std::string DescribeDemoPort(int /*port*/) {
+  return "The built-in beltpack of the demo: ready to be opened.";
+}
 
 }  // namespace
 
@@ -43,7 +48,7 @@ int RunDesktopProgram(const DesktopOptions& options) {
   qt::QtDocumentOpener documentOpener;
   qt::QtEventPump events;
 
-  qt::QtSettingsStore storedSettings;
+  qt::QtSettingsStore storedSettings(kSettingsPatience);
   DemoSettings demoSettings(storedSettings);
   qt::PortTable ports(storedSettings);
   for (const std::string& assignment : options.portAssignments) {
@@ -60,9 +65,11 @@ int RunDesktopProgram(const DesktopOptions& options) {
        options.demo ? static_cast<platform::SettingsStore&>(demoSettings) : storedSettings,
        options.demo ? static_cast<platform::SerialPort&>(demoPort) : machinePort, events,
        qt::ToText(QDir::toNativeSeparators(QCoreApplication::applicationDirPath())), [&](int port) {
-         return options.demo ? DescribeDemoPort(port) : qt::DescribePort(ports, port);
+         return options.demo ? DescribeDemoPort(port)
+                             : qt::DescribePort(ports, port, machinePort.OpenDeviceName());
        }});
   if (options.testReport) {
+    window.Live().Display().GetDisplaySettings();
     return window.TestReport() ? 0 : 1;
   }
   if (options.rawPath) {
@@ -77,7 +84,11 @@ int RunDesktopProgram(const DesktopOptions& options) {
     QApplication::setWindowIcon(help::ProgramIcon());
     qt::ReturnFreeMemory();
   });
-  return QCoreApplication::exec();
+  const int result = QCoreApplication::exec();
+  if (const std::string failure = window.Live().TraceFailure(); !failure.empty()) {
+    std::cerr << "kelvara: " << failure << '\n';
+  }
+  return result;
 }
 
 }  // namespace kelvara::app

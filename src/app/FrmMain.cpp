@@ -11,6 +11,7 @@
 #include "base/Fault.h"
 #include "link/FrmComSelect.h"
 #include "platform/ProgramTitle.h"
+#include "qt/EventHandler.h"
 #include "qt/Text.h"
 #include "qt/Twips.h"
 #include "report/TestReport.h"
@@ -40,7 +41,7 @@ constexpr QSize kSmallestSize(400, 300);
 FrmMain::FrmMain(const DesktopMachine& machine)
     : machine_(machine),
       sHelpPath_(help::HelpPath(machine.programFolder)),
-      lastFilenames_(platform::ProgramSettings(machine.settingsStore)) {
+      lastFilenames_(platform::ProgramSettings(machine.settingsStore), machine.beeper) {
   setObjectName(QStringLiteral("FrmMain"));
   setWindowTitle(QString::fromLatin1(platform::kProgramTitle));
   BuildControls();
@@ -105,8 +106,8 @@ void FrmMain::BuildRooms() {
       lastFilenames_, report::RememberedFields(machine_.fileSystem, machine_.programFolder));
   captureDialog_ = std::make_unique<capture::CaptureDialog>(results.Capture(), machine_.fileChooser,
                                                             machine_.messageBoxes, lastFilenames_);
-  exportCommand_ = std::make_unique<capture::ExportCommand>(results.Export(), machine_.fileChooser,
-                                                            lastFilenames_);
+  exportCommand_ = std::make_unique<capture::ExportCommand>(
+      results.Export(), machine_.fileChooser, lastFilenames_, [this] { UpdateSyncGrid(); });
   helpCommands_ = std::make_unique<help::HelpCommands>(machine_.documentOpener, machine_.fileSystem,
                                                        machine_.messageBoxes);
 }
@@ -118,12 +119,19 @@ void FrmMain::Form_Load() {
     OpenComPort(port);
     StartLink();
   } catch (const base::Fault&) {
-    machine_.messageBoxes.Show(link::CouldNotOpenText(port), platform::kProgramTitle,
-                               platform::MessageIcon::Critical, platform::MessageButtons::OkCancel);
-    ShowPortDialog();
-    if (!isUnloaded_) {
-      live_->Port().ShowPort();
-    }
+    qt::HandleEvent(machine_.beeper, [this, port] { ChoosePortInstead(port); });
+  }
+}
+
+void FrmMain::ChoosePortInstead(std::int16_t port) {
+  machine_.messageBoxes.Show(link::CouldNotOpenText(port), platform::kProgramTitle,
+                             platform::MessageIcon::Critical, platform::MessageButtons::OkCancel);
+  if (isUnloaded_) {
+    return;
+  }
+  ShowPortDialog();
+  if (!isUnloaded_) {
+    live_->Port().ShowPort();
   }
 }
 

@@ -59,6 +59,7 @@ class FrmMain : public QMainWindow {
   /// Opens the port at start-up; a fault when it cannot be.
   void OpenComPort(std::int16_t port) { live_->Port().OpenComPort(port); }
   void StartLink();
+  void ChoosePortInstead(std::int16_t port);
   void SetStatusText(std::string_view text) { live_->Link().SetStatusText(text); }
   void SerialSendString(std::string_view ComStr, bool dDisplayStatus) {
     live_->Link().SerialSendString(ComStr, dDisplayStatus);

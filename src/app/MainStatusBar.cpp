@@ -12,10 +12,10 @@
 namespace kelvara::app {
 namespace {
 
-/// The widest text that each panel has to show, and what a reader is told of it.
+/// The widest text that each panel has to show, and what it tells.
 struct PanelForm {
   const char* widest;
-  const char* accessibleName;
+  const char* meaning;
 };
 
 constexpr std::array<PanelForm, 6> kPanelForms{{{"Attempting To Connect To Beltpack...", "Link"},
@@ -40,7 +40,8 @@ MainStatusBar::MainStatusBar(QWidget* parent) : QStatusBar(parent), area_(new QW
     auto* const panel = new QLabel(area_);
     panel->setObjectName(QStringLiteral("Panel%1").arg(i + 1));
     panel->setTextFormat(Qt::PlainText);
-    panel->setAccessibleName(QString::fromLatin1(kPanelForms.at(i).accessibleName));
+    // A reader says the text itself by name.
+    panel->setAccessibleDescription(QString::fromLatin1(kPanelForms.at(i).meaning));
     panels_.at(i) = panel;
   }
   area_->installEventFilter(this);

@@ -15,6 +15,7 @@ void ExportCommand::ExportResults() {
                            platform::DirectoryOfOrEmpty(lastFilenames_.GetLastFilename()),
                            {}});
   if (chosen) {
+    updateGrid_();
     resultsExport_.WriteResults(*chosen);
   }
 }

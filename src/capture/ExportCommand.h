@@ -1,5 +1,8 @@
 #pragma once
 
+#include <functional>
+#include <utility>
+
 #include "capture/ResultsExport.h"
 #include "platform/FileChooser.h"
 #include "platform/LastFilenames.h"
@@ -10,18 +13,23 @@ namespace kelvara::capture {
 class ExportCommand {
  public:
   ExportCommand(ResultsExport& resultsExport, platform::FileChooser& fileChooser,
-                platform::LastFilenames lastFilenames)
-      : resultsExport_(resultsExport), fileChooser_(fileChooser), lastFilenames_(lastFilenames) {}
+                platform::LastFilenames lastFilenames, std::function<void()> updateGrid)
+      : resultsExport_(resultsExport),
+        fileChooser_(fileChooser),
+        lastFilenames_(lastFilenames),
+        updateGrid_(std::move(updateGrid)) {}
 
   /// Shows the chooser, which asks before a file is replaced, in the folder of the last capture
-  /// file. Writes the results to the file chosen; on cancel nothing happens. The export remembers
-  /// no file name of its own.
+  /// file. Writes the results to the file chosen; on cancel nothing happens. The grid is brought up
+  /// to date before: an antenna that it does not show yet would end the export. The export
+  /// remembers no file name of its own.
   void ExportResults();
 
  private:
   ResultsExport& resultsExport_;
   platform::FileChooser& fileChooser_;
   platform::LastFilenames lastFilenames_;
+  std::function<void()> updateGrid_;
 };
 
 }  // namespace kelvara::capture

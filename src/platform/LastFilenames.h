@@ -3,29 +3,41 @@
 #include <string>
 #include <string_view>
 
+#include "base/Fault.h"
+#include "platform/Beeper.h"
 #include "platform/ProgramSettings.h"
 
 namespace kelvara::platform {
 
 /// The file names that the dialogs remember between runs: of the last capture and of the last
-/// report. Each is an empty text until one was saved.
+/// report. Each is an empty text until one was saved. A name that cannot be kept is one beep: the
+/// dialog's work, which is done by then, goes on.
 class LastFilenames {
  public:
-  explicit LastFilenames(ProgramSettings settings) : settings_(settings) {}
+  LastFilenames(ProgramSettings settings, Beeper& beeper) : settings_(settings), beeper_(beeper) {}
 
   /// The last capture file. Its folder is also where the report and the export start to look.
   std::string GetLastFilename() const { return settings_.Read(kLastFileKey, ""); }
-  void SaveLastFilename(std::string_view name) { settings_.Write(kLastFileKey, name); }
+  void SaveLastFilename(std::string_view name) { Save(kLastFileKey, name); }
 
   /// The last report file.
   std::string GetLastReportFilename() const { return settings_.Read(kLastReportFileKey, ""); }
-  void SaveLastReportFilename(std::string_view name) { settings_.Write(kLastReportFileKey, name); }
+  void SaveLastReportFilename(std::string_view name) { Save(kLastReportFileKey, name); }
 
  private:
   static constexpr std::string_view kLastFileKey = "LastFile";
   static constexpr std::string_view kLastReportFileKey = "LastReportFile";
 
+  void Save(std::string_view key, std::string_view name) {
+    try {
+      settings_.Write(key, name);
+    } catch (const base::Fault&) {
+      beeper_.Beep();
+    }
+  }
+
   ProgramSettings settings_;
+  Beeper& beeper_;
 };
 
 }  // namespace kelvara::platform

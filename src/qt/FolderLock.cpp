@@ -15,22 +15,22 @@
 namespace kelvara::qt {
 namespace {
 
-constexpr qint64 kPatienceMilliseconds = 2000;
 constexpr unsigned long kPauseMilliseconds = 2;
 
 }  // namespace
 
 #ifdef Q_OS_WIN
 
-FolderLock::FolderLock(const QString& folder) : file_(folder + QStringLiteral("/.lock")) {
+FolderLock::FolderLock(const QString& folder, std::chrono::milliseconds patience)
+    : file_(folder + QStringLiteral("/.lock")) {
 #else
 
-FolderLock::FolderLock(const QString& folder)
+FolderLock::FolderLock(const QString& folder, std::chrono::milliseconds patience)
     : handle_(::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
 #endif
   QElapsedTimer waiting;
   waiting.start();
-  while (!(held_ = TryToTake()) && waiting.elapsed() < kPatienceMilliseconds) {
+  while (!(held_ = TryToTake()) && waiting.elapsed() < patience.count()) {
     QThread::msleep(kPauseMilliseconds);
   }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <chrono>
 
 #ifdef Q_OS_WIN
 #include <QLockFile>
@@ -12,8 +13,8 @@ namespace kelvara::qt {
 /// The system holds the lock for the process: one that is killed leaves nothing behind.
 class FolderLock {
  public:
-  /// Waits, not for long, until no other program has the folder.
-  explicit FolderLock(const QString& folder);
+  /// Waits until no other program has the folder, at most as long as the patience.
+  FolderLock(const QString& folder, std::chrono::milliseconds patience);
   ~FolderLock();
   FolderLock(const FolderLock&) = delete;
   FolderLock& operator=(const FolderLock&) = delete;

@@ -33,7 +33,8 @@ QString FolderOf(const QString& path) { return QFileInfo(path).path(); }
 }  // namespace
 
 // A link to the file stays a link: what it points to is replaced.
-IniFile::IniFile(const QString& path) : path_(path) {
+IniFile::IniFile(const QString& path, std::chrono::milliseconds patience)
+    : path_(path), patience_(patience) {
   const QString target = QFileInfo(path).canonicalFilePath();
   if (QFileInfo(target).isFile()) {
     path_ = target;
@@ -43,7 +44,7 @@ IniFile::IniFile(const QString& path) : path_(path) {
 std::optional<IniText> IniFile::Read() const {
   Loaded loaded = Load();
   if (loaded.state == State::Broken) {
-    const FolderLock lock(FolderOf(path_));
+    const FolderLock lock(FolderOf(path_), patience_);
     if (lock.IsHeld()) {
       // By now another program may have put a good one in its place.
       loaded = Load();
@@ -57,7 +58,7 @@ std::optional<IniText> IniFile::Read() const {
 
 void IniFile::Change(const std::function<void(IniText&)>& change) const {
   QDir().mkpath(FolderOf(path_));
-  const FolderLock lock(FolderOf(path_));
+  const FolderLock lock(FolderOf(path_), patience_);
   if (!lock.IsHeld()) {
     ThrowFault(QStringLiteral("another program is writing to it"));
   }
@@ -106,8 +107,9 @@ void IniFile::Replace(const IniText& text) const {
   // One name for all: what a writer that was killed left behind is written over by the next.
   QFile file(path_ + QStringLiteral(".new"));
   const QByteArray bytes = QByteArray::fromStdString(text.Text());
-  if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(bytes) != bytes.size() ||
-      !Synchronise(file)) {
+  // Unbuffered: a file that still holds what a full disk did not take is not removed.
+  constexpr auto kMode = QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered;
+  if (!file.open(kMode) || file.write(bytes) != bytes.size() || !Synchronise(file)) {
     const QString reason = file.errorString();
     file.remove();
     ThrowFault(reason);

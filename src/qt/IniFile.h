@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <chrono>
 #include <functional>
 #include <optional>
 
@@ -11,14 +12,15 @@ namespace kelvara::qt {
 /// A settings file on the disk.
 class IniFile {
  public:
-  explicit IniFile(const QString& path);
+  /// `patience`: how long at most to wait for another program that is writing.
+  IniFile(const QString& path, std::chrono::milliseconds patience);
 
   /// What the file holds; nothing when it is absent or cannot be read now. A broken file (no
   /// settings text, too large, a folder, one that the user may not read) is set aside.
   std::optional<IniText> Read() const;
 
-  /// Changes what the file holds: read, changed, on the disk and in its place when this returns. A
-  /// second program that changes it meanwhile waits. A file that cannot be changed is a file fault
+  /// Changes what the file holds: read, changed, on the disk and in its place when this returns.
+  /// Two programs that change it wait for each other. A file that cannot be changed is a file fault
   /// and stays as it was.
   void Change(const std::function<void(IniText&)>& change) const;
 
@@ -35,6 +37,7 @@ class IniFile {
   [[noreturn]] void ThrowFault(const QString& reason) const;
 
   QString path_;
+  std::chrono::milliseconds patience_;
 };
 
 }  // namespace kelvara::qt

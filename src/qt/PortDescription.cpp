@@ -6,6 +6,8 @@
 namespace kelvara::qt {
 namespace {
 
+constexpr const char* kOpenHere = "open now, in this program.";
+
 /// What helps where a device cannot be opened.
 std::string Advice(PortState state) {
   switch (state) {
@@ -27,16 +29,19 @@ std::string Advice(PortState state) {
 
 }  // namespace
 
-std::string DescribePort(const PortTable& ports, int port) {
+std::string DescribePort(const PortTable& ports, int port, const std::string& openDevice) {
   try {
     const std::string device = ports.DeviceOf(port);
-    const PortFinding finding = ProbePort(device);
     std::string text = device;
     text += ": ";
+    if (!openDevice.empty() && FollowLinks(device) == FollowLinks(openDevice)) {
+      return text + kOpenHere;
+    }
+    const PortFinding finding = ProbePort(device);
     if (finding.state == PortState::Free) {
       text += "ready to be opened.";
     } else if (finding.state == PortState::HeldHere) {
-      text += "open now, in this program.";
+      text += kOpenHere;
     } else {
       text += finding.reason + ". " + Advice(finding.state);
     }

@@ -2,9 +2,11 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QStringList>
 
 #include "qt/QtFileSystem.h"
+#include "qt/QtMessageBoxes.h"
 #include "qt/Text.h"
 
 namespace kelvara::qt {
@@ -45,10 +47,16 @@ std::optional<std::string> QtFileChooser::Choose(const platform::FileChooserRequ
   if (!request.initialName.empty()) {
     dialog.selectFile(MachinePath(request.initialName));
   }
-  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
-    return std::nullopt;
+  while (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty()) {
+    const QString chosen = dialog.selectedFiles().constFirst();
+    const QFileInfo folder(QFileInfo(chosen).path());
+    if (request.kind != FileChooserKind::Save || folder.isDir()) {
+      return ToText(chosen);
+    }
+    QtMessageBoxes().Show("There is no folder " + ToText(folder.filePath()) + ".", request.title,
+                          platform::MessageIcon::Exclamation, platform::MessageButtons::Ok);
   }
-  return ToText(dialog.selectedFiles().constFirst());
+  return std::nullopt;
 }
 
 }  // namespace kelvara::qt

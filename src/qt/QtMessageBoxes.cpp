@@ -1,6 +1,8 @@
 #include "qt/QtMessageBoxes.h"
 
 #include <QApplication>
+#include <QFontMetrics>
+#include <QGridLayout>
 #include <QMessageBox>
 #include <algorithm>
 
@@ -12,6 +14,9 @@ namespace {
 using platform::MessageAnswer;
 using platform::MessageButtons;
 using platform::MessageIcon;
+
+/// What a title bar holds beside the title, in pixels.
+constexpr int kTitleButtons = 100;
 
 QMessageBox::Icon IconOf(MessageIcon icon) {
   switch (icon) {
@@ -60,6 +65,11 @@ MessageAnswer QtMessageBoxes::Show(std::string_view text, std::string_view title
   box.setObjectName(QStringLiteral("MsgBox"));
   box.setTextFormat(Qt::PlainText);
   box.setText(ToQString(text));
+  if (auto* const layout = qobject_cast<QGridLayout*>(box.layout())) {
+    // A box as narrow as its text would cut its title.
+    const int width = QFontMetrics(box.font()).horizontalAdvance(box.windowTitle()) + kTitleButtons;
+    layout->addItem(new QSpacerItem(width, 0), layout->rowCount(), 0, 1, layout->columnCount());
+  }
   switch (box.exec()) {
     case QMessageBox::Yes:
       return MessageAnswer::Yes;

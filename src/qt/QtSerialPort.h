@@ -57,6 +57,9 @@ class QtSerialPort : public platform::SerialPort {
   /// Whether the device of an open port is there.
   bool HasDevice() const { return lock_ != nullptr; }
 
+  /// The name of the device that is open, or an empty text.
+  std::string OpenDeviceName() const { return HasDevice() ? deviceName_ : std::string(); }
+
  private:
   void OpenDevice();
   void CloseDevice();

@@ -18,18 +18,19 @@ QString UserConfigFolder() {
 
 }  // namespace
 
-QtSettingsStore::QtSettingsStore() : QtSettingsStore(UserConfigFolder()) {}
+QtSettingsStore::QtSettingsStore(std::chrono::milliseconds patience)
+    : QtSettingsStore(UserConfigFolder(), patience) {}
 
 std::string QtSettingsStore::Read(std::string_view application, std::string_view section,
                                   std::string_view key, std::string_view defaultText) const {
-  const std::optional<IniText> text = IniFile(FileOf(application)).Read();
+  const std::optional<IniText> text = IniFile(FileOf(application), patience_).Read();
   const std::optional<std::string> value = text ? text->Value(section, key) : std::nullopt;
   return value.value_or(std::string(defaultText));
 }
 
 void QtSettingsStore::Write(std::string_view application, std::string_view section,
                             std::string_view key, std::string_view text) {
-  IniFile(FileOf(application)).Change([&](IniText& settings) {
+  IniFile(FileOf(application), patience_).Change([&](IniText& settings) {
     settings.SetValue(section, key, text);
   });
 }

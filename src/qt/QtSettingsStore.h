@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <chrono>
 #include <string>
 
 #include "platform/SettingsStore.h"
@@ -16,12 +17,16 @@ namespace kelvara::qt {
 /// the settings start anew.
 class QtSettingsStore : public platform::SettingsStore {
  public:
+  /// How long to wait for another program that is writing, where nobody waits for this one.
+  static constexpr std::chrono::milliseconds kPatience{2000};
+
   /// Over the user's configuration folder: XDG_CONFIG_HOME, else .config in the home folder; on
   /// Windows the roaming application data.
-  QtSettingsStore();
+  explicit QtSettingsStore(std::chrono::milliseconds patience = kPatience);
 
   /// Over another configuration folder.
-  explicit QtSettingsStore(QString configFolder) : configFolder_(std::move(configFolder)) {}
+  explicit QtSettingsStore(QString configFolder, std::chrono::milliseconds patience = kPatience)
+      : configFolder_(std::move(configFolder)), patience_(patience) {}
 
   /// Never faults: a file that cannot be read holds nothing.
   std::string Read(std::string_view application, std::string_view section, std::string_view key,
@@ -37,6 +42,7 @@ class QtSettingsStore : public platform::SettingsStore {
 
  private:
   QString configFolder_;
+  std::chrono::milliseconds patience_;
 };
 
 }  // namespace kelvara::qt

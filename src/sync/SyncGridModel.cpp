@@ -49,6 +49,10 @@ QVariant SyncGridModel::headerData(int section, Qt::Orientation orientation, int
 }
 
 void SyncGridModel::SetSize(int rows, int columns) {
+  if (redrawDepth_ > 0 && !paintingSuspended_ && (rows != rows_ || columns != columns_)) {
+    paintingSuspended_ = true;
+    emit PaintingSuspended();
+  }
   if (rows > rows_) {
     beginInsertRows({}, rows_, rows - 1);
     Resize(rows, columns_);
@@ -125,9 +129,12 @@ void SyncGridModel::SetBackground(int row, int column, platform::Colour colour) 
 void SyncGridModel::BeginRedraw() { ++redrawDepth_; }
 
 void SyncGridModel::EndRedraw() {
+  // A redraw within another one tells what it knows too: the outer one may wait for a dialog.
   --redrawDepth_;
-  if (redrawDepth_ == 0) {
-    TellChanges();
+  TellChanges();
+  if (paintingSuspended_) {
+    paintingSuspended_ = false;
+    emit PaintingResumed();
   }
 }
 

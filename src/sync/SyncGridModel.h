@@ -11,8 +11,9 @@
 
 namespace kelvara::sync {
 
-/// The cells of the grid control, header row 0 and header column 0 included. Views learn of changes
-/// once, at the end of a redraw.
+/// The cells of the grid control, header row 0 and header column 0 included. Views learn of changed
+/// cells once, at the end of a redraw, and of another size at once; a redraw that changes the size
+/// tells them when to stop painting and when to go on.
 class SyncGridModel : public QAbstractTableModel, public platform::GridControl {
   Q_OBJECT
 
@@ -44,6 +45,8 @@ class SyncGridModel : public QAbstractTableModel, public platform::GridControl {
 
  signals:
   void ColumnWidthChanged(int column, int twips);
+  void PaintingSuspended();
+  void PaintingResumed();
 
  private:
   struct Cell {
@@ -64,6 +67,7 @@ class SyncGridModel : public QAbstractTableModel, public platform::GridControl {
   std::vector<Cell> cells_;
   std::vector<int> widths_;
   int redrawDepth_ = 0;
+  bool paintingSuspended_ = false;
   QRect changed_;
 };
 

@@ -50,6 +50,8 @@ void SyncGridView::SetGridModel(SyncGridModel* model) {
   connect(model, &QAbstractItemModel::rowsInserted, this, &SyncGridView::HideHeaderCells);
   connect(model, &QAbstractItemModel::columnsInserted, this, &SyncGridView::HideHeaderCells);
   connect(model, &QAbstractItemModel::dataChanged, this, &SyncGridView::ShowCorner);
+  connect(model, &SyncGridModel::PaintingSuspended, this, [this] { setUpdatesEnabled(false); });
+  connect(model, &SyncGridModel::PaintingResumed, this, [this] { setUpdatesEnabled(true); });
   connect(model, &SyncGridModel::ColumnWidthChanged, this, [this](int column, int twips) {
     if (column > 0) {
       setColumnWidth(column, qt::TwipsToPixels(*this, twips));

@@ -282,5 +282,18 @@ TEST(GridMenu, ExportsTheResultsAndCopiesTheGrid) {
   EXPECT_TRUE(QApplication::clipboard()->text().startsWith("RPN\t01"));
 }
 
+TEST(GridMenu, ExportsAntennasThatTheGridDoesNotShowYet) {
+  FrmMainRig rig;
+  rig.Open();
+  rig.TakeReport();
+  ChooserUser chooser("results.csv");
+  Find<QAction>(rig.Grid(), "mnuExportResults").trigger();
+  EXPECT_TRUE(chooser.HasCome());
+  EXPECT_EQ(rig.beeper.count, 0);
+  EXPECT_EQ(rig.files.openFiles, 0);
+  ASSERT_EQ(rig.files.files.size(), 1U);
+  EXPECT_NE(rig.files.files.begin()->second.find("AA.01,,7,-11\r\n"), std::string::npos);
+}
+
 }  // namespace
 }  // namespace kelvara::test

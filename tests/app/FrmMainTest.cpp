@@ -77,6 +77,41 @@ TEST(StartUp, At57600FailsButTheDialogOpensThePortAtThatRate) {
   EXPECT_FALSE(IsActive(rig, "RfpsTimer")) << "the rest of start-up is skipped";
 }
 
+TEST(StartUp, WithAStoredRateThatIsNoNumberGoesOnWithoutAPort) {
+  FrmMainRig rig;
+  rig.store.SetValue("Baudrate", "abc");
+  ShowWindow(rig.window);
+  BoxAnswer box(QMessageBox::Cancel);
+  const WhenShown dialog("FrmComSelect", [&rig](QWidget& shown) {
+    rig.port.open = true;  // As an OK leaves it whose rate then fails.
+    Press(shown, Qt::Key_Escape);
+  });
+  EXPECT_NO_THROW(rig.window.Form_Load());
+  EXPECT_TRUE(dialog.HasCome());
+  EXPECT_EQ(rig.beeper.count, 1);
+  EXPECT_TRUE(rig.window.isVisible());
+}
+
+TEST(StartUp, EndedAtItsMessageShowsNoDialog) {
+  FrmMainRig rig;
+  rig.port.openable = false;
+  ShowWindow(rig.window);
+  BoxAnswer box(QMessageBox::Cancel, [&rig] { rig.window.close(); });
+  int dialogs = 0;
+  QTimer watch;
+  QObject::connect(&watch, &QTimer::timeout, &watch, [&dialogs] {
+    QWidget* const modal = QApplication::activeModalWidget();
+    if (modal != nullptr && modal->objectName() == "FrmComSelect") {
+      ++dialogs;
+      modal->close();
+    }
+  });
+  watch.start(0);
+  rig.window.Form_Load();
+  EXPECT_TRUE(box.HasCome());
+  EXPECT_EQ(dialogs, 0);
+}
+
 TEST(SelectComPort, RestartsTheLinkOnTheChosenPort) {
   FrmMainRig rig;
   rig.Open();

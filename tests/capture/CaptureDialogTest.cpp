@@ -16,14 +16,22 @@ class CaptureDialogTest : public ::testing::Test, public test::CaptureRig {
  protected:
   test::MemorySettingsStore store;
   test::ScriptedFileChooser chooser;
+  test::CountingBeeper beeper;
   CaptureDialog dialog{capture, chooser, boxes,
-                       platform::LastFilenames(platform::ProgramSettings(store))};
+                       platform::LastFilenames(platform::ProgramSettings(store), beeper)};
 };
 
 TEST_F(CaptureDialogTest, StartsWithTheRememberedFileName) {
   EXPECT_EQ(dialog.Form_Load(), "");
   store.SetValue("LastFile", "C:\\logs\\log.txt");
   EXPECT_EQ(dialog.Form_Load(), "C:\\logs\\log.txt");
+}
+
+TEST_F(CaptureDialogTest, StartsTheLogWithANameThatCannotBeKept) {
+  store.writable = false;
+  EXPECT_TRUE(dialog.StartButton_Click("log.txt")) << "the dialog is done";
+  EXPECT_TRUE(capture.IsLoggingActive());
+  EXPECT_EQ(beeper.count, 1);
 }
 
 TEST_F(CaptureDialogTest, BrowseStartsAtTheRememberedFile) {

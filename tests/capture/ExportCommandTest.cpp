@@ -13,7 +13,8 @@ class ExportCommandTest : public ::testing::Test, public test::ExportRig {
   test::MemorySettingsStore store;
   test::ScriptedFileChooser chooser;
   ExportCommand command{resultsExport, chooser,
-                        platform::LastFilenames(platform::ProgramSettings(store))};
+                        platform::LastFilenames(platform::ProgramSettings(store), beeper),
+                        [this] { Draw(); }};
 };
 
 TEST_F(ExportCommandTest, AsksForTheFileInTheFolderOfTheLastCapture) {

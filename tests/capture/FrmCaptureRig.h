@@ -58,7 +58,7 @@ struct FrmCaptureRig {
   platform::MemoryMenuBar menuBar;
   capture::DataCapture dataCapture{clock, dateFormat, files, logBox, statusBar, menuBar, boxes};
   capture::CaptureDialog dialog{dataCapture, chooser, boxes,
-                                platform::LastFilenames(platform::ProgramSettings(store))};
+                                platform::LastFilenames(platform::ProgramSettings(store), beeper)};
   std::unique_ptr<capture::FrmCapture> window;
 };
 

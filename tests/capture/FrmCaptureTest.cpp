@@ -229,7 +229,8 @@ TEST_F(FrmCaptureTest, SettingsThatCannotBeWrittenAreOneBeep) {
   store.writable = false;
   Click(Button("StartButton"));
   EXPECT_EQ(beeper.count, 1);
-  EXPECT_TRUE(window->isVisible());
+  EXPECT_TRUE(dataCapture.IsLoggingActive());
+  EXPECT_FALSE(window->isVisible()) << "the log is started, so the dialog is done";
 }
 
 TEST_F(FrmCaptureTest, ProgramThatEndsWhileTheMessageIsOpenEndsTheDialog) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "support/DesktopDoubles.h"
+#include "support/Doubles.h"
 
 namespace kelvara::platform {
 namespace {
@@ -10,7 +11,8 @@ namespace {
 class LastFilenamesTest : public ::testing::Test {
  protected:
   test::MemorySettingsStore store;
-  LastFilenames lastFilenames{ProgramSettings(store)};
+  test::CountingBeeper beeper;
+  LastFilenames lastFilenames{ProgramSettings(store), beeper};
 };
 
 TEST_F(LastFilenamesTest, BothAreEmptyUntilOneWasSaved) {
@@ -26,6 +28,15 @@ TEST_F(LastFilenamesTest, EachIsKeptUnderItsOwnKeyAsItStands) {
   EXPECT_EQ(store.Value("LastReportFile"), " report\xE9.html ");
   EXPECT_EQ(lastFilenames.GetLastFilename(), "C:\\logs\\a b.txt");
   EXPECT_EQ(lastFilenames.GetLastReportFilename(), " report\xE9.html ");
+}
+
+TEST_F(LastFilenamesTest, ANameThatCannotBeKeptIsOneBeep) {
+  store.writable = false;
+  lastFilenames.SaveLastFilename("log.txt");
+  EXPECT_EQ(beeper.count, 1);
+  lastFilenames.SaveLastReportFilename("report.html");
+  EXPECT_EQ(beeper.count, 2);
+  EXPECT_EQ(lastFilenames.GetLastFilename(), "");
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 
 #include <QFile>
 
+#include "qt/PortDescription.h"
 #include "qt/PortFixture.h"
 #include "qt/PortHolder.h"
 #include "support/ChildProcess.h"
@@ -19,6 +20,12 @@ using qt::PortState;
 using qt::ProbePort;
 using testing::HasSubstr;
 using testing::StartsWith;
+
+TEST_F(PortTest, DescribesThePortThatThisProgramHasOpenWithoutALockFile) {
+  EXPECT_EQ(qt::DescribePort(table_, 1, ""), terminal_.Device() + ": ready to be opened.");
+  EXPECT_EQ(qt::DescribePort(table_, 1, terminal_.Device()),
+            terminal_.Device() + ": open now, in this program.");
+}
 
 class PortProbeTest : public PortTest {
  protected:

@@ -1,8 +1,11 @@
 #include "qt/QtSettingsStore.h"
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -192,6 +195,19 @@ TEST_F(QtSettingsStoreTest, FolderThatCannotBeWrittenIsAFault) {
             "cannot write \"" + blocked.FileOf(kApplication).toStdString() + "\": Not a directory");
 }
 
+TEST_F(QtSettingsStoreTest, WaitsForAnotherProgramNoLongerThanItsPatience) {
+  PutFile("[Settings]\nComPort=3\n");
+  const int held =
+      ::open(QFileInfo(path_).path().toLocal8Bit().constData(), O_RDONLY | O_DIRECTORY);
+  ASSERT_EQ(::flock(held, LOCK_EX), 0);
+  QtSettingsStore hasty(folder_.path(), std::chrono::milliseconds(1));
+  EXPECT_THROW(hasty.Write(kApplication, kSection, "ComPort", "4"), base::Fault);
+  EXPECT_EQ(Read("ComPort"), "3");
+  ::close(held);
+  hasty.Write(kApplication, kSection, "ComPort", "4");
+  EXPECT_EQ(Read("ComPort"), "4");
+}
+
 TEST_F(QtSettingsStoreTest, TwoProgramsKeepEachOthersKeys) {
   constexpr int kRounds = 100;
   const auto writeRounds = [this](const std::string& name) {
@@ -249,7 +265,7 @@ TEST_F(QtSettingsStoreTest, WriterThatHangsIsNotWaitedForLong) {
   Write("ComPort", "3");
   QElapsedTimer clock;
   ChildProcess hanging([&](const auto& report) {
-    const qt::FolderLock lock(QFileInfo(path_).path());
+    const qt::FolderLock lock(QFileInfo(path_).path(), QtSettingsStore::kPatience);
     report(lock.IsHeld() ? "locked" : "no lock");
     ::pause();
   });

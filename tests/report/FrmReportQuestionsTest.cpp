@@ -4,6 +4,7 @@
 #include <QTest>
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "report/FrmReport.h"
 #include "report/FrmReportRig.h"
@@ -130,8 +131,8 @@ TEST_F(FrmReportQuestionsTest, SettingsThatCannotBeWrittenAreOneBeep) {
   store.writable = false;
   Click(Button("CommandGenerate"));
   EXPECT_EQ(beeper.count, 1);
-  EXPECT_TRUE(window->isVisible());
   EXPECT_TRUE(Exists("report.html"));
+  EXPECT_FALSE(window->isVisible()) << "the report is written, so the dialog is done";
 }
 
 TEST_F(FrmReportQuestionsTest, BrowseTakesTheChosenPath) {
@@ -148,6 +149,18 @@ TEST_F(FrmReportQuestionsTest, BrowseTakesTheChosenPath) {
   EXPECT_EQ(TxtFileName().text().toStdString(), Path("there.html"));
   EXPECT_EQ(store.Value("LastReportFile"), "");
   EXPECT_TRUE(window->isVisible());
+}
+
+TEST_F(FrmReportQuestionsTest, BrowseTakesNoPathInAFolderThatIsNotThere) {
+  OpenFor("before.html");
+  std::optional<ChooserUser> again;
+  BoxAnswer box(QMessageBox::Ok, [&again] { again.emplace(""); });
+  ChooserUser user(Path("missing/there.html"));
+  Click(Button("CommandBrowse"));
+  EXPECT_EQ(box.text, "There is no folder " + Path("missing") + ".");
+  ASSERT_TRUE(again.has_value());
+  EXPECT_TRUE(again->HasCome()) << "the chooser comes back";
+  EXPECT_EQ(TxtFileName().text(), "before.html");
 }
 
 TEST_F(FrmReportQuestionsTest, CancelledBrowseChangesNothing) {
@@ -195,7 +208,7 @@ TEST_F(FrmReportQuestionsTest, WindowMayDieWhileAQuestionIsOpen) {
   DeadlyMessageBoxes deadly;
   deadly.onShow = [this] { window.reset(); };
   ReportDialog deadlyDialog(model, syncReport, ReportDesktop{files, chooser, deadly, opener},
-                            platform::LastFilenames(platform::ProgramSettings(store)),
+                            platform::LastFilenames(platform::ProgramSettings(store), beeper),
                             RememberedFields(files, folder.path().toStdString()));
   WriteTextFile(Path("report.html"), "old");
   store.SetValue("LastReportFile", Path("report.html"));

@@ -71,7 +71,7 @@ struct FrmReportRig {
                                 boxes};
   report::ReportDialog dialog{model, syncReport,
                               report::ReportDesktop{files, chooser, boxes, opener},
-                              platform::LastFilenames(platform::ProgramSettings(store)),
+                              platform::LastFilenames(platform::ProgramSettings(store), beeper),
                               report::RememberedFields(files, folder.path().toStdString())};
   std::unique_ptr<report::FrmReport> window;
 };

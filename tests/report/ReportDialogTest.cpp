@@ -30,7 +30,8 @@ class ReportDialogTest : public ::testing::Test, public test::ReportRig {
   test::MemorySettingsStore store;
   test::ScriptedFileChooser chooser;
   test::RecordingDocumentOpener opener;
-  platform::LastFilenames lastFilenames{platform::ProgramSettings(store)};
+  test::CountingBeeper beeper;
+  platform::LastFilenames lastFilenames{platform::ProgramSettings(store), beeper};
   ReportDialog dialog{model, syncReport, ReportDesktop{files, chooser, boxes, opener},
                       lastFilenames, RememberedFields(files, "C:\\Program")};
 };

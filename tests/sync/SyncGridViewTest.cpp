@@ -83,15 +83,61 @@ TEST_F(SyncGridViewTest, TellsViewsOnceOfARedraw) {
   Fill(4);
   const QSignalSpy changed(&model_, &QAbstractItemModel::dataChanged);
   model_.BeginRedraw();
-  model_.BeginRedraw();
   model_.SetText(1, 1, "new");
-  model_.EndRedraw();
   model_.SetText(3, 4, "new");
   EXPECT_EQ(changed.count(), 0);
   model_.EndRedraw();
   ASSERT_EQ(changed.count(), 1);
   EXPECT_EQ(changed[0][0].toModelIndex(), model_.index(1, 1));
   EXPECT_EQ(changed[0][1].toModelIndex(), model_.index(3, 4));
+}
+
+TEST_F(SyncGridViewTest, TellsOfARedrawWithinOneThatWaits) {
+  Fill(4);
+  const QSignalSpy changed(&model_, &QAbstractItemModel::dataChanged);
+  model_.BeginRedraw();
+  model_.SetText(1, 1, "new");
+  model_.BeginRedraw();
+  model_.SetText(2, 2, "new");
+  model_.EndRedraw();
+  ASSERT_EQ(changed.count(), 1);
+  EXPECT_EQ(changed[0][0].toModelIndex(), model_.index(1, 1));
+  EXPECT_EQ(changed[0][1].toModelIndex(), model_.index(2, 2));
+  model_.SetText(3, 4, "new");
+  model_.EndRedraw();
+  ASSERT_EQ(changed.count(), 2);
+  EXPECT_EQ(changed[1][0].toModelIndex(), model_.index(3, 4));
+}
+
+TEST_F(SyncGridViewTest, PaintsNothingUntilARedrawIsOverThatChangesTheSize) {
+  class PaintCounter : public QObject {
+   public:
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+      count += event->type() == QEvent::Paint ? 1 : 0;
+      return false;
+    }
+    int count = 0;
+  };
+  PaintCounter paints;
+  view_.viewport()->installEventFilter(&paints);
+  view_.horizontalHeader()->viewport()->installEventFilter(&paints);
+  view_.resize(400, 300);
+  Fill(3);
+  ShowWindow(view_);
+  for (const int antennas : {4, 9, 2}) {
+    paints.count = 0;
+    model_.BeginRedraw();
+    model_.SetSize(antennas + 1, antennas + 1);
+    for (int i = 1; i <= antennas; ++i) {
+      model_.SetText(i, i, std::to_string(antennas));
+      QCoreApplication::processEvents();
+    }
+    EXPECT_EQ(paints.count, 0) << antennas;
+    model_.EndRedraw();
+    QCoreApplication::processEvents();
+    EXPECT_GT(paints.count, 0) << antennas;
+    EXPECT_TRUE(view_.updatesEnabled());
+  }
 }
 
 TEST_F(SyncGridViewTest, SaysNothingOfARedrawThatChangesNothing) {

@@ -15,6 +15,11 @@ bool TakesValue(const CLI::App& command, const std::string& name) {
   return option != nullptr && option->get_items_expected_min() > 0;
 }
 
+bool TakesWords(const CLI::App& command) {
+  return !command.get_options([](const CLI::Option* option) { return option->get_positional(); })
+              .empty();
+}
+
 /// Takes the arguments in turn and adds what the option parser needs to read each as it is meant.
 class ArgumentReader {
  public:
@@ -27,6 +32,10 @@ class ArgumentReader {
       command_ = FindCommand(argument);
     } else if (!onlyWords_ && argument == "--") {
       onlyWords_ = true;
+      if (!IsConvert()) {
+        // Behind a first file the option parser would leave the sub-command here.
+        return;
+      }
     } else if (!onlyWords_ && BeginsWith(argument, "--") && !IsConvertValue(argument)) {
       ReadOption(argument);
     } else {
@@ -56,19 +65,30 @@ class ArgumentReader {
   }
 
   void ReadWord(std::string& argument) {
+    if (argument.empty() && !TakesWords(*command_)) {
+      // The option parser would take it for the name of a nameless group, and never come to an end.
+      throw CLI::ParseError("an empty argument was not expected", CLI::ExitCodes::ExtrasError);
+    }
     if (!onlyWords_ && BeginsWith(argument, "-") && IsConvertValue(argument)) {
       read.emplace_back("--");
       onlyWords_ = true;
-    } else if (BeginsWith(argument, "[") && command_->get_name() != "convert") {
-      // Brackets would be read as a list of names.
+    } else if (!IsConvert() && (BeginsWith(argument, "[") || IsDashedFile(argument))) {
+      // Brackets would be read as a list of names, a dash as an option.
       argument.insert(0, "./");
     }
     ++words_;
   }
 
+  bool IsConvert() const { return command_->get_name() == "convert"; }
+
+  /// A dash alone is standard input, behind "--" too.
+  bool IsDashedFile(const std::string& argument) const {
+    return onlyWords_ && argument.size() > 1 && BeginsWith(argument, "-");
+  }
+
   /// "convert FIELD VALUE": the second word is a value, whatever it begins with.
   bool IsConvertValue(const std::string& argument) const {
-    return command_->get_name() == "convert" && words_ == 1 && !IsHelp(argument);
+    return IsConvert() && words_ == 1 && !IsHelp(argument);
   }
 
   const CLI::App& program_;

@@ -127,7 +127,8 @@ void ExpectName(std::string_view name, std::string_view forbidden) {
 }  // namespace
 
 std::optional<IniText> IniText::Parse(std::string_view text) {
-  if (text.starts_with(kByteOrderMark)) {
+  // Were a second one kept, it would stand first in the text that is written and be lost there.
+  while (text.starts_with(kByteOrderMark)) {
     text.remove_prefix(kByteOrderMark.size());
   }
   IniText parsed;

@@ -1,9 +1,11 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "Expect.h"
+#include "PlainComparison.h"
 #include "app/OptionGroups.h"
 #include "platform/MemoryGrid.h"
 #include "platform/MemoryMenuBar.h"
@@ -155,5 +157,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   running.Process(report);
   running.Process(report.substr(size / 2));
   running.CheckModel();
+
+  kelvara::test::PlainComparison comparison;
+  comparison.Process(std::string(report));
+  comparison.Process(std::string(report.substr(size / 2)));
+  comparison.Process(std::string(report));
+  comparison.Check();
   return 0;
 }

@@ -75,6 +75,18 @@ TEST(IniTextTest, HandWrittenTextIsUnderstood) {
   EXPECT_EQ(text->Value("Other", "ComPort"), std::nullopt);
 }
 
+TEST(IniTextTest, ByteOrderMarksInFrontCountForNothing) {
+  const std::string mark = "\xEF\xBB\xBF";
+  for (const std::string& marks : {mark, mark + mark}) {
+    const std::optional<IniText> text = IniText::Parse(marks + "[Settings]\nKey=1\n");
+    ASSERT_TRUE(text);
+    EXPECT_EQ(text->Value("Settings", "Key"), "1");
+    EXPECT_EQ(text->Text(), "[Settings]\nKey=1\n");
+    // Its key would be the second mark, and gone when the file is written and read again.
+    EXPECT_FALSE(IniText::Parse(marks + "=1\n"));
+  }
+}
+
 TEST(IniTextTest, WritingKeepsWhatAPersonWrote) {
   std::optional<IniText> text =
       IniText::Parse("; mine\n[Settings]\n# the port\ncomport = 3 \n\n[Ports]\nCOM1=/dev/a\n");

@@ -59,6 +59,14 @@ TEST_F(RecordArgumentsTest, NothingElseIsTaken) {
   ExpectWrong({"--demo", "--reports", "1", "--raw"});
 }
 
+TEST_F(RecordArgumentsTest, AnEmptyArgumentIsRefusedWhereverItStands) {
+  ExpectWrong({"", "--demo", "--reports", "1"});
+  ExpectWrong({"--demo", "", "--reports", "1"});
+  ExpectWrong({"--demo", "", "-x"});
+  ExpectWrong({"--demo", "--reports", "1", ""});
+  ExpectWrong({"--demo", "--reports", "1", "--", ""});
+}
+
 TEST_F(RecordArgumentsTest, ATraceOrLogThatCannotBeOpenedEndsTheRecordAtOnce) {
   for (const char* option : {"--raw", "--log"}) {
     SCOPED_TRACE(option);

@@ -57,6 +57,18 @@ TEST_F(ReplayArgumentsTest, AnOutputsPathMayBeginWithADash) {
   }
 }
 
+TEST_F(ReplayArgumentsTest, BehindTwoDashesAllAreFiles) {
+  Write("a.txt", OneNeighbourReport(1, 2, -11));
+  for (const char* name : {"--grid", "-x", "--", "[b]", "b.txt"}) {
+    SCOPED_TRACE(name);
+    Write(name, OneNeighbourReport(3, 10, 5));
+    const std::string expected = "Reports: 2\nAAs: 4\n";
+    EXPECT_EQ(Output({"replay", "--", "a.txt", name}), expected);
+    EXPECT_EQ(Output({"replay", "a.txt", "--", name}), expected);
+    EXPECT_EQ(Output({"replay", "--", name}), "Reports: 1\nAAs: 2\n");
+  }
+}
+
 TEST_F(ReplayArgumentsTest, TextsAreTakenAsTheyAre) {
   for (const std::string text :
        {"", "a,b", "[a,b]", "\"quoted\"", "'quoted'", "caf\xC3\xA9", "caf\xE9", "%%", "{a}", "a=b",

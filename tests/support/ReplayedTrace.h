@@ -1,0 +1,76 @@
+#pragma once
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+#include "app/OptionGroups.h"
+#include "link/RecordedSession.h"
+#include "link/TraceMarks.h"
+#include "platform/MemoryMenuBar.h"
+#include "support/Doubles.h"
+#include "support/RecordingLog.h"
+#include "sync/RfpsParser.h"
+#include "sync/SyncModel.h"
+
+namespace kelvara::test {
+
+/// What a trace of the line replays to, with the display options of a first run.
+class ReplayedTrace : private link::RecordedTextReader {
+ public:
+  explicit ReplayedTrace(std::string_view trace) {
+    app::CheckOption(menuBar_, platform::MenuEntry::mnuFpsOff);
+    link::RecordedSession session(*this);
+    session.Feed(trace);
+    session.End();
+  }
+  ReplayedTrace(const ReplayedTrace&) = delete;
+  ReplayedTrace& operator=(const ReplayedTrace&) = delete;
+
+  sync::SyncModel model;
+  RecordingLog log;
+
+ private:
+  void ProcessRfpsReport(std::string_view report) override { parser_.ProcessRfpsReport(report); }
+  void NoteDropped(link::DropReason /*reason*/) override {}
+
+  platform::MemoryMenuBar menuBar_;
+  RecordingStatusBar statusBar_;
+  CountingBeeper beeper_;
+  sync::RfpsParser parser_{model, sync::DisplayOptions(menuBar_), log, statusBar_, beeper_};
+};
+
+/// All that a model holds, as text: two models that hold the same have the same.
+inline std::string ModelText(const sync::SyncModel& model) {
+  std::string text = std::to_string(model.ReportCount()) + " reports\n";
+  const int aas = std::min<int>(model.AaCount(), sync::kMaxAas);
+  for (int from = 0; from < aas; ++from) {
+    text += std::to_string(model.AaRpn(from)) + " " + std::to_string(model.AaFps(from)) + " " +
+            std::to_string(model.AaFpn(from)) + ":";
+    for (int to = 0; to < aas; ++to) {
+      const sync::PhaseCell& cell = model.Cell(from, to);
+      text += " " + std::to_string(cell.Sum) + "/" + std::to_string(cell.Count) + "/" +
+              std::to_string(cell.Max) + "/" + std::to_string(cell.Min);
+    }
+    text += "\n";
+  }
+  return text;
+}
+
+/// How many commands a trace holds.
+inline int CommandsIn(std::string_view trace) {
+  int commands = 0;
+  for (const std::string_view command : {"\x01rfps\x02",
+                                         "\x01"
+                                         "cho\x02",
+                                         "\x01"
+                                         "bho\x02"}) {
+    for (std::size_t at = trace.find(command); at != std::string_view::npos;
+         at = trace.find(command, at + 1)) {
+      ++commands;
+    }
+  }
+  return commands;
+}
+
+}  // namespace kelvara::test

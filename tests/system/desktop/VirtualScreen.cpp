@@ -1,0 +1,152 @@
+#include "system/desktop/VirtualScreen.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <stdexcept>
+
+namespace kelvara::test {
+namespace {
+
+constexpr std::uint32_t kMostBytes = 4096;
+
+/// An answer of the screen; it is freed with it.
+template <typename Answer>
+std::unique_ptr<Answer, decltype(&std::free)> Owned(Answer* answer) {
+  return {answer, &std::free};
+}
+
+}  // namespace
+
+VirtualScreen::VirtualScreen(const std::string& folder)
+    : server_(Server(folder)),
+      name_(":" + server_.ReadLine().value_or("")),
+      connection_(xcb_connect(name_.c_str(), nullptr)),
+      root_(RootOf(connection_.get())) {}
+
+ProcessRequest VirtualScreen::Server(const std::string& folder) {
+  ProcessRequest request;
+  request.arguments = {KELVARA_XVFB, "-displayfd", "1", "-nolisten",   "tcp",
+                       "-noreset",   "-screen",    "0", "1280x1024x24"};
+  request.environment = {{"PATH", "/usr/bin:/bin"}};
+  request.folder = folder;
+  return request;
+}
+
+xcb_window_t VirtualScreen::RootOf(xcb_connection_t* connection) {
+  if (xcb_connection_has_error(connection) != 0) {
+    throw std::runtime_error("no screen");
+  }
+  return xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+}
+
+std::vector<DesktopWindow> VirtualScreen::WindowsOf(pid_t program) const {
+  const auto tree = Owned(
+      xcb_query_tree_reply(connection_.get(), xcb_query_tree(connection_.get(), root_), nullptr));
+  if (!tree) {
+    throw std::runtime_error("the screen is gone");
+  }
+  const xcb_window_t* const children = xcb_query_tree_children(tree.get());
+  std::vector<DesktopWindow> windows;
+  for (int i = 0; i < xcb_query_tree_children_length(tree.get()); ++i) {
+    const xcb_window_t window = children[i];
+    std::uint32_t owner = 0;
+    const std::string ownerBytes = Property(window, Atom("_NET_WM_PID"));
+    std::memcpy(&owner, ownerBytes.data(), std::min(sizeof owner, ownerBytes.size()));
+    if (owner == static_cast<std::uint32_t>(program) && IsSeen(window)) {
+      windows.push_back({window, Property(window, Atom("_NET_WM_NAME")),
+                         !Property(window, XCB_ATOM_WM_TRANSIENT_FOR).empty()});
+    }
+  }
+  return windows;
+}
+
+bool VirtualScreen::IsSeen(xcb_window_t window) const {
+  const auto attributes = Owned(xcb_get_window_attributes_reply(
+      connection_.get(), xcb_get_window_attributes(connection_.get(), window), nullptr));
+  return attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE &&
+         attributes->override_redirect == 0;
+}
+
+void VirtualScreen::Focus(xcb_window_t window) const {
+  xcb_set_input_focus(connection_.get(), XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
+  // The keys that follow come by another road, and are not to overtake this.
+  Owned(xcb_get_input_focus_reply(connection_.get(), xcb_get_input_focus(connection_.get()),
+                                  nullptr));
+}
+
+void VirtualScreen::RequestClose(xcb_window_t window) const {
+  xcb_client_message_event_t event{};
+  event.response_type = XCB_CLIENT_MESSAGE;
+  event.format = 32;
+  event.window = window;
+  event.type = Atom("WM_PROTOCOLS");
+  event.data.data32[0] = Atom("WM_DELETE_WINDOW");
+  xcb_send_event(connection_.get(), 0, window, XCB_EVENT_MASK_NO_EVENT,
+                 reinterpret_cast<const char*>(&event));
+  xcb_flush(connection_.get());
+}
+
+void VirtualScreen::Press(const std::vector<std::string>& keys) const {
+  if (keys.empty()) {
+    return;
+  }
+  std::vector<std::string> arguments = {"key"};
+  arguments.insert(arguments.end(), keys.begin(), keys.end());
+  Hands(arguments);
+}
+
+void VirtualScreen::Type(const std::string& text) const { Hands({"type", text}); }
+
+void VirtualScreen::Click(QPoint place, int button) const {
+  Hands({"mousemove", std::to_string(place.x()), std::to_string(place.y()), "click",
+         std::to_string(button)});
+}
+
+std::string VirtualScreen::Picture(QRect area) const {
+  const auto image = Owned(xcb_get_image_reply(
+      connection_.get(),
+      xcb_get_image(connection_.get(), XCB_IMAGE_FORMAT_Z_PIXMAP, root_,
+                    static_cast<std::int16_t>(area.x()), static_cast<std::int16_t>(area.y()),
+                    static_cast<std::uint16_t>(area.width()),
+                    static_cast<std::uint16_t>(area.height()), ~std::uint32_t{0}),
+      nullptr));
+  if (!image) {
+    throw std::runtime_error("that is no part of the screen");
+  }
+  return {reinterpret_cast<const char*>(xcb_get_image_data(image.get())),
+          static_cast<std::size_t>(xcb_get_image_data_length(image.get()))};
+}
+
+xcb_atom_t VirtualScreen::Atom(const std::string& name) const {
+  const auto atom = Owned(xcb_intern_atom_reply(
+      connection_.get(),
+      xcb_intern_atom(connection_.get(), 0, static_cast<std::uint16_t>(name.size()), name.c_str()),
+      nullptr));
+  return atom ? atom->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+std::string VirtualScreen::Property(xcb_window_t window, xcb_atom_t property) const {
+  const auto value =
+      Owned(xcb_get_property_reply(connection_.get(),
+                                   xcb_get_property(connection_.get(), 0, window, property,
+                                                    XCB_GET_PROPERTY_TYPE_ANY, 0, kMostBytes),
+                                   nullptr));
+  if (!value) {
+    return {};
+  }
+  return {static_cast<const char*>(xcb_get_property_value(value.get())),
+          static_cast<std::size_t>(xcb_get_property_value_length(value.get()))};
+}
+
+void VirtualScreen::Hands(const std::vector<std::string>& arguments) const {
+  ProcessRequest request;
+  request.arguments = {KELVARA_XDOTOOL};
+  request.arguments.insert(request.arguments.end(), arguments.begin(), arguments.end());
+  request.environment = {{"PATH", "/usr/bin:/bin"}, {"DISPLAY", name_}};
+  const ProcessResult result = RunProcess(request);
+  if (result.exitCode != 0) {
+    throw std::runtime_error("the user's hands are tied: " + result.errors);
+  }
+}
+
+}  // namespace kelvara::test

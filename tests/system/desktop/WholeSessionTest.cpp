@@ -1,0 +1,138 @@
+#include <algorithm>
+#include <regex>
+
+#include "system/SiteTruth.h"
+#include "system/desktop/DesktopSession.h"
+
+namespace kelvara::test {
+namespace {
+
+/// A session from the start to the report, at a site of four antennas.
+class WholeSessionTest : public DesktopSession {
+ protected:
+  WholeSessionTest() : beltpack(CliRequest({"simulate", "--site", ExampleSitePath("site-4.txt")})) {
+    program = Start({"--com", BeltpackAsPort(1), "--raw", PathOf("trace.txt")});
+  }
+
+  void ChooseOptions() const {
+    program->Choose({"Options", "Display Log", "On"});
+    program->Choose({"Options", "Display Format", "Metres"});
+    program->Choose({"Options", "RPN Display Base", "Hex"});
+    program->Choose({"Options", "Display FPS", "On"});
+  }
+
+  /// Chooses a file by its whole name in a file chooser.
+  void ChooseFile(const std::string& title, const std::string& button,
+                  const std::string& name) const {
+    const DesktopWindow chooser = program->Open(title);
+    program->FillIn(chooser, "File name:", PathOf(name));
+    program->PressButton(chooser, button);
+    program->WaitUntilClosed(chooser);
+  }
+
+  void CaptureToChosenFile(const std::string& name) const {
+    program->Choose({"Tools", "Log Data To File..."});
+    const DesktopWindow dialog = program->Open("Capture Sync Reports To File");
+    program->PressButton(dialog, "Browse...");
+    ChooseFile("Select a file to log to", "Open", name);
+    EXPECT_EQ(program->FieldText(dialog, "File"), PathOf(name));
+    program->PressButton(dialog, "Start");
+    program->WaitUntilClosed(dialog);
+  }
+
+  /// Lets the beltpack answer so many commands, and then waits until the grid has been drawn again.
+  void TakeReports(std::size_t count) {
+    beltpack.WaitForCommands(count);
+    beltpack.SetFault("silent:always");
+    beltpack.WaitForCommands(count + 1);
+  }
+
+  void ExportResults(const std::string& name) const {
+    program->OpenGridMenu();
+    program->Press(program->MainWindow(), {"Down", "Return"});
+    ChooseFile("Select a file to write to", "Save", name);
+    DesktopProgram::Await("the exported results", [&] { return Exists(name); });
+  }
+
+  void WriteReport(const std::string& name) const {
+    program->Choose({"Tools", "Generate AA Cable Length Report..."});
+    const DesktopWindow dialog = program->Open("Generate Reoprt");
+    program->FillIn(dialog, "File", PathOf(name));
+    program->FillIn(dialog, "Site", "Harbour Theatre");
+    program->FillIn(dialog, "Tester", "R. Marlow");
+    program->FillIn(dialog, "Notes", "All doors closed");
+    program->PressButton(dialog, "Generate Report");
+    program->WaitUntilClosed(dialog);
+  }
+
+  void ExpectSettings(const std::vector<std::string>& lines) const {
+    const std::string settings = "\n" + Settings();
+    for (const std::string& line : lines) {
+      EXPECT_NE(settings.find("\n" + line + "\n"), std::string::npos) << line << "\n" << settings;
+    }
+  }
+
+  /// Expects the log to be the last readings of the trace, in whole lines behind the start.
+  void ExpectLogOfTrace(const std::string& log) const {
+    const std::vector<std::string> lines = CapturedLines(log);
+    ASSERT_FALSE(lines.empty());
+    EXPECT_NE(lines.front().find(", Log To File Started"), std::string::npos) << lines.front();
+    const std::vector<std::string> logged = CapturedReadings(log);
+    EXPECT_EQ(logged.size(), lines.size() - 1);
+    EXPECT_GE(logged.size(), 2U);
+    const std::vector<std::string> replayed = CapturedReadings("replayed.log");
+    ASSERT_GE(replayed.size(), logged.size());
+    EXPECT_TRUE(std::equal(logged.rbegin(), logged.rend(), replayed.rbegin()))
+        << ::testing::PrintToString(logged) << ::testing::PrintToString(replayed);
+    const std::regex form("[0-9A-F]{2}\\[[0-9A-F]\\]->[0-9A-F]{2}\\[[0-9A-F]\\]=-?[0-9]+");
+    for (const std::string& reading : logged) {
+      EXPECT_TRUE(std::regex_match(reading, form)) << reading;
+    }
+  }
+
+  SimulatedBeltpack beltpack;
+  std::unique_ptr<DesktopProgram> program;
+};
+
+/// What stands behind the first line, in which the time stands.
+std::string WithoutFirstLine(const std::string& text) { return text.substr(text.find('\n')); }
+
+TEST_F(WholeSessionTest, TheGridFillsALogIsCapturedAndTheReportIsTrue) {
+  ChooseOptions();
+  CaptureToChosenFile("readings.txt");
+  TakeReports(3);
+  const GridText grid = program->Grid();
+  const std::string logBox = program->LogText();
+  ExportResults("results.csv");
+  WriteReport("report.html");
+  DesktopProgram::Await("the opened report", [&] { return Exists("opened.txt"); });
+  program->Press(program->MainWindow(), {"alt+f", "e"});
+  ExpectCleanEnd(*program);
+
+  const Arguments options = {"--units", "metres", "--rpn", "hex", "--fps", "on"};
+  EXPECT_EQ(grid, ReplayedGrid("trace.txt", options));
+  EXPECT_EQ(grid.size(), 5U);
+  EXPECT_GE(FilledCells(grid), 3U);
+
+  const std::string report = Read("report.html");
+  Arguments replay = {"replay",  PathOf("trace.txt"),   "--report", PathOf("report.html"),
+                      "--site",  "Harbour Theatre",     "--tester", "R. Marlow",
+                      "--notes", "All doors closed",    "--csv",    PathOf("replayed.csv"),
+                      "--log",   PathOf("replayed.log")};
+  replay.insert(replay.end(), options.begin(), options.end());
+  EXPECT_EQ(CliOutput(replay), "Reports: 3\nAAs: 4\n");
+  EXPECT_EQ(report, Read("report.html"));
+  EXPECT_EQ(WithoutFirstLine(Read("results.csv")), WithoutFirstLine(Read("replayed.csv")));
+  ExpectLogOfTrace("readings.txt");
+  std::string logFile = Read("readings.txt");
+  logFile.erase(std::remove(logFile.begin(), logFile.end(), '\r'), logFile.end());
+  EXPECT_NE(logBox.find(logFile), std::string::npos) << logBox;
+
+  EXPECT_EQ(Read("opened.txt"), "file://" + PathOf("report.html") + "\n");
+  EXPECT_EQ(Read("bin/rfields.ds"), "Harbour Theatre\r\nR. Marlow\r\n 1 \r\nAll doors closed\r\n");
+  ExpectSettings({"DisplayLog=True", "RFPSUnits=2", "RPNUnits=1", "FPSDisplay=True",
+                  "LastFile=" + PathOf("readings.txt"), "LastReportFile=" + PathOf("report.html")});
+}
+
+}  // namespace
+}  // namespace kelvara::test

@@ -21,6 +21,7 @@
 #include "qt/QtSerialPort.h"
 #include "qt/QtSettingsStore.h"
 #include "qt/QtTimer.h"
+#include "qt/StopSignal.h"
 #include "qt/Text.h"
 #include "sim/DemoSerialPort.h"
 #include "sim/SiteFile.h"
@@ -76,6 +77,7 @@ int RunDesktopProgram(const DesktopOptions& options) {
     window.Live().StartTrace(*options.rawPath, true);
   }
   window.SetUnloaded([] { QCoreApplication::exit(0); });
+  const qt::StopSignal stopSignal([&window] { window.close(); });
   window.show();
   // The window is there before its port is opened, so that a message has it to stand over.
   QTimer::singleShot(0, &window, [&window] { window.Form_Load(); });

@@ -7,7 +7,6 @@
 #include <QPushButton>
 
 #include "app/CellToolTip.h"
-#include "app/OptionGroups.h"
 #include "base/Fault.h"
 #include "link/FrmComSelect.h"
 #include "platform/ProgramTitle.h"
@@ -17,8 +16,6 @@
 #include "report/TestReport.h"
 
 namespace kelvara::app {
-
-using platform::MenuEntry;
 
 namespace {
 
@@ -118,7 +115,7 @@ void FrmMain::Form_Load() {
     port = live_->Port().GetComPort();
     OpenComPort(port);
     StartLink();
-  } catch (const base::Fault&) {
+  } catch (const std::exception&) {
     qt::HandleEvent(machine_.beeper, [this, port] { ChoosePortInstead(port); });
   }
 }

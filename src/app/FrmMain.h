@@ -58,8 +58,8 @@ class FrmMain : public QMainWindow {
 
   /// Opens the port at start-up; a fault when it cannot be.
   void OpenComPort(std::int16_t port) { live_->Port().OpenComPort(port); }
+  /// Starts the link on the open port, from its beginning.
   void StartLink();
-  void ChoosePortInstead(std::int16_t port);
   void SetStatusText(std::string_view text) { live_->Link().SetStatusText(text); }
   void SerialSendString(std::string_view ComStr, bool dDisplayStatus) {
     live_->Link().SerialSendString(ComStr, dDisplayStatus);
@@ -120,6 +120,8 @@ class FrmMain : public QMainWindow {
   void OnMenu(const char* name, const std::function<void()>& command);
   void OnAction(QAction& action, const std::function<void()>& command);
   void ShowPortDialog();
+  /// What follows a port that cannot be opened at start-up: the message and the port dialog.
+  void ChoosePortInstead(std::int16_t port);
   QString CellToolTip(int row, int column) const;
 
   void mnuComPort_Click();

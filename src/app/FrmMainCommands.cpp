@@ -2,7 +2,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QPushButton>
-#include <exception>
 
 #include "app/FrmMain.h"
 #include "app/MainMenuTable.h"
@@ -11,6 +10,7 @@
 #include "convert/FrmConvert.h"
 #include "help/FrmAbout.h"
 #include "link/FrmComSelect.h"
+#include "qt/EventHandler.h"
 #include "report/FrmReport.h"
 
 namespace kelvara::app {
@@ -45,7 +45,8 @@ void FrmMain::ConnectMenus() {
   OnMenu("mnuAbout", [this] { help::FrmAbout(this).exec(); });
 
   connect(CommandStartStop_, &QPushButton::clicked, this, [this] { CommandStartStop_Click(); });
-  connect(CmdChkRx_, &QPushButton::clicked, this, [this] { live_->Link().CmdChkRx_Click(); });
+  connect(CmdChkRx_, &QPushButton::clicked, this,
+          [this] { qt::HandleEvent(machine_.beeper, [this] { live_->Link().CmdChkRx_Click(); }); });
 }
 
 void FrmMain::OnMenu(const char* name, const std::function<void()>& command) {
@@ -53,13 +54,8 @@ void FrmMain::OnMenu(const char* name, const std::function<void()>& command) {
 }
 
 void FrmMain::OnAction(QAction& action, const std::function<void()>& command) {
-  connect(&action, &QAction::triggered, this, [this, command] {
-    try {
-      command();
-    } catch (const std::exception&) {
-      machine_.beeper.Beep();
-    }
-  });
+  connect(&action, &QAction::triggered, this,
+          [this, command] { qt::HandleEvent(machine_.beeper, command); });
 }
 
 void FrmMain::BuildGridMenu() {

@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <QCoreApplication>
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "app/LiveSession.h"
@@ -11,13 +12,13 @@
 #include "cli/NumberChecks.h"
 #include "cli/ResultOutputs.h"
 #include "cli/StatusLine.h"
-#include "cli/StopSignal.h"
 #include "link/ComPort.h"
 #include "platform/MemorySettingsStore.h"
 #include "qt/PortTable.h"
 #include "qt/QtSerialPort.h"
 #include "qt/QtSettingsStore.h"
 #include "qt/QtTimer.h"
+#include "qt/StopSignal.h"
 #include "sim/DemoSerialPort.h"
 #include "sim/Site.h"
 
@@ -85,8 +86,10 @@ void RecordCommand::AddTo(CLI::App& program) {
 }
 
 ExitCode RecordCommand::Run() {
-  int argumentCount = 0;
-  const QCoreApplication application(argumentCount, nullptr);
+  int argumentCount = 1;
+  std::array<char, 12> name{"kelvara-cli"};
+  std::array<char*, 2> arguments{name.data(), nullptr};
+  const QCoreApplication application(argumentCount, arguments.data());
   try {
     return demo_ ? RunOnDemo() : RunOnDevice();
   } catch (const base::Fault& fault) {
@@ -139,7 +142,7 @@ ExitCode RecordCommand::RunOn(ConsoleMachine& console, platform::SerialPort& por
 
   StatusLine statusLine(console.StatusBar());
   const std::int64_t start = console.Clock().TickCount();
-  const StopSignal stopSignal([] { QCoreApplication::quit(); });
+  const qt::StopSignal stopSignal([] { QCoreApplication::quit(); });
   qt::QtTimer check(Interval(kCheckMilliseconds, speed_));
   const auto endIfDone = [&] {
     statusLine.Show();

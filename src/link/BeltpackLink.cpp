@@ -35,9 +35,23 @@ BeltpackLink::BeltpackLink(const LinkMachine& machine, LinkDuties& duties)
     : machine_(machine),
       duties_(duties),
       splitter_(machine.silenceTimer, [this](std::string_view chunk) { TakeChunk(chunk); }) {
-  machine_.RfpsTimer.SetTick([this] { RfpsTimer_Timer(); });
+  machine_.RfpsTimer.SetTick([this] {
+    try {
+      RfpsTimer_Timer();
+    } catch (const std::exception&) {
+      machine_.beeper.Beep();
+    }
+  });
   machine_.TimerComPort.SetTick([this] { TimerComPort_Timer(); });
+  machine_.silenceTimer.SetTick([this] { Receive([this] { splitter_.Silence_Timer(); }); });
   machine_.MSComm1.SetReceiveNotification([this] { MSComm1_OnComm(); });
+}
+
+BeltpackLink::~BeltpackLink() {
+  machine_.RfpsTimer.SetTick({});
+  machine_.TimerComPort.SetTick({});
+  machine_.silenceTimer.SetTick({});
+  machine_.MSComm1.SetReceiveNotification({});
 }
 
 void BeltpackLink::BeginSearch() {
@@ -206,8 +220,14 @@ void BeltpackLink::TimerComPort_Timer() {
 }
 
 void BeltpackLink::MSComm1_OnComm() {
+  Receive(
+      [this] { splitter_.Feed(machine_.MSComm1.Input(std::numeric_limits<std::size_t>::max())); });
+}
+
+template <typename Work>
+void BeltpackLink::Receive(const Work& work) {
   try {
-    splitter_.Feed(machine_.MSComm1.Input(std::numeric_limits<std::size_t>::max()));
+    work();
   } catch (const std::exception&) {
     ResetPort();
   }
@@ -219,7 +239,7 @@ void BeltpackLink::ResetPort() {
     machine_.MSComm1.SetOpen(false);
     machine_.MSComm1.DiscardInput();
     machine_.MSComm1.SetOpen(true);
-  } catch (const base::Fault&) {
+  } catch (const std::exception&) {
     // It stays closed; the user chooses a port.
   }
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -48,7 +47,9 @@ struct LinkMachine {
 /// searched for, or lost. `TimerComPort` is on while it is searched for.
 class BeltpackLink {
  public:
+  /// The machine and the duties outlive the link, which leaves nothing of itself with them.
   BeltpackLink(const LinkMachine& machine, LinkDuties& duties);
+  ~BeltpackLink();
   BeltpackLink(const BeltpackLink&) = delete;
   BeltpackLink& operator=(const BeltpackLink&) = delete;
 
@@ -96,6 +97,9 @@ class BeltpackLink {
   void RfpsTimer_Timer();
   void TimerComPort_Timer();
   void MSComm1_OnComm();
+  /// Works on what came over the line; an error resets the port.
+  template <typename Work>
+  void Receive(const Work& work);
   void Poll();
   void Supervise();
   void AskAboutLoss();

@@ -10,9 +10,7 @@ bool EndsLine(char character) { return character == '\r' || character == '\n'; }
 }  // namespace
 
 ChunkSplitter::ChunkSplitter(platform::Timer& silence, std::function<void(std::string_view)> take)
-    : silence_(silence), take_(std::move(take)) {
-  silence_.SetTick([this] { Silence_Timer(); });
-}
+    : silence_(silence), take_(std::move(take)) {}
 
 void ChunkSplitter::Feed(std::string_view text) {
   for (const char character : text) {

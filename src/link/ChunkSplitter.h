@@ -20,7 +20,8 @@ inline constexpr int kSilenceMilliseconds = 100;
 /// silence, decides.
 class ChunkSplitter {
  public:
-  /// The timer ticks once the silence has lasted; `take` is given every chunk in turn.
+  /// The timer runs while text is held back; its tick is to be `Silence_Timer`. `take` is given
+  /// every chunk in turn.
   ChunkSplitter(platform::Timer& silence, std::function<void(std::string_view)> take);
 
   void Feed(std::string_view text);
@@ -28,10 +29,12 @@ class ChunkSplitter {
   /// Drops what is held back; the next character begins a line.
   void Discard();
 
+  /// The silence has lasted: what is held back is complete.
+  void Silence_Timer();
+
  private:
   void FeedCharacter(char character);
   void Release();
-  void Silence_Timer();
 
   platform::Timer& silence_;
   std::function<void(std::string_view)> take_;

@@ -42,8 +42,8 @@ QMessageBox::StandardButtons ButtonsOf(MessageButtons buttons) {
   return QMessageBox::Ok;
 }
 
-/// The window that a box is to stand over: the one that is active, or, before the desktop has made
-/// any active, the first that is there.
+/// The window that a box is to stand over: the one that is active, or, while the user is in another
+/// program, the main window. None when that is minimised: the box then stands by itself.
 QWidget* WindowInFront() {
   if (QApplication::activeModalWidget() != nullptr) {
     return QApplication::activeModalWidget();
@@ -52,8 +52,10 @@ QWidget* WindowInFront() {
     return QApplication::activeWindow();
   }
   const QWidgetList windows = QApplication::topLevelWidgets();
-  const auto visible = std::find_if(windows.begin(), windows.end(),
-                                    [](const QWidget* window) { return window->isVisible(); });
+  const auto visible = std::find_if(windows.begin(), windows.end(), [](const QWidget* window) {
+    return window->windowType() == Qt::Window && window->parentWidget() == nullptr &&
+           window->isVisible() && !window->isMinimized();
+  });
   return visible == windows.end() ? nullptr : *visible;
 }
 

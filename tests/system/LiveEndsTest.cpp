@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <csignal>
 #include <memory>
@@ -90,6 +91,25 @@ TEST(LiveEndsTest, ARecordThatHeardNothingWritesEmptyResults) {
     EXPECT_EQ(ParsedResults(ExpectWholeOutputs(room))["reports"].toInt(-1), 0);
     EXPECT_EQ(silentPort.ReadAll(), "");
   }
+}
+
+TEST(LiveEndsTest, ASecondCtrlCEndsARecordWhoseOutputNobodyTakes) {
+  const CliRoom room;
+  const std::string pipe = room.PathOf("nobody-reads");
+  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+  ProcessRequest request =
+      room.Request({"record", "--demo", "--speed", "300", "--reports", "1", "--csv", pipe});
+  request.errorsToTerminal = true;
+  Process record(request);
+  EXPECT_TRUE(record.WaitForErrors("Reports: 1"));
+  // Signals that follow each other too closely would be taken for one.
+  for (int given = 0; given < 3; ++given) {
+    record.Signal(SIGINT);
+    EXPECT_EQ(record.ReadLine(Process::Duration(100)), std::nullopt);
+  }
+  const ProcessResult result = record.Finish(Process::Duration(10000));
+  EXPECT_FALSE(result.timedOut);
+  EXPECT_EQ(result.signal, SIGINT);
 }
 
 }  // namespace

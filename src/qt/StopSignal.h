@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QtGlobal>
+#include <functional>
+
+#ifdef Q_OS_UNIX
+#include <QSocketNotifier>
+#include <memory>
+#else
+#include <QTimer>
+#endif
+
+namespace kelvara::qt {
+
+/// Ctrl+C, a hang-up of the terminal and the system's request to end, told as an ordinary event. A
+/// second one ends the program at once, whatever it is doing. One lives at a time.
+class StopSignal {
+ public:
+  explicit StopSignal(std::function<void()> stop);
+  ~StopSignal();
+  StopSignal(const StopSignal&) = delete;
+  StopSignal& operator=(const StopSignal&) = delete;
+
+ private:
+#ifdef Q_OS_UNIX
+  std::unique_ptr<QSocketNotifier> look_;
+#else
+  QTimer look_;
+#endif
+};
+
+}  // namespace kelvara::qt

@@ -93,6 +93,14 @@ class CheckFloorsTest(TreeTest):
                 self.write("sync/Model.h", f"#include <{header}>\n")
                 self.expect_fault("sync/Model.h:1:", header)
 
+    def test_every_room_of_the_engine_is_held_to_it(self):
+        for room in ("capture", "convert", "help", "link", "report"):
+            with self.subTest(room=room):
+                self.write("CMakeLists.txt", ENGINE_LIST.replace("app/", f"{room}/Duty.cpp app/"))
+                self.write(f"{room}/Duty.cpp", "#include <QString>\n")
+                self.expect_fault(f"{room}/Duty.cpp:1:", "QString")
+                self.write(f"{room}/Duty.cpp", "")
+
     def test_threads_in_the_engine_are_found(self):
         self.write("sync/Model.h", "#include <thread>\n")
         self.expect_fault("sync/Model.h:1:", "thread")

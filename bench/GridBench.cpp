@@ -2,6 +2,7 @@
 
 #include "FullModel.h"
 #include "QuietControls.h"
+#include "SiteSizes.h"
 #include "app/OptionGroups.h"
 #include "platform/MemoryGrid.h"
 #include "platform/MemoryMenuBar.h"
@@ -10,11 +11,11 @@
 namespace kelvara::bench {
 namespace {
 
-/// Draws the full matrix in metres, with the FPS beside each hexadecimal RPN: the longest texts.
+/// Draws a full matrix in metres, with the FPS beside each hexadecimal RPN: the longest texts.
 class GridRig {
  public:
-  GridRig() {
-    FillModel(model_);
+  explicit GridRig(std::int64_t aas) {
+    FillModel(model_, static_cast<std::int16_t>(aas));
     app::CheckOption(menuBar_, platform::MenuEntry::mnuDispMetres);
     app::CheckOption(menuBar_, platform::MenuEntry::mnuRpnHex);
     app::CheckOption(menuBar_, platform::MenuEntry::mnuFpsOn);
@@ -33,7 +34,7 @@ class GridRig {
 };
 
 void FirstGrid(benchmark::State& state) {
-  GridRig rig;
+  GridRig rig(state.range(0));
   for (auto _ : state) {
     platform::MemoryGrid cells;
     if (!rig.Draw(cells)) {
@@ -42,10 +43,10 @@ void FirstGrid(benchmark::State& state) {
     benchmark::DoNotOptimize(cells);
   }
 }
-BENCHMARK(FirstGrid)->Unit(benchmark::kMicrosecond);
+BENCHMARK(FirstGrid)->Apply(SiteSizes)->Unit(benchmark::kMicrosecond);
 
 void RedrawnGrid(benchmark::State& state) {
-  GridRig rig;
+  GridRig rig(state.range(0));
   platform::MemoryGrid cells;
   for (auto _ : state) {
     if (!rig.Draw(cells)) {
@@ -53,7 +54,7 @@ void RedrawnGrid(benchmark::State& state) {
     }
   }
 }
-BENCHMARK(RedrawnGrid)->Unit(benchmark::kMicrosecond);
+BENCHMARK(RedrawnGrid)->Apply(SiteSizes)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 }  // namespace kelvara::bench

@@ -5,6 +5,7 @@
 
 #include "FullModel.h"
 #include "QuietControls.h"
+#include "SiteSizes.h"
 #include "platform/MemoryMenuBar.h"
 #include "qt/QtClock.h"
 #include "qt/QtDateFormat.h"
@@ -14,11 +15,11 @@
 namespace kelvara::bench {
 namespace {
 
-/// Writes the report of 51 antennas to a real file: one that is new each time, or the same again.
+/// Writes the report of a site to a real file: one that is new each time, or the same again.
 /// The latter depends on the disk, which file systems wait for when a file is emptied and refilled.
 void Report(benchmark::State& state, bool isNewFile) {
   sync::SyncModel model;
-  FillModel(model);
+  FillModel(model, static_cast<std::int16_t>(state.range(0)));
   const platform::MemoryMenuBar menuBar;
   const qt::QtClock clock;
   const qt::QtDateFormat dateFormat;
@@ -40,8 +41,8 @@ void Report(benchmark::State& state, bool isNewFile) {
   }
   std::filesystem::remove(file);
 }
-BENCHMARK_CAPTURE(Report, New, true)->Unit(benchmark::kMicrosecond);
-BENCHMARK_CAPTURE(Report, Replaced, false)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(Report, New, true)->Apply(SiteSizes)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(Report, Replaced, false)->Apply(SiteSizes)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 }  // namespace kelvara::bench

@@ -1,58 +1,35 @@
 #!/usr/bin/env python3
-"""Measures whole programs and the engine, and prints one table of values, ratios and goals.
+"""Measures whole programs and the engine, and prints tables of values, ratios and goals.
 
-Usage: figures.py BUILD_FOLDER WORK_FOLDER
+Usage: figures.py BUILD_FOLDER WORK_FOLDER [DOCUMENT]
+
+The document gets the same tables with what they mean.
 
 Rates are by processor time, which other work on the machine disturbs least; every program here runs
 on one processor. Milliseconds are wall time.
 """
 
+import datetime
 import json
 import os
 import pathlib
+import platform
 import statistics
 import subprocess
 import sys
 import tempfile
-import time
 
 import agreement
 import desktop_figures
+import growth_figures
+import terminal_figures
+from measure import MEGABYTE, Run, median_processor_seconds
 from table import Table
 
 BENCH = pathlib.Path(__file__).resolve().parent
-MEGABYTE = 1e6
-ROUNDS = 5
 CONVERT_ROUNDS = 30
 SMALL, LARGE = 10, 100
 HUGE_FILES = 10
-
-
-class Run:
-    """One run of a command: seconds of wall time and of processor time, and the most memory held."""
-
-    def __init__(self, command):
-        start = time.perf_counter()
-        # Into a file, because grep stops at the first line when nobody would read the others.
-        with tempfile.TemporaryFile() as output, subprocess.Popen(
-            command, stdout=output, stderr=output
-        ) as process:
-            _, status, usage = os.wait4(process.pid, 0)
-            self.wall = time.perf_counter() - start
-            process.returncode = os.waitstatus_to_exitcode(status)
-        if process.returncode != 0:
-            sys.exit(f"failed: {command}")
-        self.processor = usage.ru_utime + usage.ru_stime
-        self.megabytes = usage.ru_maxrss * 1024 / MEGABYTE
-
-
-def median_processor_seconds(commands):
-    """The median processor time of each command, all taking turns."""
-    samples = {name: [] for name in commands}
-    for _ in range(ROUNDS):
-        for name, command in commands.items():
-            samples[name].append(Run(command).processor)
-    return {name: statistics.median(seconds) for name, seconds in samples.items()}
 
 
 def engine_figures(build):
@@ -66,18 +43,26 @@ def engine_figures(build):
     return {r["run_name"]: r for r in runs if r["aggregate_name"] == "median"}
 
 
-def make_session(folder, megabytes):
-    """A session of 51 antennas of that size, made once and kept."""
-    session = folder / f"session-{megabytes}.txt"
+def make_session(folder, name, option, amount):
+    """A session of 51 antennas of that length, made once and kept."""
+    session = folder / name
     if not session.exists():
-        size = str(int(megabytes * MEGABYTE))
         unfinished = session.with_suffix(".part")
-        subprocess.run([BENCH / "make_session.py", "--bytes", size, unfinished], check=True)
+        subprocess.run([BENCH / "make_session.py", option, str(amount), unfinished], check=True)
         unfinished.rename(session)
     return session
 
 
+def session_of_megabytes(folder, megabytes):
+    return make_session(folder, f"session-{megabytes}.txt", "--bytes", int(megabytes * MEGABYTE))
+
+
 def print_replay(table, console, session):
+    table.section("Replay", """
+A recorded session of 51 antennas becomes the matrix and one log line for each reading. The limit is
+what the machine reads: `wc -l` only looks for line feeds, and `grep` for the marker. At 19200
+baud a beltpack sends 1.9 kB/s at most, so that an hour on the line is read in hundredths of a second.
+""")
     size = session.stat().st_size / MEGABYTE
     seconds = median_processor_seconds({
         "replay": [console, "replay", session],
@@ -99,7 +84,40 @@ def print_replay(table, console, session):
     table.row("  against wc -l", rate("wc"), f"{ratios['wc']:.2f} times as fast")
 
 
+def print_log(table, console, session, folder):
+    table.section("Log", """
+Every reading is written to the log as a line of its own, in one call to the system each, so that a
+program that is killed loses none. A live session writes some ten lines every three seconds. The
+peers write lines of the same file: `grep` those with a reading, a buffer at a time, and a Python
+script as many lines as Kelvara, one call each.
+""")
+    log, copy = folder / "log.txt", folder / "copy.txt"
+    script = ("import os,sys\nout=os.open(sys.argv[2],os.O_WRONLY|os.O_CREAT|os.O_TRUNC)\n"
+              "for line in open(sys.argv[1],'rb'): os.write(out,line)")
+    for path in (log, copy):
+        path.unlink(missing_ok=True)
+    plain = Run([console, "replay", session])
+    logged = Run([console, "replay", session, "--log", log])
+    lines = sum(chunk.count(b"\n") for chunk in iter(lambda f=log.open("rb"): f.read(1 << 20), b""))
+    grep = Run(["sh", "-c", f"grep -i neighbour '{session}' >'{copy}'"])
+    python = Run([sys.executable, "-c", script, log, copy])
+    writing = logged.processor - plain.processor
+    table.row(f"replay of {lines} readings, logged", f"{logged.processor:.2f} s",
+              f"{lines / logged.processor / 1000:.0f} 000 lines/s")
+    table.row("  the writing alone", f"{writing:.2f} s", f"{writing * 1e6 / lines:.2f} us a line")
+    table.row("  against Python, a call a line", f"{python.processor:.2f} s",
+              f"{python.processor / writing:.1f} times as fast")
+    table.row("  against grep into a file", f"{grep.processor:.2f} s",
+              f"{grep.processor / writing:.2f} times as fast")
+    for path in (log, copy):
+        path.unlink()
+
+
 def print_memory(table, console, sessions):
+    table.section("Memory of a replay", """
+The console program reads a piece at a time and keeps the matrix alone, so that it holds the same
+for ten megabytes and for a thousand.
+""")
     small = Run([console, "replay", sessions[SMALL]]).megabytes
     large = Run([console, "replay", sessions[LARGE]]).megabytes
     huge = Run([console, "replay", *[sessions[LARGE]] * HUGE_FILES]).megabytes
@@ -110,6 +128,10 @@ def print_memory(table, console, sessions):
 
 
 def print_engine(table, figures):
+    table.section("Engine", """
+The engine alone, in one process and from memory. The newline scan is the least that can be done to a
+text of lines. No line costs an allocation.
+""")
     replay, scan = figures["Replay"], figures["NewlineScan"]
     table.row("engine replay from memory", f"{replay['bytes_per_second'] / MEGABYTE:.0f} MB/s")
     table.row("  against a newline scan by memchr",
@@ -117,10 +139,10 @@ def print_engine(table, figures):
               f"{scan['cpu_time'] / replay['cpu_time']:.2f} times as fast")
     allocations = replay["allocations_per_line"]
     table.row("  allocations per line", f"{allocations:.6g}", "", "0", allocations == 0)
-    for name, title, goal in (("FirstGrid", "grid of 51 antennas, the first", 1),
-                              ("RedrawnGrid", "grid of 51 antennas, drawn again", 1),
-                              ("Report/New", "report of 51 antennas, a new file", 5),
-                              ("Report/Replaced", "report of 51 antennas, replacing one", None)):
+    for name, title, goal in (("FirstGrid/51", "grid of 51 antennas, the first", 1),
+                              ("RedrawnGrid/51", "grid of 51 antennas, drawn again", 1),
+                              ("Report/New/51", "report of 51 antennas, a new file", 5),
+                              ("Report/Replaced/51", "report of 51 antennas, replacing one", None)):
         milliseconds = figures[name]["real_time"] / 1000
         if goal is None:
             table.row(title, f"{milliseconds:.3f} ms")
@@ -135,20 +157,52 @@ def print_convert(table, console):
               milliseconds < 30)
 
 
+INTRODUCTION = """
+# How fast Kelvara is
+
+Made by `scripts/bench` on {date}, on {cores} cores of "{processor}" under {system}, {quiet}. The
+figures are of that machine; the ratios are of one run, and it is they that the goals are for. Rates
+are by processor time, milliseconds by the clock, and what is compared takes turns.
+"""
+
+
+def processor():
+    for line in pathlib.Path("/proc/cpuinfo").read_text().splitlines():
+        if line.startswith("model name"):
+            return line.partition(":")[2].strip()
+    return platform.machine()
+
+
 def main():
-    build, work = (pathlib.Path(argument) for argument in sys.argv[1:])
+    build, work = (pathlib.Path(argument) for argument in sys.argv[1:3])
     console = build / "bin/kelvara-cli"
     work.mkdir(parents=True, exist_ok=True)
-    sessions = {megabytes: make_session(work, megabytes) for megabytes in (SMALL, LARGE)}
+    load = os.getloadavg()[0]
+    sessions = {megabytes: session_of_megabytes(work, megabytes) for megabytes in (SMALL, LARGE)}
     if agreement.disagreement(console, sessions[SMALL]):
         sys.exit("kelvara-cli and the plain replay disagree: no figure would mean anything")
 
     table = Table()
+    engine = engine_figures(build)
     print_replay(table, console, sessions[LARGE])
+    print_log(table, console, sessions[LARGE], work)
     print_memory(table, console, sessions)
-    print_engine(table, engine_figures(build))
+    print_engine(table, engine)
     print_convert(table, console)
-    desktop_figures.print_desktop(table, build)
+    with desktop_figures.Screen() as environment, tempfile.TemporaryDirectory() as folder:
+        redraws = {aas: desktop_figures.redraw(build, environment, aas)
+                   for aas in growth_figures.SITES}
+        desktop_figures.print_desktop(table, build, environment, redraws[max(redraws)])
+        terminal_figures.print_terminal(table, build, environment, folder)
+    growth_figures.print_sites(table, engine, redraws)
+    growth_figures.print_lengths(
+        table, console,
+        lambda reports: make_session(work, f"reports-{reports}.txt", "--reports", reports))
+    if len(sys.argv) > 3:
+        quiet = f"with a load of {load:.1f} by other work when it began"
+        table.write(pathlib.Path(sys.argv[3]), INTRODUCTION.format(
+            date=datetime.date.today().isoformat(), cores=os.cpu_count(), processor=processor(),
+            system=f"{platform.system()} {platform.machine()}", quiet=quiet))
     return 1 if table.missed else 0
 
 

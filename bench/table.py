@@ -1,14 +1,22 @@
-"""One table of values, ratios and goals."""
+"""The figures: tables of values, ratios and goals, printed as they come and kept as a document."""
 
 # What was measured, its value, its ratio, its goal, and whether it is met.
-WIDTHS = (38, 11, 21, 11, 6)
+WIDTHS = (42, 11, 23, 11, 6)
+HEADINGS = ("measured", "value", "ratio", "goal", "")
 
 
 class Table:
     def __init__(self):
         self.missed = False
-        self.row("measured", "value", "ratio", "goal")
+        self.lines = []
+
+    def section(self, title, remarks):
+        """Begins a table. The remarks say what it shows, and stand in the document alone."""
+        print(f"\n{title}\n")
+        self.print_cells(HEADINGS)
         self.print_cells(["-" * width for width in WIDTHS])
+        self.lines += ["", f"## {title}", "", remarks.strip(), "", "| " + " | ".join(HEADINGS) + " |",
+                       "|---|--:|--:|--:|---|"]
 
     def print_cells(self, cells):
         print("  ".join(text.ljust(width) for text, width in zip(cells, WIDTHS)).rstrip())
@@ -18,3 +26,9 @@ class Table:
         self.missed = self.missed or met is False
         verdict = {None: "", True: "met", False: "MISSED"}[met]
         self.print_cells((what, value, ratio, goal, verdict))
+        cells = (what.strip() if what[0] != " " else "&nbsp; " + what.strip(), value, ratio, goal,
+                 verdict)
+        self.lines.append("| " + " | ".join(cells) + " |")
+
+    def write(self, path, introduction):
+        path.write_text(introduction.strip() + "\n" + "\n".join(self.lines) + "\n")

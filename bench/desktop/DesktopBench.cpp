@@ -1,6 +1,6 @@
 // What the main window costs. "start" ends at the first paint; "memory" then fills 51 antennas and
 // prints the kilobytes held; "redraw" prints the milliseconds of a full redraw, of one that changes
-// nothing, and of a plain table filled the same way.
+// nothing, and of a plain table filled the same way; the number of antennas may follow.
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -65,17 +65,17 @@ void Settle() {
   loop.exec();
 }
 
-double PlainTableMilliseconds() {
-  QTableWidget table(kAas + 1, kAas + 1);
+double PlainTableMilliseconds(int aas) {
+  QTableWidget table(aas + 1, aas + 1);
   table.horizontalHeader()->setDefaultSectionSize(37);
   table.verticalHeader()->setDefaultSectionSize(18);
   table.resize(kScreen);
   table.show();
   QCoreApplication::processEvents();
   return MedianMilliseconds([](int) {},
-                            [&table](int round) {
-                              for (int row = 0; row <= kAas; ++row) {
-                                for (int column = 0; column <= kAas; ++column) {
+                            [&table, aas](int round) {
+                              for (int row = 0; row <= aas; ++row) {
+                                for (int column = 0; column <= aas; ++column) {
                                   QCoreApplication::processEvents();
                                   auto* const item = new QTableWidgetItem(
                                       QString::fromStdString(CellText(round, row, column)));
@@ -87,16 +87,16 @@ double PlainTableMilliseconds() {
                             });
 }
 
-void MeasureRedraw(app::FrmMain& window) {
+void MeasureRedraw(app::FrmMain& window, std::int16_t aas) {
   window.resize(kScreen);
   QCoreApplication::processEvents();
   sync::SyncModel& model = window.Live().Results().Model();
-  FillModel(model);
+  FillModel(model, aas);
   // Every reading moves each mean, so that each cell shows something new.
-  const auto changeAll = [&model](int round) {
+  const auto changeAll = [&model, aas](int round) {
     const auto phase = static_cast<std::int16_t>(round % 2 == 0 ? 900 : -900);
-    for (std::int16_t from = 0; from < kAas; ++from) {
-      for (std::int16_t to = 0; to < kAas; ++to) {
+    for (std::int16_t from = 0; from < aas; ++from) {
+      for (std::int16_t to = 0; to < aas; ++to) {
         if (from != to) {
           model.AddPhase(from, to, phase);
         }
@@ -107,7 +107,7 @@ void MeasureRedraw(app::FrmMain& window) {
   const double full = MedianMilliseconds(changeAll, redraw);
   const double unchanged = MedianMilliseconds([](int) {}, redraw);
   window.hide();
-  std::printf("%.3f %.3f %.3f\n", full, unchanged, PlainTableMilliseconds());
+  std::printf("%.3f %.3f %.3f\n", full, unchanged, PlainTableMilliseconds(aas));
 }
 
 }  // namespace
@@ -116,15 +116,17 @@ void MeasureRedraw(app::FrmMain& window) {
 int main(int argumentCount, char** arguments) {
   using namespace kelvara;
   const std::string mode = argumentCount > 1 ? arguments[1] : "";
+  const auto aas =
+      static_cast<std::int16_t>(argumentCount > 2 ? std::stoi(arguments[2]) : bench::kAas);
   int nameOnly = 1;
   qt::FontPreparation fonts;
   const QApplication application(nameOnly, arguments);
   fonts.Finish();
-  const bench::FirstPaint firstPaint([&mode](QWidget& widget) {
+  const bench::FirstPaint firstPaint([&mode, aas](QWidget& widget) {
     if (mode != "start") {
       auto& window = dynamic_cast<app::FrmMain&>(widget);
       if (mode == "redraw") {
-        bench::MeasureRedraw(window);
+        bench::MeasureRedraw(window, aas);
       } else {
         bench::FillModel(window.Live().Results().Model());
         window.UpdateSyncGrid();

@@ -8,13 +8,6 @@ namespace {
 constexpr double kMillisecondsPerDay = platform::kSecondsPerDay * 1000.0;
 constexpr double kNanosecondsPerMillisecond = 1e6;
 
-/// The local wall time as the machine has it.
-platform::DateTime MachineTime() {
-  const QDateTime now = QDateTime::currentDateTime();
-  const qint64 localMilliseconds = now.toMSecsSinceEpoch() + qint64{now.offsetFromUtc()} * 1000;
-  return static_cast<double>(localMilliseconds) / kMillisecondsPerDay;
-}
-
 }  // namespace
 
 QtClock::QtClock(double speed) : speed_(speed), start_(MachineTime()) { sinceStart_.start(); }
@@ -27,6 +20,16 @@ platform::DateTime QtClock::WallTime() const {
 }
 
 std::int64_t QtClock::TickCount() const { return static_cast<std::int64_t>(Elapsed()); }
+
+platform::DateTime QtClock::MachineTime() const {
+  const qint64 milliseconds = QDateTime::currentMSecsSinceEpoch();
+  const qint64 second = milliseconds / 1000;
+  if (second != offsetSecond_) {
+    offsetSecond_ = second;
+    localOffset_ = qint64{QDateTime::fromMSecsSinceEpoch(milliseconds).offsetFromUtc()} * 1000;
+  }
+  return static_cast<double>(milliseconds + localOffset_) / kMillisecondsPerDay;
+}
 
 double QtClock::Elapsed() const {
   return static_cast<double>(sinceStart_.nsecsElapsed()) / kNanosecondsPerMillisecond * speed_;

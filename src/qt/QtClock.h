@@ -17,10 +17,16 @@ class QtClock : public platform::Clock {
   std::int64_t TickCount() const override;
 
  private:
+  /// The local wall time as the machine has it.
+  platform::DateTime MachineTime() const;
+
   /// Milliseconds since the clock was made, in its own time.
   double Elapsed() const;
 
   double speed_;
+  // The system reads its time zone anew at each question: a busy log asks once a second.
+  mutable std::int64_t offsetSecond_ = -1;
+  mutable std::int64_t localOffset_ = 0;
   QElapsedTimer sinceStart_;
   platform::DateTime start_;
 };

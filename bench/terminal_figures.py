@@ -1,0 +1,112 @@
+"""The desktop program beside CuteCom, the serial terminal that a user would take instead, at the
+same simulated beltpack."""
+
+import os
+import pathlib
+import shutil
+import statistics
+import subprocess
+import sys
+import time
+
+ROUNDS = 9
+SETTLING_SECONDS = 10
+# Until the watcher, which says nothing by itself, has told the X server what it wants to see.
+WATCH_SECONDS = 0.5
+REMARKS = """
+CuteCom shows what comes over the line and sends what is typed; it does not poll, parse or draw a
+grid. Both open the pseudo-terminal of the same simulated beltpack. Start: from the start of the
+process until the X server maps its window, told by `xev`. Memory: with the port open, {} s later.
+"""
+
+
+class Beltpack:
+    def __init__(self, console, folder):
+        self.device = pathlib.Path(folder) / "beltpack"
+        self.process = subprocess.Popen([console, "simulate", "--link", self.device],
+                                        stdout=subprocess.PIPE, text=True)
+        self.process.stdout.readline()
+
+    def end(self):
+        self.process.terminate()
+        self.process.wait()
+
+
+def configure_cutecom(environment, device):
+    """Sets its session to the device, as a user does once by its settings."""
+    folder = pathlib.Path(environment["XDG_CONFIG_HOME"]) / "CuteCom"
+    folder.mkdir(parents=True, exist_ok=True)
+    (folder / "CuteCom5.conf").write_text(
+        "[sessions]\n1\\BaudRate=19200\n1\\DataBits=8\n"
+        f"1\\Device={device}\n1\\FlowControl=0\n1\\OpenMode=3\n1\\Parity=0\n1\\StopBits=1\n"
+        "1\\name=Default\nsize=1\n\n[cutecom]\nCurrentSession=Default\n")
+
+
+def seconds_to_window(command, environment):
+    """From the start of a program until its first window is mapped."""
+    with subprocess.Popen(["stdbuf", "-oL", "xev", "-root", "-event", "substructure"],
+                          env=environment, stdout=subprocess.PIPE, text=True) as watch:
+        time.sleep(WATCH_SECONDS)
+        start = time.perf_counter()
+        with subprocess.Popen(command, env=environment, stdout=subprocess.DEVNULL,
+                              stderr=subprocess.DEVNULL) as program:
+            for line in watch.stdout:
+                if line.startswith("MapNotify"):
+                    break
+            seconds = time.perf_counter() - start
+            program.kill()
+        watch.kill()
+    return seconds
+
+
+def holds(process, device):
+    """Whether a process has the device open."""
+    target = os.path.realpath(device)
+    folder = pathlib.Path(f"/proc/{process.pid}/fd")
+    return any(os.path.realpath(name) == target for name in folder.iterdir())
+
+
+def megabytes_with_port(command, environment, device, keys):
+    """What a program holds with the port open; keys are what its user types to open it."""
+    with subprocess.Popen(command, env=environment, stdout=subprocess.DEVNULL,
+                          stderr=subprocess.DEVNULL) as program:
+        time.sleep(2)
+        for action in keys:
+            subprocess.run(["xdotool", *action], env=environment, check=True,
+                           stdout=subprocess.DEVNULL)
+            time.sleep(0.3)
+        time.sleep(SETTLING_SECONDS)
+        if not holds(program, device):
+            program.kill()
+            sys.exit(f"{command[0]} has not opened the port")
+        status = pathlib.Path(f"/proc/{program.pid}/status").read_text()
+        program.kill()
+    return int(status.split("VmRSS:")[1].split()[0]) * 1024 / 1e6
+
+
+def print_terminal(table, build, environment, folder):
+    table.section("Beside a serial terminal", REMARKS.format(SETTLING_SECONDS))
+    if shutil.which("cutecom") is None:
+        sys.exit("CuteCom is missing")
+    beltpack = Beltpack(build / "bin/kelvara-cli", folder)
+    kelvara = [build / "bin/kelvara", "--com", f"1={beltpack.device}"]
+    configure_cutecom(environment, beltpack.device)
+    keys = [["search", "--onlyvisible", "--name", "CuteCom", "windowfocus"], ["key", "alt+o"]]
+    try:
+        seconds = {"kelvara": [], "cutecom": []}
+        for _ in range(ROUNDS):
+            seconds["kelvara"].append(seconds_to_window(kelvara, environment))
+            seconds["cutecom"].append(seconds_to_window(["cutecom"], environment))
+        start = {name: statistics.median(values) * 1000 for name, values in seconds.items()}
+        memory = {
+            "kelvara": megabytes_with_port(kelvara, environment, beltpack.device, []),
+            "cutecom": megabytes_with_port(["cutecom"], environment, beltpack.device, keys),
+        }
+    finally:
+        beltpack.end()
+    table.row("start until the window is there", f"{start['kelvara']:.0f} ms")
+    table.row("  against CuteCom", f"{start['cutecom']:.0f} ms",
+              f"{start['kelvara'] / start['cutecom']:.2f} of its time")
+    table.row("memory, port open", f"{memory['kelvara']:.1f} MB")
+    table.row("  against CuteCom", f"{memory['cutecom']:.1f} MB",
+              f"{memory['kelvara'] / memory['cutecom']:.2f} of its size")

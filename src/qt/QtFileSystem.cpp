@@ -9,9 +9,14 @@
 namespace kelvara::qt {
 namespace {
 
+[[noreturn]] void ThrowFileFault(const std::string& name, const char* attempt,
+                                 const std::string& reason) {
+  throw base::Fault(base::FaultKind::File,
+                    std::string("cannot ") + attempt + " \"" + name + "\": " + reason);
+}
+
 [[noreturn]] void ThrowFileFault(const QFile& file, const std::string& name, const char* attempt) {
-  throw base::Fault(base::FaultKind::File, std::string("cannot ") + attempt + " \"" + name +
-                                               "\": " + file.errorString().toStdString());
+  ThrowFileFault(name, attempt, file.errorString().toStdString());
 }
 
 void Open(QFile& file, const std::string& name, QIODevice::OpenMode mode) {
@@ -28,16 +33,28 @@ class QtOutputFile : public platform::OutputFile {
   }
 
   void Write(std::string_view bytes) override {
+    qint64 taken = 0;
     while (!bytes.empty()) {
       const qint64 written = file_.write(bytes.data(), static_cast<qint64>(bytes.size()));
       if (written <= 0) {
-        ThrowFileFault(file_, name_, "write");
+        const std::string reason = file_.errorString().toStdString();
+        TakeBack(taken);
+        ThrowFileFault(name_, "write", reason);
       }
+      taken += written;
       bytes.remove_prefix(static_cast<std::size_t>(written));
     }
   }
 
  private:
+  /// A file that grows goes on when there is room again: what did not fit whole is taken back, so
+  /// that the next entry begins where this one did.
+  void TakeBack(qint64 bytes) {
+    if (bytes > 0 && file_.openMode().testFlag(QIODevice::Append) && !file_.isSequential()) {
+      file_.resize(file_.size() - bytes);
+    }
+  }
+
   std::string name_;
   QFile file_;
 };

@@ -19,9 +19,9 @@ class IniFile {
   /// settings text, too large, a folder, one that the user may not read) is set aside.
   std::optional<IniText> Read() const;
 
-  /// Changes what the file holds: read, changed and in its place when this returns; after a power cut
-  /// it is the old file or the new one, whole. Two programs that change it wait for each other. A
-  /// file that cannot be changed is a file fault and stays as it was.
+  /// Changes what the file holds: read, changed and in its place when this returns; after a power
+  /// cut it is the old file or the new one, whole. Two programs that change it wait for each other.
+  /// A file that cannot be changed is a file fault and stays as it was.
   void Change(const std::function<void(IniText&)>& change) const;
 
  private:

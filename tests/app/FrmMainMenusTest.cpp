@@ -2,11 +2,13 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QTest>
+#include <QToolTip>
 
 #include "FrmMainRig.h"
 
@@ -280,6 +282,25 @@ TEST(GridMenu, ExportsTheResultsAndCopiesTheGrid) {
   rig.Grid().setFocus();
   Press(rig.window, Qt::Key_C, Qt::ControlModifier);
   EXPECT_TRUE(QApplication::clipboard()->text().startsWith("RPN\t01"));
+}
+
+TEST(GridToolTip, TellsOfTheCellPointedAt) {
+  FrmMainRig rig;
+  rig.Open();
+  rig.TakeReport();
+  rig.window.UpdateSyncGrid();
+  QWidget& cells = *rig.Grid().viewport();
+  const auto pointAt = [&cells](const QPoint& place) {
+    QHelpEvent pointing(QEvent::ToolTip, place, cells.mapToGlobal(place));
+    QApplication::sendEvent(&cells, &pointing);
+    return QToolTip::text().toStdString();
+  };
+  const QModelIndex cell = rig.Grid().model()->index(1, 2);
+  EXPECT_EQ(pointAt(rig.Grid().visualRect(cell).center()),
+            "Synchronised to AA 01, neighbour AA 06\n"
+            "Mean 7, minimum 7, maximum 7 (RFPS units)\nReadings: 1");
+  pointAt(QPoint(cells.width() - 1, cells.height() - 1));
+  EXPECT_TRUE(QTest::qWaitFor([] { return QToolTip::text().isEmpty(); })) << "no cell, no tip";
 }
 
 TEST(GridMenu, ExportsAntennasThatTheGridDoesNotShowYet) {

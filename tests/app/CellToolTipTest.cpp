@@ -1,0 +1,84 @@
+#include "app/CellToolTip.h"
+
+#include <gtest/gtest.h>
+
+#include "app/OptionGroups.h"
+#include "platform/MemoryMenuBar.h"
+
+namespace kelvara::app {
+namespace {
+
+using platform::MenuEntry;
+
+class CellToolTipTest : public ::testing::Test {
+ protected:
+  CellToolTipTest() {
+    model.FindOrAddAa(10, 3, 90);
+    model.FindOrAddAa(6, 15, 90);
+    CheckOption(menuBar, MenuEntry::mnuRpnDecimal);
+    CheckOption(menuBar, MenuEntry::mnuFpsOff);
+  }
+
+  std::string At(int row, int column) const {
+    return CellToolTip(model, sync::DisplayOptions(menuBar), row, column);
+  }
+
+  sync::SyncModel model;
+  platform::MemoryMenuBar menuBar;
+};
+
+TEST_F(CellToolTipTest, TellsBothAntennasAndTheReadings) {
+  model.AddPhase(0, 1, -12);
+  model.AddPhase(0, 1, 7);
+  model.AddPhase(0, 1, 9);
+  EXPECT_EQ(At(1, 2),
+            "Synchronised to AA 10, neighbour AA 06\n"
+            "Mean 1, minimum -12, maximum 9 (RFPS units)\n"
+            "Readings: 3");
+}
+
+TEST_F(CellToolTipTest, RoundsAMeanOfHalvesToTheEvenNeighbour) {
+  model.AddPhase(0, 1, 2);
+  model.AddPhase(0, 1, 3);
+  EXPECT_NE(At(1, 2).find("Mean 2,"), std::string::npos);
+  model.Clear();
+  model.FindOrAddAa(10, 3, 90);
+  model.FindOrAddAa(6, 15, 90);
+  model.AddPhase(0, 1, -11);
+  model.AddPhase(0, 1, -12);
+  EXPECT_NE(At(1, 2).find("Mean -12,"), std::string::npos);
+}
+
+TEST_F(CellToolTipTest, NamesTheAntennasAsTheGridDoes) {
+  CheckOption(menuBar, MenuEntry::mnuRpnHex);
+  CheckOption(menuBar, MenuEntry::mnuFpsOn);
+  EXPECT_EQ(At(1, 2).substr(0, At(1, 2).find('\n')),
+            "Synchronised to AA 0A[3], neighbour AA 06[F]");
+}
+
+TEST_F(CellToolTipTest, SaysWhenThereAreNoReadings) {
+  EXPECT_EQ(At(2, 1), "Synchronised to AA 06, neighbour AA 10\nNo readings");
+}
+
+TEST_F(CellToolTipTest, OnTheDiagonalTellsTheAntennaAlone) {
+  EXPECT_EQ(At(2, 2), "Synchronised to AA 06");
+}
+
+TEST_F(CellToolTipTest, IsEmptyWhereNoAntennaStands) {
+  for (const auto& [row, column] :
+       {std::pair{0, 0}, {0, 1}, {1, 0}, {3, 1}, {1, 3}, {-1, 1}, {1, -1}, {52, 52}}) {
+    EXPECT_EQ(At(row, column), "") << row << ", " << column;
+  }
+}
+
+TEST_F(CellToolTipTest, WithMoreAntennasThanThereIsRoomForStaysInsideTheMatrix) {
+  for (std::int16_t rpn = 100; rpn < 149; ++rpn) {
+    model.FindOrAddAa(rpn, 0, 90);
+  }
+  EXPECT_THROW(model.FindOrAddAa(200, 0, 90), std::exception);
+  EXPECT_NE(At(51, 50), "");
+  EXPECT_EQ(At(52, 1), "");
+}
+
+}  // namespace
+}  // namespace kelvara::app

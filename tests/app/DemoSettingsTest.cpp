@@ -1,0 +1,47 @@
+#include "app/DemoSettings.h"
+
+#include <gtest/gtest.h>
+
+#include "link/ComPort.h"
+#include "support/DesktopDoubles.h"
+
+namespace kelvara::app {
+namespace {
+
+constexpr const char* kApplication = "CorvanaSync";
+constexpr const char* kSection = "Settings";
+
+class DemoSettingsTest : public ::testing::Test {
+ protected:
+  std::string Read(std::string_view key) const {
+    return demo.Read(kApplication, kSection, key, "default");
+  }
+  void Write(std::string_view key, std::string_view text) {
+    demo.Write(kApplication, kSection, key, text);
+  }
+
+  test::MemorySettingsStore stored;
+  DemoSettings demo{stored};
+};
+
+TEST_F(DemoSettingsTest, ShowsTheStoredPortAndLeavesItAlone) {
+  stored.SetValue("ComPort", "7");
+  EXPECT_EQ(Read(link::kComPortKey), "7");
+  EXPECT_EQ(Read(link::kBaudrateKey), "default");
+  Write(link::kComPortKey, "3");
+  Write(link::kBaudrateKey, "9600");
+  EXPECT_EQ(Read(link::kComPortKey), "3");
+  EXPECT_EQ(Read(link::kBaudrateKey), "9600");
+  EXPECT_EQ(stored.Value("ComPort"), "7");
+  EXPECT_EQ(stored.values.size(), 1U);
+}
+
+TEST_F(DemoSettingsTest, KeepsEverythingElse) {
+  Write("RFPSUnits", "2");
+  EXPECT_EQ(stored.Value("RFPSUnits"), "2");
+  EXPECT_EQ(Read("RFPSUnits"), "2");
+  EXPECT_EQ(Read("LastFile"), "default");
+}
+
+}  // namespace
+}  // namespace kelvara::app

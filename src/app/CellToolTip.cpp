@@ -25,7 +25,7 @@ std::string CellToolTip(const sync::SyncModel& model, const sync::DisplayOptions
   if (cell.Count < 1) {
     return text + "\nNo readings";
   }
-  const std::int32_t mean = base::Round32(static_cast<double>(cell.Sum) / cell.Count);
+  const std::int32_t mean = base::Round32(cell.Mean());
   text += "\nMean " + std::to_string(mean) + ", minimum " + std::to_string(cell.Min) +
           ", maximum " + std::to_string(cell.Max) + " (RFPS units)";
   text += "\nReadings: " + std::to_string(cell.Count);

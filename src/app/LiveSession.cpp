@@ -2,6 +2,7 @@
 
 #include "base/Fault.h"
 #include "link/LinkTexts.h"
+#include "platform/ProgramSettings.h"
 
 namespace kelvara::app {
 

@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "app/DisplaySettings.h"
 #include "app/Session.h"
@@ -11,7 +12,6 @@
 #include "link/LineTrace.h"
 #include "link/LinkDuties.h"
 #include "platform/DebugView.h"
-#include "platform/ProgramSettings.h"
 #include "platform/SerialPort.h"
 #include "platform/SettingsStore.h"
 #include "platform/Timer.h"

@@ -2,6 +2,7 @@
 
 #include <QPlainTextEdit>
 #include <functional>
+#include <utility>
 
 #include "platform/LogBox.h"
 

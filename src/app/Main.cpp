@@ -4,7 +4,6 @@
 #include <iostream>
 
 #include "app/DesktopProgram.h"
-#include "base/Fault.h"
 #include "platform/ProgramTitle.h"
 #include "qt/FontPreparation.h"
 #include "qt/PortTable.h"
@@ -13,16 +12,6 @@ namespace {
 
 constexpr int kFailed = 1;
 constexpr int kWrongCommandLine = 2;
-
-/// What is wrong with a --com N=DEVICE, or nothing.
-std::string PortAssignmentFault(const std::string& assignment) {
-  try {
-    kelvara::qt::ReadPortAssignment(assignment);
-    return {};
-  } catch (const kelvara::base::Fault& fault) {
-    return fault.what();
-  }
-}
 
 void Complain(const char* text) { std::cerr << "kelvara: " << text << '\n'; }
 
@@ -37,7 +26,7 @@ int main(int argumentCount, char** arguments) {
       ->type_name("FILE");
   program.add_option("--com", options.portAssignments, "The device that a port number stands for")
       ->expected(1)
-      ->check([](const std::string& assignment) { return PortAssignmentFault(assignment); })
+      ->check(kelvara::qt::PortAssignmentFault)
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
       ->type_name("N=DEVICE");
   program.add_option("--raw", options.rawPath, "Append a trace of the line to this file")

@@ -17,8 +17,14 @@ class FrmCapture : public QDialog {
   /// `captureDialog` and `beeper` outlive the window.
   FrmCapture(CaptureDialog& captureDialog, platform::Beeper& beeper, QWidget* parent = nullptr);
 
+  /// Lets the user choose a file; one that was chosen goes into the text box and enables Start.
   void CommandBrowse_Click();
+
+  /// Starts the capture to the file in the text box and closes the window. Where the capture cannot
+  /// be started the window stays open.
   void StartButton_Click();
+
+  /// Closes the window; nothing is started.
   void CancelButton_Click();
 
  protected:

@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <utility>
 
 namespace kelvara::cli {
 namespace {
@@ -30,10 +31,11 @@ class ArgumentReader {
       valueDue_ = false;
     } else if (command_ == nullptr) {
       command_ = FindCommand(argument);
-    } else if (!onlyWords_ && argument == "--") {
-      onlyWords_ = true;
-      if (!IsConvert()) {
-        // Behind a first file the option parser would leave the sub-command here.
+    } else if (!separated_ && argument == "--") {
+      separated_ = true;
+      if (std::exchange(onlyWords_, true) || !IsConvert()) {
+        // It stands there already, before a value with a dash; and behind a first file the option
+        // parser would leave the sub-command here.
         return;
       }
     } else if (!onlyWords_ && BeginsWith(argument, "--") && !IsConvertValue(argument)) {
@@ -72,8 +74,9 @@ class ArgumentReader {
     if (!onlyWords_ && BeginsWith(argument, "-") && IsConvertValue(argument)) {
       read.emplace_back("--");
       onlyWords_ = true;
-    } else if (!IsConvert() && (BeginsWith(argument, "[") || IsDashedFile(argument))) {
-      // Brackets would be read as a list of names, a dash as an option.
+    } else if (!IsConvert() &&
+               (BeginsWith(argument, "[") || argument == "++" || IsDashedFile(argument))) {
+      // Brackets would be read as a list of names, a dash as an option, "++" as a command's end.
       argument.insert(0, "./");
     }
     ++words_;
@@ -95,6 +98,7 @@ class ArgumentReader {
   const CLI::App* command_ = nullptr;
   bool valueDue_ = false;
   bool onlyWords_ = false;
+  bool separated_ = false;
   int words_ = 0;
 };
 

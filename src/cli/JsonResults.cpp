@@ -5,11 +5,10 @@
 #include <cstdio>
 #include <optional>
 
+#include "cli/Quoted.h"
+
 namespace kelvara::cli {
 namespace {
-
-// Every text in the document is made of digits, signs, brackets and "RPN": none needs escaping.
-std::string Quoted(const std::string& text) { return "\"" + text + "\""; }
 
 std::string ColourText(const std::optional<platform::Colour>& colour) {
   if (!colour) {
@@ -87,6 +86,7 @@ std::string JsonResults(const app::Session& session, const platform::MemoryGrid&
   text += ",\n  \"grid\": {\"complete\": ";
   text += gridComplete ? "true" : "false";
   text += ",\n    \"text\": ";
+  // A cell's text is made of digits, signs, brackets and "RPN": nothing in it needs escaping.
   text += GridRows(grid, [&](int row, int column) { return Quoted(grid.Text(row, column)); });
   text += ",\n    \"colour\": ";
   text +=

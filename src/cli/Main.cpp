@@ -1,64 +1,32 @@
 #include <CLI/CLI.hpp>
 #include <QtGlobal>
-#include <array>
 #include <csignal>
 #include <exception>
-#include <memory>
 
-#include "cli/CommandLine.h"
-#include "cli/ConvertCommand.h"
+#include "cli/ConsoleParser.h"
 #include "cli/ExitCode.h"
-#include "cli/PortsCommand.h"
-#include "cli/RecordCommand.h"
-#include "cli/ReplayCommand.h"
-#include "platform/ProgramTitle.h"
-#ifndef _WIN32
-#include "cli/SimulateCommand.h"
-#endif
 
 namespace kelvara::cli {
 namespace {
 
-struct NamedCommand {
-  const char* name;
-  std::unique_ptr<Command> command;
-};
-
 ExitCode Run(int argumentCount, char** arguments) {
-  const std::array commands{
-      NamedCommand{"replay", std::make_unique<ReplayCommand>()},
-      NamedCommand{"convert", std::make_unique<ConvertCommand>()},
-      NamedCommand{"record", std::make_unique<RecordCommand>()},
-      NamedCommand{"ports", std::make_unique<PortsCommand>()},
-#ifndef _WIN32
-      NamedCommand{"simulate", std::make_unique<SimulateCommand>()},
-#endif
-  };
-  CLI::App program("Commission the radio side of a wireless intercom, without a window.",
-                   "kelvara-cli");
-  program.set_version_flag("--version", platform::ProgramTitleAndVersion());
-  // None at all is complained about below: here it would hide what is wrong with an argument.
-  program.require_subcommand(0, 1);
-  for (const NamedCommand& named : commands) {
-    named.command->AddTo(program);
-  }
+  ConsoleParser parser;
   try {
-    program.parse(ReversedArguments(program, argumentCount, arguments));
+    parser.Parse(argumentCount, arguments);
   } catch (const CLI::ParseError& error) {
     if (error.get_exit_code() == 0) {
-      program.exit(error);
+      parser.Program().exit(error);
       return ExitCode::Done;
     }
     Complain(error.what());
     return ExitCode::WrongCommandLine;
   }
-  for (const NamedCommand& named : commands) {
-    if (program.got_subcommand(named.name)) {
-      return named.command->Run();
-    }
+  Command* const command = parser.Chosen();
+  if (command == nullptr) {
+    Complain("a sub-command is required; --help lists them");
+    return ExitCode::WrongCommandLine;
   }
-  Complain("a sub-command is required; --help lists them");
-  return ExitCode::WrongCommandLine;
+  return command->Run();
 }
 
 }  // namespace

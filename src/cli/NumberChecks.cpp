@@ -6,13 +6,9 @@
 #include "base/Fault.h"
 #include "base/NumberFormat.h"
 #include "base/NumberReading.h"
+#include "cli/Quoted.h"
 
 namespace kelvara::cli {
-namespace {
-
-std::string Quoted(const std::string& text) { return "\"" + text + "\""; }
-
-}  // namespace
 
 std::string CheckWholeNumber(const std::string& text, int most) {
   int value = 0;

@@ -3,26 +3,12 @@
 #include <CLI/CLI.hpp>
 #include <iostream>
 
-#include "base/Fault.h"
 #include "link/ComPort.h"
 #include "qt/PortProbe.h"
 #include "qt/PortTable.h"
 #include "qt/QtSettingsStore.h"
 
 namespace kelvara::cli {
-namespace {
-
-/// What is wrong with an assignment, or an empty text.
-std::string AssignmentError(const std::string& text) {
-  try {
-    qt::ReadPortAssignment(text);
-    return "";
-  } catch (const base::Fault& fault) {
-    return fault.what();
-  }
-}
-
-}  // namespace
 
 void PortsCommand::AddTo(CLI::App& program) {
   CLI::App* command = program.add_subcommand(
@@ -30,7 +16,7 @@ void PortsCommand::AddTo(CLI::App& program) {
       "List COM1 to COM12: the port, the device it stands for, and \"present\" or \"absent\".\n"
       "Why a device that is present cannot be opened is told on standard error.");
   command->add_option("--com", assignments_, "Let port N stand for DEVICE in this run")
-      ->check(AssignmentError)
+      ->check(qt::PortAssignmentFault)
       ->allow_extra_args(false)
       ->type_name("N=DEVICE");
 }

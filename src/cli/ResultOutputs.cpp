@@ -6,11 +6,10 @@
 #include "base/Fault.h"
 #include "cli/GridTable.h"
 #include "cli/JsonResults.h"
+#include "cli/Quoted.h"
 
 namespace kelvara::cli {
 namespace {
-
-std::string Quoted(const std::string& path) { return "\"" + path + "\""; }
 
 bool StopLog(app::Session& session, const std::string& path) {
   try {

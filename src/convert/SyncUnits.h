@@ -18,11 +18,18 @@ struct SyncUnits {
 /// 0.094 × 2. The 1.6 is a length, added before the resistance is computed. A number of AA Sync
 /// units outside 16 bits is an overflow fault.
 SyncUnits FromRfps(double rfps);
+
 /// The same; the value is rounded first and the metres are formed in 16 bits, so that AA Sync units
 /// outside -252 to 252 are an overflow fault.
 SyncUnits FromAaSync(double aaSync);
+
+/// The same from a cable's length in metres.
 SyncUnits FromMetres(double metres);
+
+/// The same from the loop's resistance in ohms.
 SyncUnits FromOhms(double ohms);
+
+/// The same from a delay in microseconds.
 SyncUnits FromDelay(double delay);
 
 }  // namespace kelvara::convert

@@ -1,7 +1,7 @@
 #include "help/HelpCommands.h"
 
-#include "base/Fault.h"
 #include "help/MakerTexts.h"
+#include "platform/FileExists.h"
 #include "platform/ProgramTitle.h"
 
 namespace kelvara::help {
@@ -25,7 +25,7 @@ std::string HelpPath(std::string_view programFolder) {
 
 void HelpCommands::mnuContents_Click(const std::string& sHelpPath) {
   // Desktops that hand a missing page to a browser report success, so the page is looked for first.
-  if (IsThere(sHelpPath) && opener_.OpenDocument(sHelpPath)) {
+  if (platform::FileExists(fileSystem_, sHelpPath) && opener_.OpenDocument(sHelpPath)) {
     return;
   }
   std::string text(kHelpFailure);
@@ -39,15 +39,6 @@ void HelpCommands::mnuOrrinWeb_Click() {
   if (!opener_.OpenAddress(std::string(kMakerWebAddress))) {
     messageBoxes_.Show(kWebFailure, kWebFailureTitle, platform::MessageIcon::Critical,
                        platform::MessageButtons::Ok);
-  }
-}
-
-bool HelpCommands::IsThere(const std::string& path) const {
-  try {
-    fileSystem_.OpenForInput(path);
-    return true;
-  } catch (const base::Fault&) {
-    return false;
   }
 }
 

@@ -28,8 +28,6 @@ class HelpCommands {
   void mnuOrrinWeb_Click();
 
  private:
-  bool IsThere(const std::string& path) const;
-
   platform::DocumentOpener& opener_;
   platform::FileSystem& fileSystem_;
   platform::MessageBoxes& messageBoxes_;

@@ -8,7 +8,6 @@ namespace kelvara::link {
 namespace {
 
 constexpr std::string_view kDefaultComPort = "1";
-constexpr std::string_view kDefaultBaudrate = "19200";
 
 }  // namespace
 
@@ -17,7 +16,8 @@ std::int16_t ComPort::GetComPort() const {
 }
 
 std::int32_t ComPort::GetBaudRate() const {
-  return base::Round32(base::ReadWholeNumber(settings_.Read(kBaudrateKey, kDefaultBaudrate)));
+  return base::Round32(
+      base::ReadWholeNumber(settings_.Read(kBaudrateKey, std::to_string(kUsualRate))));
 }
 
 void ComPort::OpenComPort(std::int16_t port) {
@@ -53,8 +53,6 @@ void ComPort::Close() {
     MSComm1_.SetOpen(false);
   }
 }
-
-std::string PortSettings(std::int32_t rate) { return std::to_string(rate) + ",n,8,1"; }
 
 std::string CouldNotOpenText(std::int32_t port) {
   std::string text = "Could not open COM ";

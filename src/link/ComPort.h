@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "link/PortSettings.h"
 #include "platform/ProgramSettings.h"
 #include "platform/SerialPort.h"
 #include "platform/StatusBar.h"
@@ -58,9 +59,6 @@ class ComPort {
   platform::ProgramSettings settings_;
   platform::StatusBar& statusBar_;
 };
-
-/// The port's settings text: the rate, no parity, 8 data bits, 1 stop bit.
-std::string PortSettings(std::int32_t rate);
 
 /// What the user is told when a port cannot be opened. A non-negative number is written with a
 /// blank in front, so that two blanks stand before it.

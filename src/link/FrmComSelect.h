@@ -27,7 +27,11 @@ class FrmComSelect : public QDialog {
   FrmComSelect(ComPort& comPort, platform::MessageBoxes& messageBoxes, PortDescription describePort,
                QWidget* parent = nullptr);
 
+  /// Opens the chosen port at the rate typed and closes the window. Where that fails, or no port is
+  /// chosen, a message box says so, the port that was open is closed, and the window stays.
   void CmdOK_Click();
+
+  /// Closes the window; the port stays as it is.
   void CmdCancel_Click();
 
  protected:

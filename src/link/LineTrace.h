@@ -3,14 +3,17 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/FileSystem.h"
 
 namespace kelvara::link {
 
 /// A trace of the line: the received bytes as they came, with the commands sent among them, each
-/// between a command mark and a command end. A received byte that is the mark stands doubled. A
-/// write that fails ends the trace and is remembered; the link goes on.
+/// between a command mark and a command end. A received byte that is the mark stands doubled. Where
+/// text comes before the first command an empty command stands in front of it: a trace is told from
+/// plain text by its first byte. A write that fails ends the trace and is remembered; the link goes
+/// on.
 class LineTrace {
  public:
   explicit LineTrace(std::unique_ptr<platform::OutputFile> file) : file_(std::move(file)) {}

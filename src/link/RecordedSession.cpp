@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "link/BeltpackCommands.h"
+#include "link/TraceMarks.h"
 
 namespace kelvara::link {
 namespace {

@@ -6,7 +6,6 @@
 
 #include "link/RecordedText.h"
 #include "link/ReportCollector.h"
-#include "link/TraceMarks.h"
 
 namespace kelvara::link {
 

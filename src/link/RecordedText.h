@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <string_view>
 
 namespace kelvara::link {
@@ -28,6 +27,7 @@ class RecordedText {
  public:
   virtual ~RecordedText() = default;
 
+  /// The file's next piece. Reports that it completes go to the reader at once.
   virtual void Feed(std::string_view piece) = 0;
 
   /// The file has ended.

@@ -14,8 +14,8 @@ class SettingsStore {
   virtual std::string Read(std::string_view application, std::string_view section,
                            std::string_view key, std::string_view defaultText) const = 0;
 
-  /// Stores the text; when this returns, it is in the store. A store
-  /// that cannot be written is a file fault.
+  /// Stores the text; when this returns, it is in the store. A store that cannot be written is a
+  /// file fault.
   virtual void Write(std::string_view application, std::string_view section, std::string_view key,
                      std::string_view text) = 0;
 };

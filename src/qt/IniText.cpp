@@ -4,11 +4,11 @@
 #include <charconv>
 
 #include "base/Fault.h"
+#include "qt/Trimmed.h"
 
 namespace kelvara::qt {
 namespace {
 
-constexpr std::string_view kBlanks = " \t";
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kEscape = "\\x";
 constexpr std::size_t kEscapeSize = 4;
@@ -16,14 +16,6 @@ constexpr std::size_t kEscapeSize = 4;
 bool IsControl(char character) {
   const auto byte = static_cast<unsigned char>(character);
   return byte < 0x20U || byte == 0x7FU;
-}
-
-std::string_view Trimmed(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) {
-    return {};
-  }
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
 bool IsSame(std::string_view left, std::string_view right) {

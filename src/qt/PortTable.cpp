@@ -7,6 +7,7 @@
 #include "base/Fault.h"
 #include "link/ComPort.h"
 #include "platform/ProgramSettings.h"
+#include "qt/Trimmed.h"
 
 namespace kelvara::qt {
 namespace {
@@ -39,15 +40,6 @@ std::string WholeName(const std::string& device) {
 }
 
 #endif
-
-std::string_view Trimmed(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t";
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) {
-    return {};
-  }
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
 
 void ExpectPort(int port) {
   if (port < 1 || port > link::kLastComPort) {
@@ -85,6 +77,15 @@ PortAssignment ReadPortAssignment(std::string_view text) {
     Refuse(text, "no device is named");
   }
   return assignment;
+}
+
+std::string PortAssignmentFault(const std::string& text) {
+  try {
+    ReadPortAssignment(text);
+    return {};
+  } catch (const base::Fault& fault) {
+    return fault.what();
+  }
 }
 
 void PortTable::Assign(const PortAssignment& assignment) {

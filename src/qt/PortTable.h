@@ -17,6 +17,9 @@ struct PortAssignment {
 /// Reads "N=DEVICE", N from 1 to 12. A text that is no such thing is a port fault that says why.
 PortAssignment ReadPortAssignment(std::string_view text);
 
+/// What is wrong with a text as "N=DEVICE", or an empty text.
+std::string PortAssignmentFault(const std::string& text);
+
 /// Which device each of the ports COM1 to COM12 stands for. On Windows these are the ports
 /// themselves. Elsewhere it is, in this order: what was assigned for this run; what the settings
 /// hold in section "Ports" under "COM1" to "COM12"; or the default, COM1 to COM4 the USB serial

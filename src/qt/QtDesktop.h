@@ -28,7 +28,6 @@ class QtEventPump : public platform::EventPump {
 
   /// From now on the program is ending.
   void End() { ending_ = true; }
-  bool IsEnding() const { return ending_; }
 
  private:
   bool ending_ = false;

@@ -5,7 +5,7 @@
 #include <QSignalBlocker>
 #include <algorithm>
 #include <array>
-#include <charconv>
+#include <utility>
 
 #include "base/Fault.h"
 #include "qt/PortProbe.h"
@@ -13,27 +13,7 @@
 namespace kelvara::qt {
 namespace {
 
-constexpr std::size_t kInputCharacters = 1024;
 constexpr qint64 kOutputCharacters = 512;
-
-// The only form of the line that is ever asked for: no parity, 8 data bits, 1 stop bit.
-constexpr std::string_view kForm = ",n,8,1";
-
-qint32 RateOf(std::string_view settings) {
-  qint32 rate = 0;
-  if (settings.ends_with(kForm)) {
-    const std::string_view digits = settings.substr(0, settings.size() - kForm.size());
-    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), rate);
-    if (error != std::errc() || end != digits.data() + digits.size()) {
-      rate = 0;
-    }
-  }
-  if (rate <= 0) {
-    throw base::Fault(base::FaultKind::Port,
-                      "a serial port cannot take the settings \"" + std::string(settings) + "\"");
-  }
-  return rate;
-}
 
 [[noreturn]] void ThrowCannotOpen(const std::string& name, const std::string& reason) {
   throw base::Fault(base::FaultKind::Port, "cannot open \"" + name + "\": " + reason);
@@ -50,7 +30,7 @@ std::string ReasonOf(const QSerialPort& device) {
 }  // namespace
 
 QtSerialPort::QtSerialPort(const PortTable& ports) : ports_(ports) {
-  device_.setReadBufferSize(static_cast<qint64>(kInputCharacters));
+  device_.setReadBufferSize(static_cast<qint64>(link::kInputBufferBytes));
   QObject::connect(&device_, &QSerialPort::readyRead, &device_, [this] { TakeArrival(); });
   QObject::connect(&device_, &QSerialPort::errorOccurred, &device_,
                    [this](QSerialPort::SerialPortError error) { TakeError(error); });
@@ -59,7 +39,7 @@ QtSerialPort::QtSerialPort(const PortTable& ports) : ports_(ports) {
 QtSerialPort::~QtSerialPort() { CloseDevice(); }
 
 void QtSerialPort::SetSettings(std::string_view settings) {
-  const qint32 rate = RateOf(settings);
+  const std::int32_t rate = link::ReadRate(settings);
   if (HasDevice()) {
     const QSignalBlocker refusalIsNoFailure(device_);
     if (!device_.setBaudRate(rate)) {
@@ -71,7 +51,7 @@ void QtSerialPort::SetSettings(std::string_view settings) {
   rate_ = rate;
 }
 
-std::string QtSerialPort::Settings() const { return std::to_string(rate_) + std::string(kForm); }
+std::string QtSerialPort::Settings() const { return link::PortSettings(rate_); }
 
 void QtSerialPort::SetOpen(bool open) {
   if (open == open_) {
@@ -129,7 +109,8 @@ void QtSerialPort::TakeError(QSerialPort::SerialPortError error) {
   }
   {
     const QSignalBlocker oneErrorIsEnough(device_);
-    const std::size_t room = kInputCharacters - std::min(lastWords_.size(), kInputCharacters);
+    const std::size_t room =
+        link::kInputBufferBytes - std::min(lastWords_.size(), link::kInputBufferBytes);
     lastWords_ += device_.read(static_cast<qint64>(room)).toStdString();
   }
   CloseDevice();
@@ -168,7 +149,7 @@ std::string QtSerialPort::Input(std::size_t most) {
   std::string input = lastWords_.substr(0, most);
   lastWords_.erase(0, input.size());
   if (HasDevice()) {
-    const auto wanted = std::min(kInputCharacters, most - input.size());
+    const auto wanted = std::min(link::kInputBufferBytes, most - input.size());
     input += device_.read(static_cast<qint64>(wanted)).toStdString();
   }
   charactersTaken_ += input.size();

@@ -3,6 +3,7 @@
 #include <QSerialPort>
 #include <memory>
 
+#include "link/PortSettings.h"
 #include "platform/SerialPort.h"
 #include "qt/PortLock.h"
 #include "qt/PortTable.h"
@@ -70,7 +71,7 @@ class QtSerialPort : public platform::SerialPort {
 
   const PortTable& ports_;
   std::int16_t portNumber_ = 1;
-  qint32 rate_ = 19200;
+  std::int32_t rate_ = link::kUsualRate;
   bool open_ = false;
   bool break_ = false;
   std::string deviceName_;

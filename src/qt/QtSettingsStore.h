@@ -3,6 +3,7 @@
 #include <QString>
 #include <chrono>
 #include <string>
+#include <utility>
 
 #include "platform/SettingsStore.h"
 

@@ -95,8 +95,6 @@ std::int16_t CableLengths::AaDelay(int aa) const { return At(AaDelay_, aa); }
 
 std::int32_t CableLengths::Metres(int aa) const { return sync::ToMetres(AaDelay(aa)); }
 
-std::int16_t MeanPhase(const sync::PhaseCell& cell) {
-  return base::Round16(static_cast<double>(cell.Sum) / cell.Count);
-}
+std::int16_t MeanPhase(const sync::PhaseCell& cell) { return base::Round16(cell.Mean()); }
 
 }  // namespace kelvara::report

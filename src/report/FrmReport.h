@@ -20,8 +20,14 @@ class FrmReport : public QDialog {
   /// `reportDialog` and `beeper` outlive the window.
   FrmReport(ReportDialog& reportDialog, platform::Beeper& beeper, QWidget* parent = nullptr);
 
+  /// Lets the user choose a file; one that was chosen goes into the text box.
   void CommandBrowse_Click();
+
+  /// Writes the report from what the fields hold and closes the window. Where the report was not
+  /// written the window stays open.
   void CommandGenerate_Click();
+
+  /// Closes the window; no report is written.
   void CommandCancel_Click();
 
  protected:

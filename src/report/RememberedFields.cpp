@@ -1,20 +1,24 @@
 #include "report/RememberedFields.h"
 
+#include <algorithm>
 #include <array>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string_view>
 #include <utility>
 
 #include "base/Fault.h"
 #include "base/NumberReading.h"
 #include "base/Rounding.h"
-#include "report/FileExists.h"
+#include "platform/FileExists.h"
 
 namespace kelvara::report {
 namespace {
 
 constexpr std::string_view kFileName = "rfields.ds";
+/// What stands behind this many bytes is not read: no fields of a report are as long.
+constexpr std::size_t kMostBytes = std::size_t{1} << 20U;
 constexpr std::string_view kLineEnd = "\r\n";
 
 /// The lines of a file, without their ends. A file edited elsewhere may end them in a line feed
@@ -23,15 +27,22 @@ class LineReader {
  public:
   explicit LineReader(std::unique_ptr<platform::InputFile> file) : file_(std::move(file)) {}
 
-  /// The next line; nothing at the end of the file. A read that fails is a file fault.
+  /// The next line; nothing at the end of the file. A read that fails is a file fault, and so is a
+  /// line that reaches behind the limit.
   std::optional<std::string> Next() {
     std::size_t lineFeed = pending_.find('\n');
     std::array<char, 4096> buffer{};
     while (lineFeed == std::string::npos) {
-      const std::size_t got = file_->Read(buffer);
+      // Once the limit is reached one byte more tells whether the file ends there.
+      const std::size_t wanted = std::clamp(kMostBytes - bytesRead_, std::size_t{1}, buffer.size());
+      const std::size_t got = file_->Read(std::span(buffer).first(wanted));
       if (got == 0) {
         return TakeRest();
       }
+      if (bytesRead_ == kMostBytes) {
+        throw base::Fault(base::FaultKind::File, "The file is too large");
+      }
+      bytesRead_ += got;
       pending_.append(buffer.data(), got);
       lineFeed = pending_.find('\n', pending_.size() - got);
     }
@@ -59,6 +70,7 @@ class LineReader {
 
   std::unique_ptr<platform::InputFile> file_;
   std::string pending_;
+  std::size_t bytesRead_ = 0;
 };
 
 }  // namespace
@@ -71,7 +83,7 @@ RememberedFields::RememberedFields(platform::FileSystem& fileSystem,
 }
 
 void RememberedFields::LoadOrCreate(ReportFields& fields) {
-  if (FileExists(fileSystem_, path_)) {
+  if (platform::FileExists(fileSystem_, path_)) {
     Load(fields);
   } else {
     Save(fields);

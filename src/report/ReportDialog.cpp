@@ -2,7 +2,7 @@
 
 #include "base/Fault.h"
 #include "platform/DirectoryOf.h"
-#include "report/FileExists.h"
+#include "platform/FileExists.h"
 #include "report/OpenReport.h"
 
 namespace kelvara::report {
@@ -53,7 +53,7 @@ bool ReportDialog::CommandGenerate_Click(const std::string& fileName, const Repo
 }
 
 bool ReportDialog::MayWrite(const std::string& fileName) {
-  if (FileExists(desktop_.fileSystem, fileName) &&
+  if (platform::FileExists(desktop_.fileSystem, fileName) &&
       desktop_.messageBoxes.Show(fileName + " already exists.\r\n\r\nDo you want to replace it?",
                                  "Generate Report", MessageIcon::Exclamation,
                                  MessageButtons::YesNo) != MessageAnswer::Yes) {

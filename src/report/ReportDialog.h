@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "platform/DocumentOpener.h"
 #include "platform/FileChooser.h"

@@ -5,12 +5,6 @@
 #include "base/Fault.h"
 
 namespace kelvara::sim {
-namespace {
-
-constexpr std::string_view kBehindRate = ",n,8,1";
-constexpr std::string_view kDigits = "0123456789";
-
-}  // namespace
 
 DemoSerialPort::DemoSerialPort(Beltpack& beltpack, const platform::Clock& clock,
                                platform::Timer& delivery)
@@ -23,15 +17,7 @@ DemoSerialPort::~DemoSerialPort() {
   delivery_.SetTick({});
 }
 
-void DemoSerialPort::SetSettings(std::string_view settings) {
-  const std::size_t rateEnd = settings.find_first_not_of(kDigits);
-  if (rateEnd == 0 || rateEnd == std::string_view::npos ||
-      settings.substr(rateEnd) != kBehindRate) {
-    throw base::Fault(base::FaultKind::Port,
-                      "the port cannot take the settings \"" + std::string(settings) + "\"");
-  }
-  settings_ = settings;
-}
+void DemoSerialPort::SetSettings(std::string_view settings) { rate_ = link::ReadRate(settings); }
 
 void DemoSerialPort::SetOpen(bool open) {
   if (open == isOpen_) {
@@ -104,7 +90,7 @@ void DemoSerialPort::Deliver() {
   // reads them, however late this tick is. The program may close the port, or let another tick in,
   // while it reads.
   while (isOpen_ && !arrived_.empty()) {
-    const std::size_t room = kInputBufferBytes - input_.size();
+    const std::size_t room = link::kInputBufferBytes - input_.size();
     if (room == 0) {
       arrived_.clear();
       return;

@@ -5,16 +5,15 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
+#include "link/PortSettings.h"
 #include "platform/Clock.h"
 #include "platform/SerialPort.h"
 #include "platform/Timer.h"
 #include "sim/Beltpack.h"
 
 namespace kelvara::sim {
-
-/// How many received characters wait at most. More are lost, the newest first.
-inline constexpr std::size_t kInputBufferBytes = 1024;
 
 /// How often the delivery timer should tick, in milliseconds.
 inline constexpr int kDeliveryMilliseconds = 50;
@@ -33,9 +32,9 @@ class DemoSerialPort : public platform::SerialPort {
   void SetPortNumber(std::int16_t portNumber) override { portNumber_ = portNumber; }
   std::int16_t PortNumber() const override { return portNumber_; }
 
-  /// Any rate is taken; without a rate, or without ",n,8,1" behind it, it is a port fault.
+  /// Takes "RATE,n,8,1" alone, whatever the rate; another text is a port fault.
   void SetSettings(std::string_view settings) override;
-  std::string Settings() const override { return settings_; }
+  std::string Settings() const override { return link::PortSettings(rate_); }
 
   /// Opening is a port fault while the beltpack is away.
   void SetOpen(bool open) override;
@@ -63,7 +62,7 @@ class DemoSerialPort : public platform::SerialPort {
   platform::Timer& delivery_;
   std::function<void()> notification_;
   std::int16_t portNumber_ = 1;
-  std::string settings_ = "19200,n,8,1";
+  std::int32_t rate_ = link::kUsualRate;
   bool isOpen_ = false;
   bool isBreak_ = false;
   bool isDeviceGone_ = false;

@@ -1,8 +1,5 @@
 #include "sync/SyncGrid.h"
 
-#include <array>
-#include <charconv>
-
 #include "base/Fault.h"
 #include "base/Rounding.h"
 #include "sync/AaSyncUnits.h"
@@ -90,12 +87,12 @@ bool SyncGrid::DrawPhases(int aaCount) {
   return true;
 }
 
-std::string_view SyncGrid::PhaseText(int from, int to) {
+std::string SyncGrid::PhaseText(int from, int to) const {
   const PhaseCell& cell = model_.Cell(from, to);
   if (from == to || cell.Count < 1) {
     return {};
   }
-  const std::int32_t mean = base::Round32(static_cast<double>(cell.Sum) / cell.Count);
+  const std::int32_t mean = base::Round32(cell.Mean());
   std::int32_t shown = mean;
   switch (options_.Units().value_or(PhaseUnits::Metres)) {
     case PhaseUnits::Rfps:
@@ -107,9 +104,7 @@ std::string_view SyncGrid::PhaseText(int from, int to) {
       shown = ToMetres(mean);
       break;
   }
-  const auto written =
-      std::to_chars(phaseText_.data(), phaseText_.data() + phaseText_.size(), shown);
-  return {phaseText_.data(), static_cast<std::size_t>(written.ptr - phaseText_.data())};
+  return std::to_string(shown);
 }
 
 }  // namespace kelvara::sync

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <string_view>
+#include <cstdint>
+#include <string>
 
 #include "platform/Beeper.h"
 #include "platform/EventPump.h"
@@ -38,7 +39,7 @@ class SyncGrid {
   void DrawColours(int aaCount);
   bool DrawPhases(int aaCount);
   void DrawHeader(int row, int column, int aa);
-  std::string_view PhaseText(int from, int to);
+  std::string PhaseText(int from, int to) const;
 
   const SyncModel& model_;
   platform::GridControl& grid_;
@@ -46,7 +47,6 @@ class SyncGrid {
   platform::EventPump& events_;
   platform::Beeper& beeper_;
   FpsColours colours_;
-  std::array<char, 16> phaseText_{};
 };
 
 }  // namespace kelvara::sync

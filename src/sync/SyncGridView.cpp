@@ -1,9 +1,9 @@
 #include "sync/SyncGridView.h"
 
+#include <QApplication>
 #include <QClipboard>
 #include <QEvent>
 #include <QFontMetrics>
-#include <QGuiApplication>
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QKeyEvent>
@@ -73,6 +73,15 @@ QString SyncGridView::GridText() const {
   return text;
 }
 
+bool SyncGridView::event(QEvent* event) {
+  const bool done = QTableView::event(event);
+  // A font of another size alone is no change of the view's own font, which has set its size.
+  if (event->type() == QEvent::ApplicationFontChange) {
+    FitFont();
+  }
+  return done;
+}
+
 void SyncGridView::updateGeometries() {
   QTableView::updateGeometries();
   corner_->setGeometry(frameWidth(), frameWidth(), verticalHeader()->width(),
@@ -94,7 +103,7 @@ bool SyncGridView::viewportEvent(QEvent* event) {
 
 void SyncGridView::keyPressEvent(QKeyEvent* event) {
   if (event->matches(QKeySequence::Copy)) {
-    QGuiApplication::clipboard()->setText(GridText());
+    QApplication::clipboard()->setText(GridText());
     return;
   }
   QTableView::keyPressEvent(event);
@@ -119,7 +128,8 @@ void SyncGridView::FitFont() {
   const QScopedValueRollback fitting(fitting_, true);
   const int columnWidth = qt::TwipsToPixels(*this, kGridColumnTwips);
   const int room = columnWidth - kColumnPadding;
-  QFont fitted = font();
+  // The program's font, not the view's own: that one was fitted before and would only ever shrink.
+  QFont fitted = QApplication::font(this);
   int pixels = QFontInfo(fitted).pixelSize();
   const auto widest = [&] {
     fitted.setPixelSize(pixels);

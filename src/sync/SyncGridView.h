@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QTableView>
 #include <functional>
+#include <utility>
 
 #include "sync/SyncGridModel.h"
 
@@ -16,6 +17,7 @@ class SyncGridView : public QTableView {
  public:
   explicit SyncGridView(QWidget* parent = nullptr);
 
+  /// Shows this model, which outlives the view. It is set once.
   void SetGridModel(SyncGridModel* model);
 
   /// Gives the tool tip of a data cell; called with the grid's row and column.
@@ -27,6 +29,7 @@ class SyncGridView : public QTableView {
   QString GridText() const;
 
  protected:
+  bool event(QEvent* event) override;
   void updateGeometries() override;
   bool viewportEvent(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;

@@ -19,6 +19,9 @@ struct PhaseCell {
   std::int32_t Count = 0;
   std::int16_t Max = kClearedMax;
   std::int16_t Min = kClearedMin;
+
+  /// The mean phase, not rounded. There has to be data.
+  double Mean() const { return static_cast<double>(Sum) / Count; }
 };
 
 /// Everything learned from RFPS reports since the last clear: the antennas in order of first

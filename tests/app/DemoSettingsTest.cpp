@@ -20,7 +20,7 @@ class DemoSettingsTest : public ::testing::Test {
     demo.Write(kApplication, kSection, key, text);
   }
 
-  test::MemorySettingsStore stored;
+  test::ScriptedSettingsStore stored;
   DemoSettings demo{stored};
 };
 

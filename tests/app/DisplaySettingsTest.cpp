@@ -15,7 +15,7 @@ using platform::MenuEntry;
 struct DisplayRig {
   bool Checked(MenuEntry entry) const { return menuBar.IsChecked(entry); }
 
-  MemorySettingsStore store;
+  ScriptedSettingsStore store;
   platform::MemoryMenuBar menuBar;
   RecordingLogBox logBox;
   app::DisplaySettings display{platform::ProgramSettings(store), menuBar, logBox};

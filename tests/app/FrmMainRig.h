@@ -62,7 +62,7 @@ class FrmMainRig {
   qt::QtMessageBoxes boxes;
   qt::QtFileChooser chooser;
   RecordingDocumentOpener opener;
-  MemorySettingsStore store;
+  ScriptedSettingsStore store;
   ScriptedPort port;
   qt::QtEventPump events;
   app::FrmMain window{{clock, dateFormat, files, beeper, boxes, chooser, opener, store, port,

@@ -36,7 +36,7 @@ struct LiveRig {
   RecordingStatusBar statusBar;
   RecordingLogBox logBox;
   platform::MemoryMenuBar menuBar;
-  MemorySettingsStore store;
+  ScriptedSettingsStore store;
   RecordingDebugView debugView;
   app::LiveSession live{{clock, dateFormat, files, beeper, boxes, events},
                         {grid, statusBar, logBox, menuBar},

@@ -14,7 +14,7 @@ using test::EntryLine;
 
 class CaptureDialogTest : public ::testing::Test, public test::CaptureRig {
  protected:
-  test::MemorySettingsStore store;
+  test::ScriptedSettingsStore store;
   test::ScriptedFileChooser chooser;
   test::CountingBeeper beeper;
   CaptureDialog dialog{capture, chooser, boxes,

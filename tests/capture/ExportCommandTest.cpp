@@ -10,7 +10,7 @@ namespace {
 
 class ExportCommandTest : public ::testing::Test, public test::ExportRig {
  protected:
-  test::MemorySettingsStore store;
+  test::ScriptedSettingsStore store;
   test::ScriptedFileChooser chooser;
   ExportCommand command{resultsExport, chooser,
                         platform::LastFilenames(platform::ProgramSettings(store), beeper),

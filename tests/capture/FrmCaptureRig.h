@@ -52,7 +52,7 @@ struct FrmCaptureRig {
   qt::QtMessageBoxes boxes;
   qt::QtFileChooser chooser;
   CountingBeeper beeper;
-  MemorySettingsStore store;
+  ScriptedSettingsStore store;
   RecordingLogBox logBox;
   RecordingStatusBar statusBar;
   platform::MemoryMenuBar menuBar;

@@ -3,35 +3,21 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
-#include <memory>
 #include <string>
 #include <vector>
 
 #include "Expect.h"
 #include "PlainCommandLine.h"
-#include "cli/CommandLine.h"
-#include "cli/ConvertCommand.h"
-#include "cli/PortsCommand.h"
-#include "cli/RecordCommand.h"
-#include "cli/ReplayCommand.h"
-#include "cli/SimulateCommand.h"
+#include "cli/ConsoleParser.h"
 
 namespace kelvara::test {
 namespace {
 
 constexpr std::size_t kMostArguments = 40;
 
-/// The console program's option parser with all its sub-commands, none of which is ever run.
-class ConsoleParser {
+/// The console program's option parser, of whose sub-commands none is ever run.
+class ParserUnderTest {
  public:
-  ConsoleParser() {
-    program_.set_version_flag("--version", "1.0");
-    program_.require_subcommand(0, 1);
-    for (const auto& command : commands_) {
-      command->AddTo(program_);
-    }
-  }
-
   /// What the parser makes of the arguments; open when it is asked for its help.
   PlainVerdict Parse(const std::vector<std::string>& arguments) {
     std::vector<const char*> pointers{"kelvara-cli"};
@@ -39,8 +25,7 @@ class ConsoleParser {
       pointers.push_back(argument.c_str());
     }
     try {
-      program_.parse(
-          cli::ReversedArguments(program_, static_cast<int>(pointers.size()), pointers.data()));
+      parser_.Parse(static_cast<int>(pointers.size()), pointers.data());
       return PlainVerdict::Accepted;
     } catch (const CLI::ParseError& error) {
       if (error.get_exit_code() == 0) {
@@ -53,17 +38,13 @@ class ConsoleParser {
 
   /// The sub-command that was named, or null.
   const CLI::App* Command() const {
-    const auto commands = program_.get_subcommands();
+    const auto commands = parser_.Program().get_subcommands();
     Expect(commands.size() <= 1, "one sub-command at the most is taken");
     return commands.empty() ? nullptr : commands.front();
   }
 
  private:
-  std::array<std::unique_ptr<cli::Command>, 5> commands_{
-      std::make_unique<cli::ReplayCommand>(), std::make_unique<cli::ConvertCommand>(),
-      std::make_unique<cli::RecordCommand>(), std::make_unique<cli::PortsCommand>(),
-      std::make_unique<cli::SimulateCommand>()};
-  CLI::App program_;
+  cli::ConsoleParser parser_;
 };
 
 std::vector<std::string> ArgumentsOf(const std::uint8_t* data, std::size_t size) {
@@ -171,7 +152,7 @@ void CheckNumbers(const CLI::App& command) {
 void Check(const std::vector<std::string>& arguments) {
   PlainCommandLine expected(arguments);
   const PlainVerdict due = expected.Read();
-  ConsoleParser parser;
+  ParserUnderTest parser;
   const PlainVerdict verdict = parser.Parse(arguments);
   Expect(due == PlainVerdict::Open || verdict == due, "a command line is taken or refused");
   const CLI::App* command = parser.Command();

@@ -19,7 +19,7 @@ struct ComPortRig {
   VirtualTime time{clock};
   VirtualTime::Timer timerComPort{time, 200};
   ScriptedPort port;
-  MemorySettingsStore store;
+  ScriptedSettingsStore store;
   RecordingStatusBar statusBar;
   link::ComPort comPort{port, timerComPort, platform::ProgramSettings(store), statusBar};
 };

@@ -53,7 +53,7 @@ struct FrmComSelectRig {
   VirtualTime time{clock};
   VirtualTime::Timer timer{time, 200};
   ScriptedPort port;
-  MemorySettingsStore store;
+  ScriptedSettingsStore store;
   RecordingStatusBar statusBar;
   qt::QtMessageBoxes boxes;
   link::ComPort comPort{port, timer, platform::ProgramSettings(store), statusBar};

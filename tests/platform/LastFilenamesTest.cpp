@@ -10,7 +10,7 @@ namespace {
 
 class LastFilenamesTest : public ::testing::Test {
  protected:
-  test::MemorySettingsStore store;
+  test::ScriptedSettingsStore store;
   test::CountingBeeper beeper;
   LastFilenames lastFilenames{ProgramSettings(store), beeper};
 };

@@ -37,7 +37,7 @@ struct RealFilesRig {
   ScriptedEventPump events;
   ScriptedFileChooser chooser;
   RecordingDocumentOpener opener;
-  MemorySettingsStore store;
+  ScriptedSettingsStore store;
   platform::MemoryGrid grid;
   RecordingStatusBar statusBar;
   RecordingLogBox logBox;

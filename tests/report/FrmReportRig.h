@@ -64,7 +64,7 @@ struct FrmReportRig {
   qt::QtFileChooser chooser;
   CountingBeeper beeper;
   RecordingDocumentOpener opener;
-  MemorySettingsStore store;
+  ScriptedSettingsStore store;
   platform::MemoryMenuBar menuBar;
   sync::SyncModel model;
   report::SyncReport syncReport{model, sync::DisplayOptions(menuBar), clock, dateFormat, files,

@@ -27,7 +27,7 @@ class ReportDialogTest : public ::testing::Test, public test::ReportRig {
   }
   bool IsRemembered() const { return files.files.count(kRememberedPath) > 0; }
 
-  test::MemorySettingsStore store;
+  test::ScriptedSettingsStore store;
   test::ScriptedFileChooser chooser;
   test::RecordingDocumentOpener opener;
   test::CountingBeeper beeper;

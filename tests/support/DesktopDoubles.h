@@ -16,7 +16,7 @@
 namespace kelvara::test {
 
 /// Keeps the settings in memory. With `writable` off every write is a file fault.
-class MemorySettingsStore : public platform::SettingsStore {
+class ScriptedSettingsStore : public platform::SettingsStore {
  public:
   using Place = std::tuple<std::string, std::string, std::string>;
 

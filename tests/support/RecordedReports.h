@@ -4,10 +4,10 @@
 #include <string>
 #include <vector>
 
+#include "support/ReportText.h"
+
 /// Reports of 29 lines, as they stand in a recorded session.
 namespace kelvara::test {
-
-inline std::string CrLf(const std::string& line) { return line + "\r\n"; }
 
 /// "rfps", the lines given, then empty lines up to the 29th.
 inline std::string RecordedReport(const std::vector<std::string>& lines) {
@@ -23,19 +23,15 @@ inline std::string RecordedReport(const std::vector<std::string>& lines) {
 }
 
 /// The identity of an antenna with FPN 5A and FPS 3.
-inline std::string AntennaIdentity(int rpn) {
-  char text[16];
-  std::snprintf(text, sizeof text, "100ec5A3%02X", static_cast<unsigned>(rpn) & 0xFFU);
-  return text;
-}
+inline std::string AntennaIdentity(int rpn) { return Identity(0x5A, 3, rpn); }
 
-inline std::string SyncLine(int rpn) { return AntennaIdentity(rpn) + " Sync"; }
+inline std::string SyncLine(int rpn) { return SyncText(AntennaIdentity(rpn)); }
 
 /// A neighbour with one reading, of at most three characters.
 inline std::string NeighbourLine(int rpn, int phase) {
   char text[16];
   std::snprintf(text, sizeof text, "%3d", phase);
-  return AntennaIdentity(rpn) + " Neighbour phase =  " + text;
+  return AntennaIdentity(rpn) + " " + ReadingText(text);
 }
 
 inline std::string OneNeighbourReport(int syncRpn, int rpn, int phase) {

@@ -19,15 +19,21 @@ inline std::string Identity(int fpn, int fps, int rpn) {
   return text;
 }
 
-/// A reading with its phase field of three characters, 19 characters behind the "N".
-inline std::string Reading(std::string_view field) {
+inline std::string CrLf(const std::string& line) { return line + "\r\n"; }
+
+/// A reading with its phase field of three characters, 19 characters behind the "N", without its
+/// line end.
+inline std::string ReadingText(std::string_view field) {
   std::string text = "Neighbour phase =  ";
   text += field;
-  text += "\r\n";
   return text;
 }
 
-inline std::string SyncBlock(const std::string& identity) { return identity + " Sync\r\n"; }
+inline std::string Reading(std::string_view field) { return CrLf(ReadingText(field)); }
+
+inline std::string SyncText(const std::string& identity) { return identity + " Sync"; }
+
+inline std::string SyncBlock(const std::string& identity) { return CrLf(SyncText(identity)); }
 
 inline std::string NeighbourBlock(const std::string& identity,
                                   std::initializer_list<std::string_view> fields) {

@@ -63,6 +63,9 @@ class VirtualTime {
 
   std::int64_t Milliseconds() const { return milliseconds_; }
 
+  /// How far the wall clock has been set ahead.
+  platform::DateTime wallAhead = 0.0;
+
  private:
   Timer* NextDue(std::int64_t end) const {
     Timer* next = nullptr;
@@ -82,11 +85,6 @@ class VirtualTime {
     clock_.wall = clock_.now + wallAhead;
   }
 
- public:
-  /// How far the wall clock has been set ahead.
-  platform::DateTime wallAhead = 0.0;
-
- private:
   ManualClock& clock_;
   platform::DateTime start_;
   std::int64_t milliseconds_ = 0;

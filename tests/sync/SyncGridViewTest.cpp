@@ -64,6 +64,26 @@ TEST_F(SyncGridViewTest, HasAFontInWhichSixCharactersAreNotCut) {
   }
 }
 
+TEST_F(SyncGridViewTest, FollowsTheProgramsFontToSmallerAndBack) {
+  const auto pixels = [](const QWidget& widget) { return QFontInfo(widget.font()).pixelSize(); };
+  const QWidget& header = *view_.horizontalHeader();
+  const int usual = pixels(view_);
+  ASSERT_EQ(pixels(header), usual);
+  {
+    const UseFont small(0.6);
+    QCoreApplication::processEvents();
+    EXPECT_LT(pixels(view_), usual);
+    EXPECT_LT(pixels(header), usual);
+    const UseFont large(4);
+    QCoreApplication::processEvents();
+    EXPECT_GE(pixels(view_), usual) << "as large as the columns let it be";
+    EXPECT_LE(QFontMetrics(view_.font()).horizontalAdvance(QStringLiteral("-12350")), 36);
+  }
+  QCoreApplication::processEvents();
+  EXPECT_EQ(pixels(view_), usual);
+  EXPECT_EQ(pixels(header), usual);
+}
+
 TEST_F(SyncGridViewTest, KeepsHeaderRowAndColumnInPlaceWhileScrolling) {
   view_.resize(300, 200);
   Fill(51);

@@ -1,10 +1,10 @@
-#include "report/FileExists.h"
+#include "platform/FileExists.h"
 
 #include "base/Fault.h"
 
-namespace kelvara::report {
+namespace kelvara::platform {
 
-bool FileExists(platform::FileSystem& fileSystem, const std::string& path) {
+bool FileExists(FileSystem& fileSystem, const std::string& path) {
   if (path.empty()) {
     return false;
   }
@@ -16,4 +16,4 @@ bool FileExists(platform::FileSystem& fileSystem, const std::string& path) {
   }
 }
 
-}  // namespace kelvara::report
+}  // namespace kelvara::platform

@@ -1,10 +1,10 @@
-#include "report/FileExists.h"
+#include "platform/FileExists.h"
 
 #include <gtest/gtest.h>
 
 #include "support/Doubles.h"
 
-namespace kelvara::report {
+namespace kelvara::platform {
 namespace {
 
 TEST(FileExistsTest, IsTrueForAFileThatCanBeRead) {
@@ -23,4 +23,4 @@ TEST(FileExistsTest, AFileThatCannotBeReadCountsAsMissing) {
 }
 
 }  // namespace
-}  // namespace kelvara::report
+}  // namespace kelvara::platform

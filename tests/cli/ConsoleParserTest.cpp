@@ -1,0 +1,53 @@
+#include "cli/ConsoleParser.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "cli/ConvertCommand.h"
+#include "cli/ReplayCommand.h"
+
+namespace kelvara::cli {
+namespace {
+
+void Parse(ConsoleParser& parser, std::vector<const char*> arguments) {
+  arguments.insert(arguments.begin(), "kelvara-cli");
+  parser.Parse(static_cast<int>(arguments.size()), arguments.data());
+}
+
+TEST(ConsoleParser, ChoosesTheSubCommandThatIsNamed) {
+  ConsoleParser replay;
+  Parse(replay, {"replay", "-"});
+  EXPECT_NE(dynamic_cast<ReplayCommand*>(replay.Chosen()), nullptr);
+  ConsoleParser convert;
+  Parse(convert, {"convert", "metres", "-5"});
+  EXPECT_NE(dynamic_cast<ConvertCommand*>(convert.Chosen()), nullptr);
+}
+
+TEST(ConsoleParser, ChoosesNothingWhereNoneIsNamed) {
+  ConsoleParser parser;
+  Parse(parser, {});
+  EXPECT_EQ(parser.Chosen(), nullptr);
+}
+
+TEST(ConsoleParser, RefusesWhatNoSubCommandTakes) {
+  for (const char* const argument : {"rewind", "--fast", ""}) {
+    ConsoleParser parser;
+    EXPECT_THROW(Parse(parser, {argument}), CLI::ParseError) << argument;
+  }
+}
+
+TEST(ConsoleParser, EndsWithNothingWrongWhereHelpIsAskedFor) {
+  for (const char* const argument : {"--help", "--version"}) {
+    ConsoleParser parser;
+    try {
+      Parse(parser, {argument});
+      ADD_FAILURE() << argument;
+    } catch (const CLI::ParseError& error) {
+      EXPECT_EQ(error.get_exit_code(), 0) << argument;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace kelvara::cli

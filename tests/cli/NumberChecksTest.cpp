@@ -1,0 +1,37 @@
+#include "cli/NumberChecks.h"
+
+#include <gtest/gtest.h>
+
+namespace kelvara::cli {
+namespace {
+
+TEST(CheckWholeNumber, TakesPlainDigitsFromOneToTheMost) {
+  for (const char* const text : {"1", "7", "12"}) {
+    EXPECT_EQ(CheckWholeNumber(text, 12), "") << text;
+  }
+  EXPECT_EQ(CheckWholeNumber("2147483647", 2147483647), "");
+}
+
+TEST(CheckWholeNumber, TellsWhatIsWrongWithAnythingElse) {
+  for (const char* const text : {"", "0", "13", "-1", "+1", " 1", "1 ", "1.0", "1e1", "0x1", "07",
+                                 "one", "2147483648", "99999999999999999999"}) {
+    EXPECT_EQ(CheckWholeNumber(text, 12),
+              "\"" + std::string(text) + "\" is no whole number from 1 to 12");
+  }
+}
+
+TEST(CheckPositiveNumber, TakesDecimalsAboveZeroUpToTheMost) {
+  for (const char* const text : {"1000", "0.5", ".5", "1e-3", "999.999"}) {
+    EXPECT_EQ(CheckPositiveNumber(text, 1000), "") << text;
+  }
+}
+
+TEST(CheckPositiveNumber, TellsWhatIsWrongWithAnythingElse) {
+  for (const char* const text : {"", "0", "-0.5", "1000.001", "fast", "1x", "nan", "inf"}) {
+    EXPECT_EQ(CheckPositiveNumber(text, 1000),
+              "\"" + std::string(text) + "\" is no number above 0 and up to 1000");
+  }
+}
+
+}  // namespace
+}  // namespace kelvara::cli

@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "app/DebugViewSlot.h"
 #include "app/DesktopMachine.h"

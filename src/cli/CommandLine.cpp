@@ -16,9 +16,18 @@ bool TakesValue(const CLI::App& command, const std::string& name) {
   return option != nullptr && option->get_items_expected_min() > 0;
 }
 
-bool TakesWords(const CLI::App& command) {
-  return !command.get_options([](const CLI::Option* option) { return option->get_positional(); })
-              .empty();
+/// Whether there is room for one more behind so many words that are no options.
+bool TakesWord(const CLI::App& command, int words) {
+  int most = 0;
+  for (const CLI::Option* option : command.get_options()) {
+    most += option->get_positional() ? option->get_items_expected_max() : 0;
+  }
+  return words < most;
+}
+
+[[noreturn]] void RefuseEmptyWord() {
+  // The option parser would take it for the name of a nameless group, and never come to an end.
+  throw CLI::ParseError("an empty argument was not expected", CLI::ExitCodes::ExtrasError);
 }
 
 /// Takes the arguments in turn and adds what the option parser needs to read each as it is meant.
@@ -30,6 +39,9 @@ class ArgumentReader {
     if (valueDue_) {
       valueDue_ = false;
     } else if (command_ == nullptr) {
+      if (argument.empty()) {
+        RefuseEmptyWord();
+      }
       command_ = FindCommand(argument);
     } else if (!separated_ && argument == "--") {
       separated_ = true;
@@ -67,17 +79,16 @@ class ArgumentReader {
   }
 
   void ReadWord(std::string& argument) {
-    if (argument.empty() && !TakesWords(*command_)) {
-      // The option parser would take it for the name of a nameless group, and never come to an end.
-      throw CLI::ParseError("an empty argument was not expected", CLI::ExitCodes::ExtrasError);
+    if (argument.empty() && !TakesWord(*command_, words_)) {
+      RefuseEmptyWord();
     }
-    if (!onlyWords_ && BeginsWith(argument, "-") && IsConvertValue(argument)) {
+    const bool isDashedValue = BeginsWith(argument, "-") && IsConvertValue(argument);
+    // Brackets would be read as a list of names, a dash as an option, "++" as a command's end.
+    if (!IsConvert() && (BeginsWith(argument, "[") || argument == "++" || IsDashedFile(argument))) {
+      argument.insert(0, "./");
+    } else if (!onlyWords_ && (isDashedValue || argument == "++")) {
       read.emplace_back("--");
       onlyWords_ = true;
-    } else if (!IsConvert() &&
-               (BeginsWith(argument, "[") || argument == "++" || IsDashedFile(argument))) {
-      // Brackets would be read as a list of names, a dash as an option, "++" as a command's end.
-      argument.insert(0, "./");
     }
     ++words_;
   }

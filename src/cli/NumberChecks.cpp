@@ -10,15 +10,17 @@
 
 namespace kelvara::cli {
 
-std::string CheckWholeNumber(const std::string& text, int most) {
-  int value = 0;
+std::string CheckWholeNumber(const std::string& text, std::uint64_t least, std::uint64_t most) {
+  std::uint64_t value = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
   // With a zero in front the option parser would take it for a number of another base.
-  const bool isPlain = error == std::errc() && end == text.data() + text.size() && text[0] != '0';
-  if (isPlain && value >= 1 && value <= most) {
+  const bool isWhole = error == std::errc() && end == text.data() + text.size();
+  const bool isPlain = isWhole && (text[0] != '0' || text == "0");
+  if (isPlain && value >= least && value <= most) {
     return {};
   }
-  return Quoted(text) + " is no whole number from 1 to " + std::to_string(most);
+  return Quoted(text) + " is no whole number from " + std::to_string(least) + " to " +
+         std::to_string(most);
 }
 
 std::string CheckPositiveNumber(const std::string& text, double most) {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
 
 #include "app/LiveSession.h"
 #include "base/Fault.h"
@@ -39,8 +40,8 @@ class NoDebugView : public platform::DebugView {
   void ShowReportText(std::string_view /*text*/) override {}
 };
 
-auto WholeNumber(int most) {
-  return [most](const std::string& text) { return CheckWholeNumber(text, most); };
+auto WholeNumber(std::uint64_t most) {
+  return [most](const std::string& text) { return CheckWholeNumber(text, 1, most); };
 }
 
 auto PositiveNumber(double most) {

@@ -11,10 +11,13 @@
 #include <chrono>
 #include <climits>
 #include <csignal>
+#include <cstdint>
 #include <iostream>
+#include <limits>
 #include <memory>
 
 #include "base/Fault.h"
+#include "cli/NumberChecks.h"
 #include "qt/QtFileSystem.h"
 #include "sim/Beltpack.h"
 #include "sim/BeltpackTerminal.h"
@@ -132,7 +135,10 @@ void SimulateCommand::AddTo(CLI::App& program) {
       ->type_name("PATH");
   command->add_option("--seed", seed_, "Where the beltpack's walk and its readings begin")
       ->type_name("N")
-      ->capture_default_str();
+      ->capture_default_str()
+      ->check([](const std::string& text) {
+        return CheckWholeNumber(text, 0, std::numeric_limits<std::uint64_t>::max());
+      });
   command
       ->add_option("--fault", fault_,
                    "What goes wrong on the line: " + FaultNames() +

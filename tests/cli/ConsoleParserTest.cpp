@@ -37,6 +37,19 @@ TEST(ConsoleParser, RefusesWhatNoSubCommandTakes) {
   }
 }
 
+TEST(ConsoleParser, RefusesAnEmptyWordThatThereIsNoRoomFor) {
+  const std::vector<std::vector<const char*>> lines{{""},
+                                                    {"rewind", ""},
+                                                    {"rewind", "convert", "rfps", "1", ""},
+                                                    {"convert", "rfps", "1", ""},
+                                                    {"convert", "rfps", "-1", ""},
+                                                    {"ports", "--", ""}};
+  for (const std::vector<const char*>& line : lines) {
+    ConsoleParser parser;
+    EXPECT_THROW(Parse(parser, line), CLI::ParseError) << line.front();
+  }
+}
+
 TEST(ConsoleParser, EndsWithNothingWrongWhereHelpIsAskedFor) {
   for (const char* const argument : {"--help", "--version"}) {
     ConsoleParser parser;

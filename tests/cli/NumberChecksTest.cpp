@@ -5,18 +5,24 @@
 namespace kelvara::cli {
 namespace {
 
-TEST(CheckWholeNumber, TakesPlainDigitsFromOneToTheMost) {
+TEST(CheckWholeNumber, TakesPlainDigitsFromTheLeastToTheMost) {
   for (const char* const text : {"1", "7", "12"}) {
-    EXPECT_EQ(CheckWholeNumber(text, 12), "") << text;
+    EXPECT_EQ(CheckWholeNumber(text, 1, 12), "") << text;
   }
-  EXPECT_EQ(CheckWholeNumber("2147483647", 2147483647), "");
+  EXPECT_EQ(CheckWholeNumber("2147483647", 1, 2147483647), "");
+  EXPECT_EQ(CheckWholeNumber("0", 0, 12), "");
+  EXPECT_EQ(CheckWholeNumber("18446744073709551615", 0, 18446744073709551615U), "");
 }
 
 TEST(CheckWholeNumber, TellsWhatIsWrongWithAnythingElse) {
   for (const char* const text : {"", "0", "13", "-1", "+1", " 1", "1 ", "1.0", "1e1", "0x1", "07",
                                  "one", "2147483648", "99999999999999999999"}) {
-    EXPECT_EQ(CheckWholeNumber(text, 12),
+    EXPECT_EQ(CheckWholeNumber(text, 1, 12),
               "\"" + std::string(text) + "\" is no whole number from 1 to 12");
+  }
+  for (const char* const text : {"", "-1", "00", "18446744073709551616"}) {
+    EXPECT_EQ(CheckWholeNumber(text, 0, 18446744073709551615U),
+              "\"" + std::string(text) + "\" is no whole number from 0 to 18446744073709551615");
   }
 }
 

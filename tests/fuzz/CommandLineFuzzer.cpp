@@ -65,11 +65,12 @@ std::vector<std::string> ArgumentsOf(const std::uint8_t* data, std::size_t size)
   return arguments;
 }
 
-/// A file whose name begins with a bracket or a dash is named from the current folder on.
+/// A file whose name begins with a bracket or a dash, or is "++", is named from the current folder
+/// on.
 PlainValues FileNames(PlainValues words) {
   for (std::string& word : words) {
     const bool isDashed = word.starts_with("-") && word != "-";
-    word = isDashed || word.starts_with("[") ? "./" + word : word;
+    word = isDashed || word.starts_with("[") || word == "++" ? "./" + word : word;
   }
   return words;
 }
@@ -142,9 +143,8 @@ void CheckNumbers(const CLI::App& command) {
     const CLI::Option* fault = command.get_option("--fault");
     Expect(fault->count() == 0 || PlainIsFault(fault->as<std::string>()), "a fault has a rule");
     const CLI::Option* seed = command.get_option("--seed");
-    const std::string digits = seed->count() > 0 ? seed->as<std::string>() : "";
     Expect(
-        !PlainIsWhole(digits, 4000000000UL) || std::to_string(seed->as<std::uint64_t>()) == digits,
+        seed->count() == 0 || std::to_string(seed->as<std::uint64_t>()) == seed->as<std::string>(),
         "a seed is read as such");
   }
 }

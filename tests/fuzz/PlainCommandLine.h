@@ -40,12 +40,12 @@ inline PlainVerdict PlainPositive(const std::string& text, double most) {
   return isIn && end != text.c_str() ? PlainVerdict::Open : PlainVerdict::Refused;
 }
 
-inline PlainVerdict PlainSeed(const std::string& text) {
-  if (PlainIsWhole(text, 4000000000UL)) {
-    return PlainVerdict::Accepted;
-  }
-  return text.find_first_of("0123456789") == std::string::npos ? PlainVerdict::Refused
-                                                               : PlainVerdict::Open;
+/// As many decimal digits as 64 bits hold, with no zero in front.
+inline bool PlainIsSeed(const std::string& text) {
+  static const std::string kMost = "18446744073709551615";
+  const bool isShort = text.size() < kMost.size() || (text.size() == kMost.size() && text <= kMost);
+  return !text.empty() && text.find_first_not_of("0123456789") == std::string::npos && isShort &&
+         (text[0] != '0' || text == "0");
 }
 
 /// Digits as a number; zeros in front count for nothing. -1 for anything else.
@@ -199,9 +199,6 @@ class PlainCommandLine {
         {"--fps", {"on", "off"}}};
     static const std::map<std::string, unsigned long> kWholes{
         {"--com", 12}, {"--baud", 4000000}, {"--reports", 1000000000}};
-    if (name == "--seed") {
-      return PlainSeed(value);
-    }
     if (name == "--for" || name == "--speed") {
       return PlainPositive(value, name == "--for" ? 315360000.0 : 1000.0);
     }
@@ -212,6 +209,8 @@ class PlainCommandLine {
       isGood = PlainIsAssignment(value);
     } else if (kWholes.count(name) > 0) {
       isGood = PlainIsWhole(value, kWholes.at(name));
+    } else if (name == "--seed") {
+      isGood = PlainIsSeed(value);
     } else if (name == "--fault") {
       isGood = PlainIsFault(value);
     }

@@ -10,6 +10,7 @@
 #include "PlainComparison.h"
 #include "link/RecordedSession.h"
 #include "link/ReportCollector.h"
+#include "link/TraceMarks.h"
 #include "link/WholeReport.h"
 
 namespace kelvara::test {

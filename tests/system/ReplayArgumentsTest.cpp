@@ -59,7 +59,7 @@ TEST_F(ReplayArgumentsTest, AnOutputsPathMayBeginWithADash) {
 
 TEST_F(ReplayArgumentsTest, BehindTwoDashesAllAreFiles) {
   Write("a.txt", OneNeighbourReport(1, 2, -11));
-  for (const char* name : {"--grid", "-x", "--", "[b]", "b.txt"}) {
+  for (const char* name : {"--grid", "-x", "--", "++", "[b]", "b.txt"}) {
     SCOPED_TRACE(name);
     Write(name, OneNeighbourReport(3, 10, 5));
     const std::string expected = "Reports: 2\nAAs: 4\n";

@@ -129,7 +129,10 @@ TEST_F(SimulateTest, WrongCommandLines) {
                                                          {"--site"},
                                                          {"--fault", "thunder"},
                                                          {"--fault", "silent:never"},
-                                                         {"--seed", "first"}}) {
+                                                         {"--seed", "first"},
+                                                         {"--seed", ""},
+                                                         {"--seed", "-1"},
+                                                         {"--seed", "010"}}) {
     ExpectFailure(options, 2, "");
   }
 }

@@ -10,9 +10,10 @@
 
 namespace kelvara::test {
 
-/// A whole session on a machine that tests move by hand.
-struct SessionRig {
-  SessionRig() {
+/// A whole session on a machine that tests move by hand, with files of the kind given.
+template <class Files>
+struct SessionRigOn {
+  SessionRigOn() {
     clock.wall = 20000.5;
     app::CheckOption(menuBar, platform::MenuEntry::mnuFpsOff);
     session.ClearSyncResults();
@@ -22,7 +23,7 @@ struct SessionRig {
 
   ManualClock clock;
   PlainDateFormat dateFormat;
-  MemoryFileSystem files;
+  Files files;
   CountingBeeper beeper;
   RecordingMessageBoxes boxes;
   ScriptedEventPump events;
@@ -33,5 +34,7 @@ struct SessionRig {
   app::Session session{{clock, dateFormat, files, beeper, boxes, events},
                        {grid, statusBar, logBox, menuBar}};
 };
+
+using SessionRig = SessionRigOn<MemoryFileSystem>;
 
 }  // namespace kelvara::test

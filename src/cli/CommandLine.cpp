@@ -35,14 +35,20 @@ class ArgumentReader {
  public:
   explicit ArgumentReader(const CLI::App& program) : program_(program) {}
 
+  /// The first argument. False when it is no sub-command: it asks for help or is wrong, whatever
+  /// comes behind it.
+  bool ReadCommand(std::string argument) {
+    if (argument.empty()) {
+      RefuseEmptyWord();
+    }
+    command_ = FindCommand(argument);
+    read.push_back(std::move(argument));
+    return command_ != nullptr;
+  }
+
   void Read(std::string argument) {
     if (valueDue_) {
       valueDue_ = false;
-    } else if (command_ == nullptr) {
-      if (argument.empty()) {
-        RefuseEmptyWord();
-      }
-      command_ = FindCommand(argument);
     } else if (!separated_ && argument == "--") {
       separated_ = true;
       if (std::exchange(onlyWords_, true) || !IsConvert()) {
@@ -118,8 +124,10 @@ class ArgumentReader {
 std::vector<std::string> ReversedArguments(const CLI::App& program, int argumentCount,
                                            const char* const* arguments) {
   ArgumentReader reader(program);
-  for (int i = 1; i < argumentCount; ++i) {
-    reader.Read(arguments[i]);
+  if (argumentCount > 1 && reader.ReadCommand(arguments[1])) {
+    for (int i = 2; i < argumentCount; ++i) {
+      reader.Read(arguments[i]);
+    }
   }
   std::reverse(reader.read.begin(), reader.read.end());
   return std::move(reader.read);

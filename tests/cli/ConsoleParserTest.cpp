@@ -41,6 +41,7 @@ TEST(ConsoleParser, RefusesAnEmptyWordThatThereIsNoRoomFor) {
   const std::vector<std::vector<const char*>> lines{{""},
                                                     {"rewind", ""},
                                                     {"rewind", "convert", "rfps", "1", ""},
+                                                    {"-s", "--", "replay", ""},
                                                     {"convert", "rfps", "1", ""},
                                                     {"convert", "rfps", "-1", ""},
                                                     {"ports", "--", ""}};

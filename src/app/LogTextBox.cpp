@@ -18,9 +18,6 @@ constexpr int kKeptFrom = 16000;
 
 LogTextBox::LogTextBox(QWidget* parent) : QPlainTextEdit(parent) {
   setObjectName(QStringLiteral("TextLog"));
-  QFont typewriter(QStringLiteral("Courier New"));
-  typewriter.setStyleHint(QFont::TypeWriter);
-  setFont(typewriter);
   setLineWrapMode(NoWrap);
   setTabChangesFocus(true);
   setUndoRedoEnabled(false);
@@ -28,6 +25,12 @@ LogTextBox::LogTextBox(QWidget* parent) : QPlainTextEdit(parent) {
 }
 
 void LogTextBox::SetShown(bool shown) {
+  if (shown) {
+    // Only now: the font of a box that stays hidden would cost the start its reading.
+    QFont typewriter(QStringLiteral("Courier New"));
+    typewriter.setStyleHint(QFont::TypeWriter);
+    setFont(typewriter);
+  }
   setHidden(!shown);
   if (shownChanged_) {
     shownChanged_();

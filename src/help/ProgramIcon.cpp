@@ -1,5 +1,7 @@
 #include "help/ProgramIcon.h"
 
+#include <QImageReader>
+#include <QPixmap>
 #include <QString>
 #include <array>
 
@@ -19,7 +21,10 @@ QIcon ProgramIcon() {
   LoadPictures();
   QIcon icon;
   for (const int size : kSizes) {
-    icon.addFile(QStringLiteral(":/icon/kelvara-%1.png").arg(size), QSize(size, size));
+    // A reader that had to find the format out would load every plugin for pictures.
+    QImageReader reader(QStringLiteral(":/icon/kelvara-%1.png").arg(size), "png");
+    reader.setAutoDetectImageFormat(false);
+    icon.addPixmap(QPixmap::fromImage(reader.read()));
   }
   return icon;
 }

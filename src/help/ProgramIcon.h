@@ -4,7 +4,7 @@
 
 namespace kelvara::help {
 
-/// The program's icon, in sizes from 16 to 256 pixels.
+/// The program's icon, in sizes from 16 to 128 pixels.
 QIcon ProgramIcon();
 
 }  // namespace kelvara::help

@@ -27,7 +27,10 @@ QString Lines(int length) {
   return text + QString(length - text.size(), u'x');
 }
 
-TEST_F(LogTextBoxTest, IsSetInCourierNew) { EXPECT_EQ(box_.font().family(), "Courier New"); }
+TEST_F(LogTextBoxTest, IsSetInCourierNewWhenItIsShown) {
+  box_.SetShown(true);
+  EXPECT_EQ(box_.font().family(), "Courier New");
+}
 
 TEST_F(LogTextBoxTest, AppendsAtTheEndWithoutALineEndOfItsOwn) {
   box_.Append("one");

@@ -1,5 +1,6 @@
 #include <CLI/CLI.hpp>
 #include <QApplication>
+#include <csignal>
 #include <exception>
 #include <iostream>
 
@@ -42,6 +43,10 @@ int main(int argumentCount, char** arguments) {
     return kWrongCommandLine;
   }
   options.demo = options.demo || options.sitePath.has_value();
+#ifndef _WIN32
+  // Whoever reads the standard error may go; a remark for nobody must not end the session.
+  std::signal(SIGPIPE, SIG_IGN);
+#endif
   // The options are the program's own; the desktop library gets the name alone.
   int nameOnly = 1;
   kelvara::qt::FontPreparation fonts;

@@ -10,7 +10,6 @@
 #include <cerrno>
 #include <chrono>
 #include <climits>
-#include <csignal>
 #include <cstdint>
 #include <iostream>
 #include <limits>
@@ -18,6 +17,7 @@
 
 #include "base/Fault.h"
 #include "cli/NumberChecks.h"
+#include "qt/CaughtSignals.h"
 #include "qt/QtFileSystem.h"
 #include "sim/Beltpack.h"
 #include "sim/BeltpackTerminal.h"
@@ -37,16 +37,11 @@ void AskToStop(int /*signal*/) {
   errno = error;
 }
 
-void CatchStopSignals() {
+void OpenStopPipe() {
   if (pipe(stopPipe.data()) != 0) {
     throw base::Fault(base::FaultKind::Port, "cannot open a pipe");
   }
   fcntl(stopPipe[1], F_SETFL, O_NONBLOCK);
-  struct sigaction action {};
-  action.sa_handler = AskToStop;
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
-    sigaction(signal, &action, nullptr);
-  }
 }
 
 /// Milliseconds since the simulation began.
@@ -176,7 +171,8 @@ ExitCode SimulateCommand::Run() {
         commandLog->Write(line);
       });
     }
-    CatchStopSignals();
+    OpenStopPipe();
+    const qt::CaughtSignals caughtSignals(AskToStop);
     const Stopwatch stopwatch;
     sim::BeltpackTerminal terminal(beltpack, linkPath_);
     Serve(beltpack, terminal, takesControl_, stopwatch);

@@ -18,8 +18,6 @@ volatile std::sig_atomic_t stopWanted = 0;
 
 #ifdef Q_OS_UNIX
 
-constexpr int kSignals[] = {SIGINT, SIGTERM, SIGHUP};
-
 /// The ends of a pipe: a signal handler may do no more than write to it, and the event loop wakes
 /// up.
 std::array<int, 2> wakeUp{-1, -1};
@@ -44,7 +42,6 @@ bool OpenWakeUp() {
 
 #else
 
-constexpr int kSignals[] = {SIGINT, SIGTERM};
 constexpr int kLookMilliseconds = 50;
 
 void WakeUp() {}
@@ -83,15 +80,11 @@ StopSignal::StopSignal(std::function<void()> stop) {
   });
   look_.start(kLookMilliseconds);
 #endif
-  for (const int signal : kSignals) {
-    std::signal(signal, WantStop);
-  }
+  caughtSignals_.emplace(WantStop);
 }
 
 StopSignal::~StopSignal() {
-  for (const int signal : kSignals) {
-    std::signal(signal, SIG_DFL);
-  }
+  caughtSignals_.reset();
 #ifdef Q_OS_UNIX
   look_.reset();
   for (int& end : wakeUp) {

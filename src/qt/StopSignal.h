@@ -2,6 +2,7 @@
 
 #include <QtGlobal>
 #include <functional>
+#include <optional>
 
 #ifdef Q_OS_UNIX
 #include <QSocketNotifier>
@@ -10,9 +11,11 @@
 #include <QTimer>
 #endif
 
+#include "qt/CaughtSignals.h"
+
 namespace kelvara::qt {
 
-/// Ctrl+C, a hang-up of the terminal and the system's request to end, told as an ordinary event. A
+/// The signals that ask a program to end, told as an ordinary event. A
 /// second one ends the program at once, whatever it is doing. One lives at a time.
 class StopSignal {
  public:
@@ -27,6 +30,7 @@ class StopSignal {
 #else
   QTimer look_;
 #endif
+  std::optional<CaughtSignals> caughtSignals_;
 };
 
 }  // namespace kelvara::qt

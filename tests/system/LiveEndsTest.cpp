@@ -2,6 +2,7 @@
 #include <sys/stat.h>
 
 #include <csignal>
+#include <filesystem>
 #include <memory>
 
 #include "support/PseudoTerminal.h"
@@ -91,6 +92,23 @@ TEST(LiveEndsTest, ARecordThatHeardNothingWritesEmptyResults) {
     EXPECT_EQ(ParsedResults(ExpectWholeOutputs(room))["reports"].toInt(-1), 0);
     EXPECT_EQ(silentPort.ReadAll(), "");
   }
+}
+
+TEST(LiveEndsTest, ARecordThatIsToOutliveItsTerminalDoes) {
+  const CliRoom room;
+  ProcessRequest request = room.Request(
+      {"record", "--demo", "--speed", "300", "--reports", "400", "--csv", "results.csv"});
+  const std::vector<std::string> shell = {"/bin/sh", "-c", "trap '' HUP INT; exec \"$0\" \"$@\""};
+  request.arguments.insert(request.arguments.begin(), shell.begin(), shell.end());
+  request.errorsToTerminal = true;
+  Process record(request);
+  EXPECT_TRUE(record.WaitForErrors("Reports: 1"));
+  record.Signal(SIGHUP);
+  record.Signal(SIGINT);
+  const ProcessResult result = record.Finish();
+  EXPECT_EQ(result.exitCode, 0);
+  EXPECT_EQ(result.output.substr(0, 13), "Reports: 400\n");
+  EXPECT_TRUE(std::filesystem::exists(room.PathOf("results.csv")));
 }
 
 TEST(LiveEndsTest, ASecondCtrlCEndsARecordWhoseOutputNobodyTakes) {

@@ -15,6 +15,8 @@ namespace {
 /// Every whole number of so many digits is a double.
 constexpr std::size_t kExactDigits = 15;
 
+constexpr std::int64_t kEndlessExponent = std::int64_t{1} << 60U;
+
 bool IsDigit(char character) { return character >= '0' && character <= '9'; }
 
 bool IsSign(char character) { return character == '+' || character == '-'; }
@@ -71,6 +73,8 @@ bool IsTooSmall(std::string_view number) {
     if (std::from_chars(text.data(), text.data() + text.size(), exponent).ec != std::errc()) {
       return negative;
     }
+    // No text is so long that its digits would make up for more than this.
+    exponent = std::min(exponent, kEndlessExponent);
     exponent = negative ? -exponent : exponent;
   }
   return static_cast<std::int64_t>(fullStop) - static_cast<std::int64_t>(firstDigit) + exponent < 0;

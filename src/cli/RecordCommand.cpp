@@ -6,10 +6,12 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <limits>
 
 #include "app/LiveSession.h"
 #include "base/Fault.h"
 #include "cli/ConsoleMachine.h"
+#include "cli/FileClash.h"
 #include "cli/NumberChecks.h"
 #include "cli/ResultOutputs.h"
 #include "cli/StatusLine.h"
@@ -50,7 +52,8 @@ auto PositiveNumber(double most) {
 
 /// So many milliseconds of a clock that runs `speed` times as fast.
 int Interval(int milliseconds, double speed) {
-  return std::max(1, static_cast<int>(std::lround(milliseconds / speed)));
+  constexpr double kLongest = std::numeric_limits<int>::max();
+  return std::max(1, static_cast<int>(std::lround(std::min(milliseconds / speed, kLongest))));
 }
 
 }  // namespace
@@ -87,6 +90,15 @@ void RecordCommand::AddTo(CLI::App& program) {
 }
 
 ExitCode RecordCommand::Run() {
+  std::vector<std::string> outputs = options_.OutputPaths();
+  if (rawPath_) {
+    outputs.push_back(*rawPath_);
+  }
+  const std::string clash = FileClash({}, outputs);
+  if (!clash.empty()) {
+    Complain(clash);
+    return ExitCode::WrongCommandLine;
+  }
   int argumentCount = 1;
   std::array<char, 12> name{"kelvara-cli"};
   std::array<char*, 2> arguments{name.data(), nullptr};
@@ -133,12 +145,13 @@ ExitCode RecordCommand::RunOn(ConsoleMachine& console, platform::SerialPort& por
   port.SetOpen(true);
   live.StartLink();
   options_.CheckIn(console.MenuBar());
-  if (rawPath_) {
-    live.StartTrace(*rawPath_, false);
-  }
   app::Session& session = live.Results();
+  // The log first: it only grows, while a trace replaces the one before.
   if (StartLog(session, options_) != ExitCode::Done) {
     return ExitCode::Failed;
+  }
+  if (rawPath_) {
+    live.StartTrace(*rawPath_, false);
   }
 
   StatusLine statusLine(console.StatusBar());

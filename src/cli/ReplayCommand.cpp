@@ -5,6 +5,7 @@
 
 #include "base/Fault.h"
 #include "cli/ConsoleMachine.h"
+#include "cli/FileClash.h"
 #include "cli/ProgressLine.h"
 #include "cli/ResultOutputs.h"
 #include "link/RecordedSession.h"
@@ -75,6 +76,13 @@ void ReplayCommand::AddTo(CLI::App& program) {
 ExitCode ReplayCommand::Run() {
   if (files_.empty()) {
     Complain("a FILE is required");
+    return ExitCode::WrongCommandLine;
+  }
+  std::vector<std::string> inputs = files_;
+  std::erase(inputs, kStandardInput);
+  const std::string clash = FileClash(inputs, options_.OutputPaths());
+  if (!clash.empty()) {
+    Complain(clash);
     return ExitCode::WrongCommandLine;
   }
   ConsoleMachine console;

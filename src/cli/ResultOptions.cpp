@@ -54,4 +54,17 @@ void ResultOptions::CheckIn(platform::MenuBar& menuBar) const {
   app::CheckOption(menuBar, fps == "on" ? MenuEntry::mnuFpsOn : MenuEntry::mnuFpsOff);
 }
 
+std::vector<std::string> ResultOptions::OutputPaths() const {
+  std::vector<std::string> paths;
+  for (const auto& path : {logPath, reportPath, csvPath}) {
+    if (path) {
+      paths.push_back(*path);
+    }
+  }
+  if (jsonPath && !JsonOnStandardOutput()) {
+    paths.push_back(*jsonPath);
+  }
+  return paths;
+}
+
 }  // namespace kelvara::cli

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/MenuBar.h"
 
@@ -30,6 +31,9 @@ struct ResultOptions {
 
   /// Checks the menu entries that the display options stand for.
   void CheckIn(platform::MenuBar& menuBar) const;
+
+  /// The files that results are to be written to.
+  std::vector<std::string> OutputPaths() const;
 
   bool JsonOnStandardOutput() const { return jsonPath == "-"; }
 };

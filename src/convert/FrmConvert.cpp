@@ -131,10 +131,10 @@ void FrmConvert::changeEvent(QEvent* event) {
 
 void FrmConvert::Form_Unload() {
   converter_ = Converter();
-  for (QLineEdit* const edit : edits_) {
+  for (const auto& [field, edit] : edits_) {
     edit->setText(QString());
   }
-  edits_.front()->setFocus();
+  EditOf(Field::TextRfps)->setFocus();
 }
 
 }  // namespace kelvara::convert

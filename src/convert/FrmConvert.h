@@ -1,8 +1,7 @@
 #pragma once
 
 #include <QDialog>
-#include <array>
-#include <cstddef>
+#include <map>
 
 #include "convert/Converter.h"
 #include "convert/ConverterFields.h"
@@ -32,8 +31,6 @@ class FrmConvert : public QDialog {
   void changeEvent(QEvent* event) override;
 
  private:
-  static constexpr std::size_t kFieldCount = 8;
-
   QWidget* AddFrame(const ConverterFrame& frame);
   void AddField(const ConverterField& field, QWidget& frame, QGridLayout& layout);
   void FitToFont();
@@ -46,11 +43,11 @@ class FrmConvert : public QDialog {
 
   void Form_Unload();
 
-  QLineEdit*& EditOf(Field field) { return edits_.at(static_cast<std::size_t>(field)); }
+  QLineEdit*& EditOf(Field field) { return edits_[field]; }
 
   platform::Beeper& beeper_;
   Converter converter_;
-  std::array<QLineEdit*, kFieldCount> edits_{};
+  std::map<Field, QLineEdit*> edits_;
   int labelCount_ = 0;
 };
 

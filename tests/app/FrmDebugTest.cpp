@@ -103,6 +103,9 @@ TEST_F(FrmDebugTest, SecondCommandStaysGreenUntilTheRunningTimersTick) {
   window_.DebugLastTxMsg("rfps");
   QTest::qWait(300);
   const int left = TimerColor().remainingTime();
+  if (left < 0) {
+    GTEST_SKIP() << "the machine was too busy: the time is over already";
+  }
   window_.DebugLastTxMsg("cho");
   EXPECT_EQ(LastMessage().text(), "cho");
   EXPECT_EQ(TextColour(), kGreen);

@@ -126,6 +126,7 @@ TEST(StrictConversion, ANumberTooLargeForADoubleIsAnOverflow) {
   for (const std::string& text :
        {std::string("1e400"), std::string("-1e400"), std::string("1.8e308"),
         std::string("1e99999999999999999999"), std::string("0.001e99999999999999999999"),
+        std::string("1e9223372036854775807"), std::string("0.01e9223372036854775808"),
         std::string(400, '9'), "-" + std::string(400, '9') + ".5",
         "0." + std::string(400, '0') + "1e801"}) {
     EXPECT_EQ(FaultOf([&] { return ReadWholeNumber(text); }), FaultKind::Overflow) << text;
@@ -136,6 +137,7 @@ TEST(StrictConversion, ANumberTooSmallForADoubleIsZero) {
   for (const std::string& text :
        {std::string("1e-400"), std::string("-1e-400"), std::string("2e-324"),
         std::string("1e-99999999999999999999"), std::string("999e-99999999999999999999"),
+        std::string("0.01e-9223372036854775807"), std::string("0.01e-9223372036854775808"),
         "0." + std::string(400, '0') + "1", "1" + std::string(400, '0') + "e-801"}) {
     EXPECT_EQ(ReadWholeNumber(text), 0.0) << text;
   }

@@ -54,6 +54,38 @@ TEST_F(BadInputTest, StandardInputThatIsAFolder) {
   ExpectComplaint(result, 1, "");
 }
 
+TEST_F(BadInputTest, AnOutputThatIsAFileToBeReadAndTwoOutputsInOne) {
+  std::filesystem::create_hard_link(folder.PathOf("good.txt"), folder.PathOf("linked.txt"));
+  std::filesystem::create_directory(folder.PathOf("folder"));
+  std::filesystem::create_symlink("good.txt", folder.PathOf("symbolic.txt"));
+  Write("csv.txt", "older");
+  const std::string good = Read("good.txt");
+  for (const char* option : {"--log", "--report", "--csv", "--json"}) {
+    for (const char* name : {"good.txt", "folder/../good.txt", "linked.txt", "symbolic.txt"}) {
+      ExpectWrong({"replay", "good.txt", option, name}, name);
+    }
+  }
+  ExpectWrong({"replay", "good.txt", "--csv", "new.txt", "--json", "./new.txt"}, "./new.txt");
+  ExpectWrong({"replay", "good.txt", "--csv", "csv.txt", "--log", "csv.txt"}, "csv.txt");
+  ExpectWrong({"record", "--demo", "--for", "1", "--raw", "new.txt", "--csv", "new.txt"},
+              "new.txt");
+  EXPECT_EQ(Read("good.txt"), good);
+  EXPECT_EQ(Read("csv.txt"), "older");
+  EXPECT_FALSE(Exists("new.txt"));
+}
+
+TEST_F(BadInputTest, ADeviceTakesAnyNumberOfOutputs) {
+  Output({"replay", "good.txt", "good.txt", "--csv", "/dev/null", "--json", "/dev/null"});
+}
+
+TEST_F(BadInputTest, ARecordThatCannotBeginLeavesTheOlderTrace) {
+  Write("older.trace", "older");
+  ExpectComplaint(
+      Run({"record", "--demo", "--for", "1", "--raw", "older.trace", "--log", "no/such/log.txt"}),
+      1, "no/such/log.txt");
+  EXPECT_EQ(Read("older.trace"), "older");
+}
+
 TEST_F(BadInputTest, WithAMissingFileNoOutputIsTouched) {
   Write("report.html", "older");
   const ProcessResult result = Run({"replay", "good.txt", "missing.txt", "--report", "report.html",

@@ -160,7 +160,8 @@ def print_convert(table, console):
 INTRODUCTION = """
 # How fast Kelvara is
 
-Made by `scripts/bench` on {date}, on {cores} cores of "{processor}" under {system}, {quiet}. The
+Made by `scripts/bench` on {date}, on {cores} cores of "{processor}"
+under {system}, {quiet}. The
 figures are of that machine; the ratios are of one run, and it is they that the goals are for. Rates
 are by processor time, milliseconds by the clock, and what is compared takes turns.
 """

@@ -12,8 +12,6 @@ from typing import NamedTuple
 from desktop_user import Lost
 
 STAMP = rb"\d{4}-\d\d-\d\d \d\d:\d\d:\d\d, "
-# What the windows that are opened for the first time still add to the memory.
-WARM_SHARE = 0.25
 MOST_GROWTH_KILOBYTES = 2048
 # The port and its lock, the log, the trace, the standard error and one file being written.
 MOST_FILES = 7
@@ -123,14 +121,14 @@ def check_files(checks, cli, folder, names, report_names):
 
 
 def check_watch(checks, watch):
-    warm = watch.part(WARM_SHARE, WARM_SHARE + 0.25)
-    last = watch.part(0.75, 1)
-    before, after = (statistics.median(sample.kilobytes for sample in part)
-                     for part in (warm, last))
-    checks.check(after - before <= MOST_GROWTH_KILOBYTES,
-                 f"memory {before:.0f} kB in the second quarter, {after:.0f} kB in the last "
-                 f"(at most {MOST_GROWTH_KILOBYTES} more), "
-                 f"{max(sample.kilobytes for sample in watch.samples)} most")
+    quarters = [watch.part(start / 4, (start + 1) / 4) for start in range(4)]
+    # What the windows that are opened for the first time add belongs to the first quarter.
+    warm, last = quarters[1], quarters[3]
+    memory = [statistics.median(sample.kilobytes for sample in part) for part in quarters]
+    checks.check(memory[3] - memory[1] <= MOST_GROWTH_KILOBYTES,
+                 f"memory by quarters {', '.join(f'{kilobytes:.0f}' for kilobytes in memory)} kB "
+                 f"(the last at most {MOST_GROWTH_KILOBYTES} above the second), "
+                 f"{max(sample.kilobytes for sample in watch.samples)} kB at most")
     fewest = [min(sample.other_handles for sample in part) for part in (warm, last)]
     most_files = max(sample.files for sample in watch.samples)
     checks.check(fewest[0] == fewest[1] and most_files <= MOST_FILES,

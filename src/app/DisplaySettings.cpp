@@ -65,7 +65,7 @@ void DisplaySettings::Choose(MenuEntry entry) {
     ShowLog(false);
     logBox_.Clear();
   }
-  // Last, so that an option that cannot be stored still holds for this run.
+  // Last, so that an option that cannot be stored holds until the settings are read again.
   settings_.Write(option->key, option->value);
 }
 

@@ -15,7 +15,9 @@ void ExportCommand::ExportResults() {
                            platform::DirectoryOfOrEmpty(lastFilenames_.GetLastFilename()),
                            {}});
   if (chosen) {
-    updateGrid_();
+    if (!resultsExport_.IsGridWhole()) {
+      updateGrid_();
+    }
     resultsExport_.WriteResults(*chosen);
   }
 }

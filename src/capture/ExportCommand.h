@@ -20,9 +20,9 @@ class ExportCommand {
         updateGrid_(std::move(updateGrid)) {}
 
   /// Shows the chooser, which asks before a file is replaced, in the folder of the last capture
-  /// file. Writes the results to the file chosen; on cancel nothing happens. The grid is brought up
-  /// to date before: an antenna that it does not show yet would end the export. The export
-  /// remembers no file name of its own.
+  /// file. Writes the results to the file chosen, as the grid shows them; on cancel nothing
+  /// happens. Only where antennas have come since the grid was drawn is it brought up to date
+  /// before, since they would end the export. The export remembers no file name of its own.
   void ExportResults();
 
  private:

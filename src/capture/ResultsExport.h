@@ -32,6 +32,9 @@ class ResultsExport {
   /// then stays open, and the next export fails at its first step.
   void WriteResults(const std::string& path);
 
+  /// Whether the grid has a row for every antenna, without which the writing ends in a fault.
+  bool IsGridWhole() const { return model_.AaCount() < grid_.Rows(); }
+
  private:
   void WriteLine(std::string line);
   void WriteHeader();

@@ -106,7 +106,7 @@ TEST(OptionCommands, SwitchingTheLogOffThrowsItsTextAway) {
   EXPECT_EQ(rig.logBox.text, "");
 }
 
-TEST(OptionCommands, HoldForThisRunEvenWhenTheyCannotBeStored) {
+TEST(OptionCommands, HoldEvenWhenTheyCannotBeStored) {
   DisplayRig rig;
   rig.store.writable = false;
   EXPECT_THROW(rig.display.Choose(MenuEntry::mnuDisplayLogOff), base::Fault);

@@ -56,6 +56,28 @@ TEST_F(ExportCommandTest, WritesTheChosenFileAndRemembersNoName) {
   EXPECT_EQ(store.Value("LastFile"), "C:\\logs\\log.txt");
 }
 
+TEST_F(ExportCommandTest, WritesTheGridAsItShowsTheResults) {
+  AddAas({1, 6});
+  model.AddPhase(0, 1, 10);
+  Draw();
+  Choose(platform::MenuEntry::mnuDispMetres);
+  model.AddPhase(0, 1, 20);
+  chooser.answer = "results.csv";
+  command.ExportResults();
+  EXPECT_NE(Csv().find("\r\nAA.01,,10\r\n"), std::string::npos) << Csv();
+}
+
+TEST_F(ExportCommandTest, DrawsTheGridWhereAntennasAreMissingInIt) {
+  AddAas({1});
+  Draw();
+  AddAas({6});
+  model.AddPhase(0, 1, 10);
+  chooser.answer = "results.csv";
+  command.ExportResults();
+  EXPECT_EQ(beeper.count, 0);
+  EXPECT_NE(Csv().find("\r\nAA.01,,10\r\n"), std::string::npos) << Csv();
+}
+
 TEST_F(ExportCommandTest, FileThatCannotBeWrittenIsOneBeep) {
   files.unopenable["results.csv"] = true;
   chooser.answer = "results.csv";

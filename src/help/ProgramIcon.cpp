@@ -1,7 +1,5 @@
 #include "help/ProgramIcon.h"
 
-#include <QImageReader>
-#include <QPixmap>
 #include <QString>
 #include <array>
 
@@ -21,10 +19,7 @@ QIcon ProgramIcon() {
   LoadPictures();
   QIcon icon;
   for (const int size : kSizes) {
-    // A reader that had to find the format out would load every plugin for pictures.
-    QImageReader reader(QStringLiteral(":/icon/kelvara-%1.png").arg(size), "png");
-    reader.setAutoDetectImageFormat(false);
-    icon.addPixmap(QPixmap::fromImage(reader.read()));
+    icon.addFile(QStringLiteral(":/icon/kelvara-%1.png").arg(size), QSize(size, size));
   }
   return icon;
 }

@@ -15,8 +15,8 @@
 
 namespace kelvara::qt {
 
-/// The signals that ask a program to end, told as an ordinary event. A
-/// second one ends the program at once, whatever it is doing. One lives at a time.
+/// The signals that ask a program to end, told as an ordinary event. A second one ends the program
+/// at once, whatever it is doing. One lives at a time.
 class StopSignal {
  public:
   explicit StopSignal(std::function<void()> stop);

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QPixmapCache>
 #include <QTimer>
 #include <chrono>
 #include <iostream>
@@ -30,6 +31,7 @@ namespace kelvara::app {
 namespace {
 
 constexpr int kIconMilliseconds = 100;
+constexpr int kStylePictureKilobytes = 512;
 /// A window that waits longer for another program would stand still.
 constexpr std::chrono::milliseconds kSettingsPatience{30};
 
@@ -78,6 +80,9 @@ int RunDesktopProgram(const DesktopOptions& options) {
   }
   window.SetUnloaded([] { QCoreApplication::exit(0); });
   const qt::StopSignal stopSignal([&window] { window.close(); });
+  // The style keeps a picture of each mark that it paints, and paints those of a menu anew at every
+  // opening: of itself it would come to hold 10 MB of them.
+  QPixmapCache::setCacheLimit(kStylePictureKilobytes);
   window.show();
   // The window is there before its port is opened, so that a message has it to stand over.
   QTimer::singleShot(0, &window, [&window] { window.Form_Load(); });

@@ -9,8 +9,8 @@
 
 #include "AllocationCount.h"
 #include "QuietControls.h"
-#include "link/RecordedSession.h"
 #include "platform/MemoryMenuBar.h"
+#include "sessions/RecordedSession.h"
 #include "sync/RfpsParser.h"
 #include "sync/SyncModel.h"
 
@@ -46,14 +46,14 @@ std::size_t CountLines(std::string_view text) {
 }
 
 /// Hands reports to a parser as a replay does.
-class ReplayRig : public link::RecordedTextReader {
+class ReplayRig : public sessions::RecordedTextReader {
  public:
   ReplayRig()
       : parser_(model_, sync::DisplayOptions(menuBar_), log_, statusBar_, beeper_),
         session_(*this) {}
 
   void ProcessRfpsReport(std::string_view report) override { parser_.ProcessRfpsReport(report); }
-  void NoteDropped(link::DropReason /*reason*/) override { ++dropped_; }
+  void NoteDropped(sessions::DropReason /*reason*/) override { ++dropped_; }
 
   void Replay(std::string_view text) {
     while (!text.empty()) {
@@ -73,7 +73,7 @@ class ReplayRig : public link::RecordedTextReader {
   QuietStatusBar statusBar_;
   QuietBeeper beeper_;
   sync::RfpsParser parser_;
-  link::RecordedSession session_;
+  sessions::RecordedSession session_;
   int dropped_ = 0;
 };
 

@@ -7,9 +7,9 @@
 #include "QuietControls.h"
 #include "SiteSizes.h"
 #include "platform/MemoryMenuBar.h"
-#include "qt/QtClock.h"
-#include "qt/QtDateFormat.h"
-#include "qt/QtFileSystem.h"
+#include "platform/qt/QtClock.h"
+#include "platform/qt/QtDateFormat.h"
+#include "platform/qt/QtFileSystem.h"
 #include "report/SyncReport.h"
 
 namespace kelvara::bench {

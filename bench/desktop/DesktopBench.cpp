@@ -21,7 +21,6 @@
 #include "app/FrmMain.h"
 #include "desktop/FirstPaint.h"
 #include "desktop/ResidentMemory.h"
-#include "qt/FontPreparation.h"
 
 namespace kelvara::bench {
 namespace {
@@ -119,9 +118,7 @@ int main(int argumentCount, char** arguments) {
   const auto aas =
       static_cast<std::int16_t>(argumentCount > 2 ? std::stoi(arguments[2]) : bench::kAas);
   int nameOnly = 1;
-  qt::FontPreparation fonts;
   const QApplication application(nameOnly, arguments);
-  fonts.Finish();
   const bench::FirstPaint firstPaint([&mode, aas](QWidget& widget) {
     if (mode != "start") {
       auto& window = dynamic_cast<app::FrmMain&>(widget);

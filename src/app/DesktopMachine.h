@@ -8,7 +8,7 @@
 #include "platform/FileChooser.h"
 #include "platform/SerialPort.h"
 #include "platform/SettingsStore.h"
-#include "qt/QtDesktop.h"
+#include "platform/widgets/QtDesktop.h"
 
 namespace kelvara::app {
 
@@ -23,7 +23,7 @@ struct DesktopMachine {
   platform::DocumentOpener& documentOpener;
   platform::SettingsStore& settingsStore;
   platform::SerialPort& MSComm1;
-  qt::QtEventPump& events;
+  widgets::QtEventPump& events;
   /// The folder of the program, without a separator at its end.
   std::string programFolder;
   /// What the user is told of the device behind a port number.

@@ -11,19 +11,18 @@
 #include "app/DesktopMachine.h"
 #include "app/FrmMain.h"
 #include "help/ProgramIcon.h"
-#include "qt/PortDescription.h"
-#include "qt/PortTable.h"
-#include "qt/ProcessMemory.h"
-#include "qt/QtClock.h"
-#include "qt/QtDateFormat.h"
-#include "qt/QtFileChooser.h"
-#include "qt/QtFileSystem.h"
-#include "qt/QtMessageBoxes.h"
-#include "qt/QtSerialPort.h"
-#include "qt/QtSettingsStore.h"
-#include "qt/QtTimer.h"
-#include "qt/StopSignal.h"
-#include "qt/Text.h"
+#include "platform/posix/StopSignal.h"
+#include "platform/qt/QtClock.h"
+#include "platform/qt/QtDateFormat.h"
+#include "platform/qt/QtFileSystem.h"
+#include "platform/qt/QtSettingsStore.h"
+#include "platform/qt/QtTimer.h"
+#include "platform/qt/Text.h"
+#include "platform/widgets/QtFileChooser.h"
+#include "platform/widgets/QtMessageBoxes.h"
+#include "ports/PortDescription.h"
+#include "ports/PortTable.h"
+#include "ports/QtSerialPort.h"
 #include "sim/DemoSerialPort.h"
 #include "sim/SiteFile.h"
 
@@ -45,19 +44,19 @@ int RunDesktopProgram(const DesktopOptions& options) {
   const qt::QtClock clock;
   const qt::QtDateFormat dateFormat;
   qt::QtFileSystem fileSystem;
-  qt::QtBeeper beeper;
-  qt::QtMessageBoxes messageBoxes;
-  qt::QtFileChooser fileChooser;
-  qt::QtDocumentOpener documentOpener;
-  qt::QtEventPump events;
+  widgets::QtBeeper beeper;
+  widgets::QtMessageBoxes messageBoxes;
+  widgets::QtFileChooser fileChooser;
+  widgets::QtDocumentOpener documentOpener;
+  widgets::QtEventPump events;
 
   qt::QtSettingsStore storedSettings(kSettingsPatience);
   DemoSettings demoSettings(storedSettings);
-  qt::PortTable ports(storedSettings);
+  ports::PortTable ports(storedSettings);
   for (const std::string& assignment : options.portAssignments) {
-    ports.Assign(qt::ReadPortAssignment(assignment));
+    ports.Assign(ports::ReadPortAssignment(assignment));
   }
-  qt::QtSerialPort machinePort(ports);
+  ports::QtSerialPort machinePort(ports);
   sim::Beltpack beltpack(options.sitePath ? sim::ReadSite(fileSystem, *options.sitePath)
                                           : sim::DemoSite());
   qt::QtTimer delivery(sim::kDeliveryMilliseconds);
@@ -69,7 +68,7 @@ int RunDesktopProgram(const DesktopOptions& options) {
        options.demo ? static_cast<platform::SerialPort&>(demoPort) : machinePort, events,
        qt::ToText(QDir::toNativeSeparators(QCoreApplication::applicationDirPath())), [&](int port) {
          return options.demo ? DescribeDemoPort(port)
-                             : qt::DescribePort(ports, port, machinePort.OpenDeviceName());
+                             : ports::DescribePort(ports, port, machinePort.OpenDeviceName());
        }});
   if (options.testReport) {
     window.Live().Display().GetDisplaySettings();
@@ -79,7 +78,7 @@ int RunDesktopProgram(const DesktopOptions& options) {
     window.Live().StartTrace(*options.rawPath, true);
   }
   window.SetUnloaded([] { QCoreApplication::exit(0); });
-  const qt::StopSignal stopSignal([&window] { window.close(); });
+  const posix::StopSignal stopSignal([&window] { window.close(); });
   // The style keeps a picture of each mark that it paints, and paints those of a menu anew at every
   // opening: of itself it would come to hold 10 MB of them.
   QPixmapCache::setCacheLimit(kStylePictureKilobytes);
@@ -87,10 +86,8 @@ int RunDesktopProgram(const DesktopOptions& options) {
   // The window is there before its port is opened, so that a message has it to stand over.
   QTimer::singleShot(0, &window, [&window] { window.Form_Load(); });
   // Its picture takes longer to read than the window to paint.
-  QTimer::singleShot(kIconMilliseconds, &window, [] {
-    QApplication::setWindowIcon(help::ProgramIcon());
-    qt::ReturnFreeMemory();
-  });
+  QTimer::singleShot(kIconMilliseconds, &window,
+                     [] { QApplication::setWindowIcon(help::ProgramIcon()); });
   const int result = QCoreApplication::exec();
   if (const std::string failure = window.Live().TraceFailure(); !failure.empty()) {
     std::cerr << "kelvara: " << failure << '\n';

@@ -13,9 +13,9 @@
 #include <utility>
 
 #include "platform/Colour.h"
-#include "qt/DialogControls.h"
-#include "qt/DialogManners.h"
-#include "qt/Text.h"
+#include "platform/qt/Text.h"
+#include "platform/widgets/DialogControls.h"
+#include "platform/widgets/DialogManners.h"
 
 namespace kelvara::app {
 namespace {
@@ -46,18 +46,18 @@ FrmDebug::FrmDebug(std::function<void()> closed, QWidget* parent)
   TimerColor_->setInterval(kFlash);
   connect(TimerColor_, &QTimer::timeout, this, &FrmDebug::TimerColor_Timer);
 
-  qt::LeaveEnterToTheFields(*this);
+  widgets::LeaveEnterToTheFields(*this);
   Form_Unload();
 }
 
 void FrmDebug::AddControls() {
-  QLabel* const label = qt::NewLabel(*this, "Label1", "Last Message Tx:");
-  TxtLastTxMsg_ = qt::NewTextBox(*this, "TxtLastTxMsg", "Last Message Tx", "");
+  QLabel* const label = widgets::NewLabel(*this, "Label1", "Last Message Tx:");
+  TxtLastTxMsg_ = widgets::NewTextBox(*this, "TxtLastTxMsg", "Last Message Tx", "");
   TxtLastTxMsg_->setReadOnly(true);
   label->setBuddy(TxtLastTxMsg_);
 
   TextDebug_ = new QPlainTextEdit(this);
-  qt::NameControl(*TextDebug_, "TextDebug", "Received report text", "");
+  widgets::NameControl(*TextDebug_, "TextDebug", "Received report text", "");
   TextDebug_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   TextDebug_->setTabChangesFocus(true);
   TextDebug_->setUndoRedoEnabled(false);
@@ -66,7 +66,7 @@ void FrmDebug::AddControls() {
   font.setStyleHint(QFont::Monospace);
   TextDebug_->setFont(font);
 
-  QPushButton* const cmdClose = qt::NewButton(*this, "CmdClose", "&Close", "");
+  QPushButton* const cmdClose = widgets::NewButton(*this, "CmdClose", "&Close", "");
   connect(cmdClose, &QPushButton::clicked, this, &QDialog::close);
 
   auto* const lastMessage = new QHBoxLayout;
@@ -79,14 +79,14 @@ void FrmDebug::AddControls() {
 
   const int frame =
       2 * (TextDebug_->frameWidth() + qRound(TextDebug_->document()->documentMargin()));
-  const QSize wholeReport(qt::WidthOf(*TextDebug_, kVisibleColumns) + frame,
-                          qt::HeightOf(*TextDebug_, kVisibleLines) + frame);
+  const QSize wholeReport(widgets::WidthOf(*TextDebug_, kVisibleColumns) + frame,
+                          widgets::HeightOf(*TextDebug_, kVisibleLines) + frame);
   const QSize size = layout->sizeHint() - TextDebug_->sizeHint() + wholeReport;
   resize(size.boundedTo(screen()->availableSize()));
 }
 
 void FrmDebug::Open() {  // NOLINT(bugprone-virtual-near-miss): not modal
-  qt::ShowInFront(*this);
+  widgets::ShowInFront(*this);
   DebugCls();
 }
 

@@ -9,10 +9,10 @@
 #include "app/CellToolTip.h"
 #include "base/Fault.h"
 #include "link/FrmComSelect.h"
+#include "platform/EventHandler.h"
 #include "platform/ProgramTitle.h"
-#include "qt/EventHandler.h"
-#include "qt/Text.h"
-#include "qt/Twips.h"
+#include "platform/qt/Text.h"
+#include "platform/widgets/Twips.h"
 #include "report/TestReport.h"
 
 namespace kelvara::app {
@@ -116,7 +116,7 @@ void FrmMain::Form_Load() {
     OpenComPort(port);
     StartLink();
   } catch (const std::exception&) {
-    qt::HandleEvent(machine_.beeper, [this, port] { ChoosePortInstead(port); });
+    platform::HandleEvent(machine_.beeper, [this, port] { ChoosePortInstead(port); });
   }
 }
 
@@ -138,16 +138,16 @@ void FrmMain::StartLink() {
 }
 
 void FrmMain::Form_Resize() {
-  const int W = qt::PixelsToTwips(*this, client_->width()) + kBorderWidth;
-  const int H = qt::PixelsToTwips(*this, client_->height()) + kBelowClient;
+  const int W = widgets::PixelsToTwips(*this, client_->width()) + kBorderWidth;
+  const int H = widgets::PixelsToTwips(*this, client_->height()) + kBelowClient;
   const auto place = [this](QWidget& control, int top, int width, int height) {
     if (width < 0 || height < 0) {
       return false;
     }
-    const int topPixels = qt::TwipsToPixels(*this, top);
+    const int topPixels = widgets::TwipsToPixels(*this, top);
     // The bottom is rounded as a place of its own, so that neighbours neither overlap nor part.
-    control.setGeometry(0, topPixels, qt::TwipsToPixels(*this, width),
-                        qt::TwipsToPixels(*this, top + height) - topPixels);
+    control.setGeometry(0, topPixels, widgets::TwipsToPixels(*this, width),
+                        widgets::TwipsToPixels(*this, top + height) - topPixels);
     return true;
   };
   const bool withLog = TextLog_->IsShown();
@@ -158,7 +158,7 @@ void FrmMain::Form_Resize() {
   if (withLog && !place(*TextLog_, H - kLogTop, W - kLogRightOf, kLogHeight)) {
     return;
   }
-  const int lineEnd = qt::TwipsToPixels(*this, W);
+  const int lineEnd = widgets::TwipsToPixels(*this, W);
   Line1_->setGeometry(0, 0, lineEnd, 1);
   Line2_->setGeometry(0, 1, lineEnd, 1);
 }

@@ -10,7 +10,7 @@
 #include "convert/FrmConvert.h"
 #include "help/FrmAbout.h"
 #include "link/FrmComSelect.h"
-#include "qt/EventHandler.h"
+#include "platform/EventHandler.h"
 #include "report/FrmReport.h"
 
 namespace kelvara::app {
@@ -45,8 +45,9 @@ void FrmMain::ConnectMenus() {
   OnMenu("mnuAbout", [this] { help::FrmAbout(this).exec(); });
 
   connect(CommandStartStop_, &QPushButton::clicked, this, [this] { CommandStartStop_Click(); });
-  connect(CmdChkRx_, &QPushButton::clicked, this,
-          [this] { qt::HandleEvent(machine_.beeper, [this] { live_->Link().CmdChkRx_Click(); }); });
+  connect(CmdChkRx_, &QPushButton::clicked, this, [this] {
+    platform::HandleEvent(machine_.beeper, [this] { live_->Link().CmdChkRx_Click(); });
+  });
 }
 
 void FrmMain::OnMenu(const char* name, const std::function<void()>& command) {
@@ -55,7 +56,7 @@ void FrmMain::OnMenu(const char* name, const std::function<void()>& command) {
 
 void FrmMain::OnAction(QAction& action, const std::function<void()>& command) {
   connect(&action, &QAction::triggered, this,
-          [this, command] { qt::HandleEvent(machine_.beeper, command); });
+          [this, command] { platform::HandleEvent(machine_.beeper, command); });
 }
 
 void FrmMain::BuildGridMenu() {

@@ -2,7 +2,7 @@
 
 #include <QObject>
 
-#include "qt/QtTimer.h"
+#include "platform/qt/QtTimer.h"
 
 namespace kelvara::app {
 

@@ -55,9 +55,9 @@ void LiveSession::Shutdown() {
 }
 
 void LiveSession::StartTrace(const std::string& path, bool append) {
-  trace_ = std::make_unique<link::LineTrace>(append ? fileSystem_.OpenForAppend(path)
-                                                    : fileSystem_.OpenForOutput(path));
-  link_.SetTrace(trace_.get());
+  trace_ = std::make_unique<sessions::LineTrace>(append ? fileSystem_.OpenForAppend(path)
+                                                        : fileSystem_.OpenForOutput(path));
+  link_.SetLineListener(trace_.get());
 }
 
 std::string LiveSession::TraceFailure() const { return trace_ ? trace_->Failure() : ""; }

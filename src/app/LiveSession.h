@@ -9,12 +9,12 @@
 #include "app/Session.h"
 #include "link/BeltpackLink.h"
 #include "link/ComPort.h"
-#include "link/LineTrace.h"
 #include "link/LinkDuties.h"
 #include "platform/DebugView.h"
 #include "platform/SerialPort.h"
 #include "platform/SettingsStore.h"
 #include "platform/Timer.h"
+#include "sessions/LineTrace.h"
 
 namespace kelvara::app {
 
@@ -78,7 +78,7 @@ class LiveSession : public link::LinkDuties {
   link::BeltpackLink link_;
   link::ComPort comPort_;
   DisplaySettings displaySettings_;
-  std::unique_ptr<link::LineTrace> trace_;
+  std::unique_ptr<sessions::LineTrace> trace_;
   std::function<void()> reportCommand_;
   std::function<void()> reportTaken_;
 };

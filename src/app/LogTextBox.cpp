@@ -4,7 +4,7 @@
 #include <QKeyEvent>
 #include <QTextCursor>
 
-#include "qt/Text.h"
+#include "platform/qt/Text.h"
 
 namespace kelvara::app {
 namespace {

@@ -6,8 +6,7 @@
 
 #include "app/DesktopProgram.h"
 #include "platform/ProgramTitle.h"
-#include "qt/FontPreparation.h"
-#include "qt/PortTable.h"
+#include "ports/PortTable.h"
 
 namespace {
 
@@ -27,7 +26,7 @@ int main(int argumentCount, char** arguments) {
       ->type_name("FILE");
   program.add_option("--com", options.portAssignments, "The device that a port number stands for")
       ->expected(1)
-      ->check(kelvara::qt::PortAssignmentFault)
+      ->check(kelvara::ports::PortAssignmentFault)
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
       ->type_name("N=DEVICE");
   program.add_option("--raw", options.rawPath, "Append a trace of the line to this file")
@@ -49,9 +48,7 @@ int main(int argumentCount, char** arguments) {
 #endif
   // The options are the program's own; the desktop library gets the name alone.
   int nameOnly = 1;
-  kelvara::qt::FontPreparation fonts;
   const QApplication application(nameOnly, arguments);
-  fonts.Finish();
   try {
     return kelvara::app::RunDesktopProgram(options);
   } catch (const std::exception& error) {

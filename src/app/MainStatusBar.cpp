@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <numeric>
 
-#include "qt/Text.h"
+#include "platform/qt/Text.h"
 
 namespace kelvara::app {
 namespace {

@@ -5,10 +5,10 @@
 #include <QPointer>
 #include <QVBoxLayout>
 
-#include "qt/DialogControls.h"
-#include "qt/DialogManners.h"
-#include "qt/EventHandler.h"
-#include "qt/Text.h"
+#include "platform/EventHandler.h"
+#include "platform/qt/Text.h"
+#include "platform/widgets/DialogControls.h"
+#include "platform/widgets/DialogManners.h"
 
 namespace kelvara::capture {
 namespace {
@@ -40,17 +40,18 @@ FrmCapture::FrmCapture(CaptureDialog& captureDialog, platform::Beeper& beeper, Q
   setModal(true);
   MakeControls();
   LayOut();
-  qt::HandleEvent(beeper_, [this] { Form_Load(); });
+  platform::HandleEvent(beeper_, [this] { Form_Load(); });
 }
 
 void FrmCapture::MakeControls() {
-  TxtFileName_ = qt::NewTextBox(*this, "TxtFileName", "File", "Path and name of file to log to.");
-  CommandBrowse_ = qt::NewButton(*this, "CommandBrowse", "&Browse...", "Browse for file.");
+  TxtFileName_ =
+      widgets::NewTextBox(*this, "TxtFileName", "File", "Path and name of file to log to.");
+  CommandBrowse_ = widgets::NewButton(*this, "CommandBrowse", "&Browse...", "Browse for file.");
   StartButton_ =
-      qt::NewButton(*this, "StartButton", "&Start", "Start logging raw sync data to file.");
-  CancelButton_ = qt::NewButton(*this, "CancelButton", "&Cancel", "Cancel logging.");
+      widgets::NewButton(*this, "StartButton", "&Start", "Start logging raw sync data to file.");
+  CancelButton_ = widgets::NewButton(*this, "CancelButton", "&Cancel", "Cancel logging.");
 
-  qt::LeaveEnterToTheFields(*this);
+  widgets::LeaveEnterToTheFields(*this);
   TxtFileName_->installEventFilter(this);
   connect(CommandBrowse_, &QPushButton::clicked, this, &FrmCapture::CommandBrowse_Click);
   connect(StartButton_, &QPushButton::clicked, this, &FrmCapture::StartButton_Click);
@@ -59,7 +60,7 @@ void FrmCapture::MakeControls() {
 
 void FrmCapture::LayOut() {
   auto* const file = new QHBoxLayout;
-  file->addWidget(qt::NewLabel(*this, "Label1", "File:"));
+  file->addWidget(widgets::NewLabel(*this, "Label1", "File:"));
   file->addWidget(TxtFileName_, 1);
   file->addWidget(CommandBrowse_);
   auto* const buttons = new QHBoxLayout;
@@ -74,7 +75,7 @@ void FrmCapture::LayOut() {
 }
 
 void FrmCapture::FitToFont() {
-  TxtFileName_->setMinimumWidth(qt::WidthOf(*TxtFileName_, kFileNameCharacters));
+  TxtFileName_->setMinimumWidth(widgets::WidthOf(*TxtFileName_, kFileNameCharacters));
 }
 
 void FrmCapture::Form_Load() {
@@ -85,7 +86,7 @@ void FrmCapture::Form_Load() {
 void FrmCapture::CommandBrowse_Click() {
   // The window may die with the program while a question is open over it.
   const QPointer<FrmCapture> self(this);
-  qt::HandleEvent(beeper_, [&] {
+  platform::HandleEvent(beeper_, [&] {
     const std::optional<std::string> chosen = captureDialog_.CommandBrowse_Click();
     if (self && chosen) {
       TxtFileName_->setText(qt::ToQString(*chosen));
@@ -96,7 +97,7 @@ void FrmCapture::CommandBrowse_Click() {
 
 void FrmCapture::StartButton_Click() {
   const QPointer<FrmCapture> self(this);
-  qt::HandleEvent(beeper_, [&] {
+  platform::HandleEvent(beeper_, [&] {
     if (captureDialog_.StartButton_Click(qt::ToText(TxtFileName_->text())) && self) {
       accept();
     }
@@ -115,7 +116,7 @@ bool FrmCapture::eventFilter(QObject* watched, QEvent* event) {
     if (!IsModifier(key)) {
       StartButton_->setEnabled(true);
     }
-    if (qt::IsEnter(key)) {
+    if (widgets::IsEnter(key)) {
       const QPointer<FrmCapture> self(this);
       StartButton_Click();
       if (!self) {

@@ -4,9 +4,9 @@
 #include "cli/ConsoleControls.h"
 #include "platform/MemoryGrid.h"
 #include "platform/MemoryMenuBar.h"
-#include "qt/QtClock.h"
-#include "qt/QtDateFormat.h"
-#include "qt/QtFileSystem.h"
+#include "platform/qt/QtClock.h"
+#include "platform/qt/QtDateFormat.h"
+#include "platform/qt/QtFileSystem.h"
 
 namespace kelvara::cli {
 

@@ -4,9 +4,9 @@
 #include <iostream>
 
 #include "link/ComPort.h"
-#include "qt/PortProbe.h"
-#include "qt/PortTable.h"
-#include "qt/QtSettingsStore.h"
+#include "platform/qt/QtSettingsStore.h"
+#include "ports/PortProbe.h"
+#include "ports/PortTable.h"
 
 namespace kelvara::cli {
 
@@ -16,21 +16,21 @@ void PortsCommand::AddTo(CLI::App& program) {
       "List COM1 to COM12: the port, the device it stands for, and \"present\" or \"absent\".\n"
       "Why a device that is present cannot be opened is told on standard error.");
   command->add_option("--com", assignments_, "Let port N stand for DEVICE in this run")
-      ->check(qt::PortAssignmentFault)
+      ->check(ports::PortAssignmentFault)
       ->allow_extra_args(false)
       ->type_name("N=DEVICE");
 }
 
 ExitCode PortsCommand::Run() {
   const qt::QtSettingsStore settings;
-  qt::PortTable table(settings);
+  ports::PortTable table(settings);
   for (const std::string& assignment : assignments_) {
-    table.Assign(qt::ReadPortAssignment(assignment));
+    table.Assign(ports::ReadPortAssignment(assignment));
   }
   std::vector<std::string> obstacles;
-  for (int port = 1; port <= link::kLastComPort; ++port) {
+  for (int port = 1; port <= platform::kLastComPort; ++port) {
     const std::string device = table.DeviceOf(port);
-    const qt::PortFinding finding = qt::ProbePort(device);
+    const ports::PortFinding finding = ports::ProbePort(device);
     const std::string name = "COM" + std::to_string(port);
     std::cout << name << ' ' << device << ' ' << (finding.IsPresent() ? "present" : "absent")
               << '\n';

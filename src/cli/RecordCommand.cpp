@@ -17,11 +17,11 @@
 #include "cli/StatusLine.h"
 #include "link/ComPort.h"
 #include "platform/MemorySettingsStore.h"
-#include "qt/PortTable.h"
-#include "qt/QtSerialPort.h"
-#include "qt/QtSettingsStore.h"
-#include "qt/QtTimer.h"
-#include "qt/StopSignal.h"
+#include "platform/posix/StopSignal.h"
+#include "platform/qt/QtSettingsStore.h"
+#include "platform/qt/QtTimer.h"
+#include "ports/PortTable.h"
+#include "ports/QtSerialPort.h"
 #include "sim/DemoSerialPort.h"
 #include "sim/Site.h"
 
@@ -66,7 +66,7 @@ void RecordCommand::AddTo(CLI::App& program) {
   auto* source = command->add_option_group("Source", "Where the beltpack is (one of them)");
   source->add_option("--port", device_, "This device")->type_name("DEVICE");
   source->add_option("--com", comPort_, "The device that this port number stands for")
-      ->check(WholeNumber(link::kLastComPort))
+      ->check(WholeNumber(platform::kLastComPort))
       ->type_name("N");
   auto* demo = source->add_flag("--demo", demo_, "The built-in beltpack");
   source->require_option(1);
@@ -122,11 +122,11 @@ ExitCode RecordCommand::RunOnDemo() {
 ExitCode RecordCommand::RunOnDevice() {
   ConsoleMachine console;
   const qt::QtSettingsStore settings;
-  qt::PortTable ports(settings);
+  ports::PortTable ports(settings);
   if (device_) {
     ports.Assign({1, *device_});
   }
-  qt::QtSerialPort port(ports);
+  ports::QtSerialPort port(ports);
   port.SetPortNumber(static_cast<std::int16_t>(comPort_.value_or(1)));
   return RunOn(console, port);
 }
@@ -141,7 +141,7 @@ ExitCode RecordCommand::RunOn(ConsoleMachine& console, platform::SerialPort& por
   app::LiveSession live(console.Machine(), console.Controls(),
                         {port, rfpsTimer, timerComPort, silenceTimer, settingsStore, debugView});
 
-  port.SetSettings(link::PortSettings(baud_));
+  port.SetSettings(platform::PortSettings(baud_));
   port.SetOpen(true);
   live.StartLink();
   options_.CheckIn(console.MenuBar());
@@ -156,7 +156,7 @@ ExitCode RecordCommand::RunOn(ConsoleMachine& console, platform::SerialPort& por
 
   StatusLine statusLine(console.StatusBar());
   const std::int64_t start = console.Clock().TickCount();
-  const qt::StopSignal stopSignal([] { QCoreApplication::quit(); });
+  const posix::StopSignal stopSignal([] { QCoreApplication::quit(); });
   qt::QtTimer check(Interval(kCheckMilliseconds, speed_));
   const auto endIfDone = [&] {
     statusLine.Show();

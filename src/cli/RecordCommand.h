@@ -7,7 +7,7 @@
 #include "app/Session.h"
 #include "cli/Command.h"
 #include "cli/ResultOptions.h"
-#include "link/PortSettings.h"
+#include "platform/PortSettings.h"
 #include "platform/SerialPort.h"
 
 namespace kelvara::cli {
@@ -31,7 +31,7 @@ class RecordCommand : public Command {
   std::optional<std::string> device_;
   std::optional<int> comPort_;
   bool demo_ = false;
-  std::int32_t baud_ = link::kUsualRate;
+  std::int32_t baud_ = platform::kUsualRate;
   std::optional<std::int32_t> reports_;
   std::optional<double> seconds_;
   std::optional<std::string> rawPath_;

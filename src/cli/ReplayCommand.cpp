@@ -8,9 +8,9 @@
 #include "cli/FileClash.h"
 #include "cli/ProgressLine.h"
 #include "cli/ResultOutputs.h"
-#include "link/RecordedSession.h"
 #include "link/ReportCollector.h"
-#include "link/WholeReport.h"
+#include "sessions/RecordedSession.h"
+#include "sessions/WholeReport.h"
 
 namespace kelvara::cli {
 namespace {
@@ -19,7 +19,7 @@ constexpr const char* kStandardInput = "-";
 constexpr std::size_t kPieceBytes = std::size_t{256} << 10U;
 
 /// Hands recorded reports to the parser, and notes on standard error what was dropped.
-class Replay : public link::RecordedTextReader {
+class Replay : public sessions::RecordedTextReader {
  public:
   explicit Replay(app::Session& session) : session_(session) {}
 
@@ -27,8 +27,8 @@ class Replay : public link::RecordedTextReader {
     session_.Parser().ProcessRfpsReport(report);
   }
 
-  void NoteDropped(link::DropReason reason) override {
-    if (reason == link::DropReason::Unfinished) {
+  void NoteDropped(sessions::DropReason reason) override {
+    if (reason == sessions::DropReason::Unfinished) {
       Complain(name_ + ": the last report has fewer than " +
                std::to_string(link::kRfpsReportLines) + " lines and was dropped");
     } else {
@@ -39,7 +39,7 @@ class Replay : public link::RecordedTextReader {
   }
 
   /// Reads one file to its end.
-  void ReadFile(const std::string& name, platform::InputFile& file, link::RecordedText& text) {
+  void ReadFile(const std::string& name, platform::InputFile& file, sessions::RecordedText& text) {
     name_ = name == kStandardInput ? "standard input" : name;
     ProgressLine progress(name_, file.Size());
     std::vector<char> piece(kPieceBytes);
@@ -108,10 +108,10 @@ ExitCode ReplayCommand::Run() {
   for (const std::string& name : files_) {
     try {
       // Made anew for each file, so that one which cannot be read to its end leaves nothing behind.
-      link::RecordedSession recordedSession(replay);
-      link::WholeReport wholeReport(replay);
-      link::RecordedText& text =
-          whole_ ? static_cast<link::RecordedText&>(wholeReport) : recordedSession;
+      sessions::RecordedSession recordedSession(replay);
+      sessions::WholeReport wholeReport(replay);
+      sessions::RecordedText& text =
+          whole_ ? static_cast<sessions::RecordedText&>(wholeReport) : recordedSession;
       replay.ReadFile(name, *Open(name, console), text);
     } catch (const base::Fault& fault) {
       Complain(fault.what());

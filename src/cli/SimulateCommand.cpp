@@ -17,8 +17,8 @@
 
 #include "base/Fault.h"
 #include "cli/NumberChecks.h"
-#include "qt/CaughtSignals.h"
-#include "qt/QtFileSystem.h"
+#include "platform/posix/CaughtSignals.h"
+#include "platform/qt/QtFileSystem.h"
 #include "sim/Beltpack.h"
 #include "sim/BeltpackTerminal.h"
 #include "sim/ControlLines.h"
@@ -172,7 +172,7 @@ ExitCode SimulateCommand::Run() {
       });
     }
     OpenStopPipe();
-    const qt::CaughtSignals caughtSignals(AskToStop);
+    const posix::CaughtSignals caughtSignals(AskToStop);
     const Stopwatch stopwatch;
     sim::BeltpackTerminal terminal(beltpack, linkPath_);
     Serve(beltpack, terminal, takesControl_, stopwatch);

@@ -8,9 +8,9 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "qt/DialogControls.h"
-#include "qt/EventHandler.h"
-#include "qt/Text.h"
+#include "platform/EventHandler.h"
+#include "platform/qt/Text.h"
+#include "platform/widgets/DialogControls.h"
 
 namespace kelvara::convert {
 namespace {
@@ -29,12 +29,12 @@ FrmConvert::FrmConvert(platform::Beeper& beeper, QWidget* parent)
   for (const ConverterFrame& frame : ConverterFrames()) {
     layout->addWidget(AddFrame(frame));
   }
-  QPushButton* const cmdOK = qt::NewButton(*this, "CmdOK", "&OK", "Close Converter.");
+  QPushButton* const cmdOK = widgets::NewButton(*this, "CmdOK", "&OK", "Close Converter.");
   connect(cmdOK, &QPushButton::clicked, this, &QDialog::close);
   layout->addWidget(cmdOK, 0, Qt::AlignRight);
   layout->setSizeConstraint(QLayout::SetFixedSize);
 
-  qt::LeaveEnterToTheFields(*this);
+  widgets::LeaveEnterToTheFields(*this);
   FitToFont();
   Form_Unload();
 }
@@ -51,15 +51,16 @@ QWidget* FrmConvert::AddFrame(const ConverterFrame& frame) {
 
 void FrmConvert::AddField(const ConverterField& field, QWidget& frame, QGridLayout& layout) {
   const QString labelName = QStringLiteral("Label%1").arg(++labelCount_);
-  QLabel* const label = qt::NewLabel(frame, labelName.toLatin1().constData(), field.label);
+  QLabel* const label = widgets::NewLabel(frame, labelName.toLatin1().constData(), field.label);
   const QString spokenName = QString::fromLatin1(field.label).remove(u':');
 
-  QLineEdit* const edit = qt::NewTextBox(frame, field.control, "", field.toolTip);
+  QLineEdit* const edit = widgets::NewTextBox(frame, field.control, "", field.toolTip);
   edit->setAccessibleName(spokenName);
   label->setBuddy(edit);
   EditOf(field.field) = edit;
 
-  QPushButton* const button = qt::NewButton(frame, field.button, "Update", field.buttonToolTip);
+  QPushButton* const button =
+      widgets::NewButton(frame, field.button, "Update", field.buttonToolTip);
   button->setAccessibleName(QStringLiteral("Update from ") + spokenName);
   connect(button, &QPushButton::clicked, this,
           [this, source = field.field] { UpdateFrom(source); });
@@ -89,7 +90,7 @@ void FrmConvert::FitToFont() {
 }
 
 void FrmConvert::UpdateFrom(Field source) {
-  qt::HandleEvent(beeper_, [this, source] {
+  platform::HandleEvent(beeper_, [this, source] {
     for (const auto& [field, text] :
          converter_.Update(source, qt::ToText(EditOf(source)->text()))) {
       EditOf(field)->setText(qt::ToQString(text));
@@ -108,7 +109,7 @@ void FrmConvert::UpdateFromFocusedField() {
 }
 
 void FrmConvert::keyPressEvent(QKeyEvent* event) {
-  if (qt::IsEnter(*event)) {
+  if (widgets::IsEnter(*event)) {
     UpdateFromFocusedField();
   }
   QDialog::keyPressEvent(event);

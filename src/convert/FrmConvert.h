@@ -6,7 +6,7 @@
 #include "convert/Converter.h"
 #include "convert/ConverterFields.h"
 #include "platform/Beeper.h"
-#include "qt/DialogManners.h"
+#include "platform/widgets/DialogManners.h"
 
 class QGridLayout;
 class QLineEdit;
@@ -22,7 +22,7 @@ class FrmConvert : public QDialog {
   FrmConvert(platform::Beeper& beeper, QWidget* parent);
 
   /// Opens the window, empty; one that is open comes to the front as it is.
-  void Open() { qt::ShowInFront(*this); }  // NOLINT(bugprone-virtual-near-miss): not modal
+  void Open() { widgets::ShowInFront(*this); }  // NOLINT(bugprone-virtual-near-miss): not modal
 
  protected:
   /// Enter runs the Update of most fields; the key goes on.

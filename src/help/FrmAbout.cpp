@@ -8,9 +8,9 @@
 #include "help/MakerTexts.h"
 #include "help/ProgramIcon.h"
 #include "platform/ProgramTitle.h"
-#include "qt/DialogControls.h"
-#include "qt/DialogManners.h"
-#include "qt/Text.h"
+#include "platform/qt/Text.h"
+#include "platform/widgets/DialogControls.h"
+#include "platform/widgets/DialogManners.h"
 
 namespace kelvara::help {
 namespace {
@@ -35,22 +35,22 @@ FrmAbout::FrmAbout(QWidget* parent) : QDialog(parent) {
   setWindowTitle(QStringLiteral("About ") + QString::fromLatin1(platform::kProgramTitle));
   setModal(true);
 
-  QLabel* const picIcon = qt::NewLabel(*this, "picIcon", "");
+  QLabel* const picIcon = widgets::NewLabel(*this, "picIcon", "");
   // Drawn for the finest of the screens, and so sharp on each of them.
   picIcon->setPixmap(ProgramIcon().pixmap(kIconSize, qApp->devicePixelRatio()));
   picIcon->setAccessibleName(QStringLiteral("Program icon"));
 
-  QLabel* const lblTitle = qt::NewLabel(*this, "lblTitle", "");
+  QLabel* const lblTitle = widgets::NewLabel(*this, "lblTitle", "");
   lblTitle->setText(qt::ToQString(platform::ProgramTitleAndVersion()));
   QFont titleFont = lblTitle->font();
   titleFont.setPointSizeF(QFontInfo(titleFont).pointSizeF() * kTitleScale);
   titleFont.setBold(true);
   lblTitle->setFont(titleFont);
 
-  QLabel* const lblCopy = qt::NewLabel(*this, "LblCopy", "");
+  QLabel* const lblCopy = widgets::NewLabel(*this, "LblCopy", "");
   lblCopy->setText(qt::ToQString(MakerLines()));
 
-  QPushButton* const cmdOK = qt::NewButton(*this, "cmdOK", "&OK", "");
+  QPushButton* const cmdOK = widgets::NewButton(*this, "cmdOK", "&OK", "");
   connect(cmdOK, &QPushButton::clicked, this, &QDialog::close);
 
   auto* const layout = new QGridLayout(this);
@@ -61,7 +61,7 @@ FrmAbout::FrmAbout(QWidget* parent) : QDialog(parent) {
   layout->setHorizontalSpacing(2 * layout->horizontalSpacing());
   layout->setSizeConstraint(QLayout::SetFixedSize);
 
-  qt::LeaveEnterToTheFields(*this);
+  widgets::LeaveEnterToTheFields(*this);
 }
 
 }  // namespace kelvara::help

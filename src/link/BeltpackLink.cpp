@@ -85,8 +85,8 @@ void BeltpackLink::SerialSendString(std::string_view ComStr, bool dDisplayStatus
     if (dDisplayStatus) {
       SetStatusText("Tx string: " + std::string(ComStr));
     }
-    if (trace_ != nullptr) {
-      trace_->Sent(ComStr);
+    if (lineListener_ != nullptr) {
+      lineListener_->Sent(ComStr);
     }
     for (const char& character : ComStr) {
       port.Output(std::string_view(&character, 1));
@@ -245,8 +245,8 @@ void BeltpackLink::ResetPort() {
 }
 
 void BeltpackLink::TakeChunk(std::string_view chunk) {
-  if (trace_ != nullptr) {
-    trace_->Received(chunk);
+  if (lineListener_ != nullptr) {
+    lineListener_->Received(chunk);
   }
   if (chunk > kLifeAbove && chunk < kLifeBelow) {
     HearBeltpack();

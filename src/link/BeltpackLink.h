@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "link/ChunkSplitter.h"
-#include "link/LineTrace.h"
+#include "link/LineListener.h"
 #include "link/LinkDuties.h"
 #include "link/ReportCollector.h"
 #include "platform/Beeper.h"
@@ -85,8 +85,8 @@ class BeltpackLink {
   /// Reads and discards bytes until the program ends.
   void CmdChkRx_Click();
 
-  /// Writes a trace of the line from now on; null ends it.
-  void SetTrace(LineTrace* trace) { trace_ = trace; }
+  /// Tells a listener of everything on the line from now on; null for none.
+  void SetLineListener(LineListener* listener) { lineListener_ = listener; }
 
   std::int16_t bLinkLossPending() const { return bLinkLossPending_; }
   std::int16_t iPollStep() const { return iPollStep_; }
@@ -114,7 +114,7 @@ class BeltpackLink {
   LinkDuties& duties_;
   ChunkSplitter splitter_;
   ReportCollector collector_;
-  LineTrace* trace_ = nullptr;
+  LineListener* lineListener_ = nullptr;
   platform::DateTime dtLastRx_ = 0.0;
   std::int16_t bLinkLossPending_ = 0;
   std::int16_t iPollStep_ = 0;

@@ -17,12 +17,12 @@ std::int16_t ComPort::GetComPort() const {
 
 std::int32_t ComPort::GetBaudRate() const {
   return base::Round32(
-      base::ReadWholeNumber(settings_.Read(kBaudrateKey, std::to_string(kUsualRate))));
+      base::ReadWholeNumber(settings_.Read(kBaudrateKey, std::to_string(platform::kUsualRate))));
 }
 
 void ComPort::OpenComPort(std::int16_t port) {
   MSComm1_.SetPortNumber(port);
-  MSComm1_.SetSettings(PortSettings(base::ToInt16(GetBaudRate())));
+  MSComm1_.SetSettings(platform::PortSettings(base::ToInt16(GetBaudRate())));
   MSComm1_.SetOpen(true);
   statusBar_.SetPanel(platform::StatusPanel::Port, "COM" + std::to_string(port));
   statusBar_.SetPanel(platform::StatusPanel::Rate, std::to_string(GetBaudRate()));
@@ -36,7 +36,7 @@ void ComPort::SelectPort(int entryIndex, std::string_view rateText) {
   TimerComPort_.SwitchOn();
   // The rate is applied to the port once it is open.
   const std::int32_t rate = base::Round32(base::ReadWholeNumber(rateText));
-  MSComm1_.SetSettings(PortSettings(rate));
+  MSComm1_.SetSettings(platform::PortSettings(rate));
   settings_.Write(kComPortKey, std::to_string(port));
   settings_.Write(kBaudrateKey, std::to_string(rate));
 }

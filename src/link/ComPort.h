@@ -4,16 +4,13 @@
 #include <string>
 #include <string_view>
 
-#include "link/PortSettings.h"
+#include "platform/PortSettings.h"
 #include "platform/ProgramSettings.h"
 #include "platform/SerialPort.h"
 #include "platform/StatusBar.h"
 #include "platform/Timer.h"
 
 namespace kelvara::link {
-
-/// The ports that the user can choose from are COM1 to this one.
-inline constexpr std::int16_t kLastComPort = 12;
 
 /// Where the port number and the rate are stored.
 inline constexpr std::string_view kComPortKey = "ComPort";

@@ -9,9 +9,9 @@
 
 #include "base/Fault.h"
 #include "platform/ProgramTitle.h"
-#include "qt/DialogControls.h"
-#include "qt/DialogManners.h"
-#include "qt/Text.h"
+#include "platform/qt/Text.h"
+#include "platform/widgets/DialogControls.h"
+#include "platform/widgets/DialogManners.h"
 
 namespace kelvara::link {
 namespace {
@@ -56,26 +56,26 @@ FrmComSelect::FrmComSelect(ComPort& comPort, platform::MessageBoxes& messageBoxe
 
 void FrmComSelect::MakeControls() {
   ComboCom_ = new PortList(this);
-  qt::NameControl(*ComboCom_, "ComboCom", "COM Port",
-                  "COM Port that Beltpack will be connected to.");
-  for (int port = 1; port <= kLastComPort; ++port) {
+  widgets::NameControl(*ComboCom_, "ComboCom", "COM Port",
+                       "COM Port that Beltpack will be connected to.");
+  for (int port = 1; port <= platform::kLastComPort; ++port) {
     ComboCom_->addItem(QStringLiteral("COM%1").arg(port));
   }
   ComboBaud_ = new QComboBox(this);
-  qt::NameControl(*ComboBaud_, "ComboBaud", "Baud Rate",
-                  "Baud rate (default is 19200 for beltpack).");
+  widgets::NameControl(*ComboBaud_, "ComboBaud", "Baud Rate",
+                       "Baud rate (default is 19200 for beltpack).");
   ComboBaud_->setEditable(true);
   ComboBaud_->setInsertPolicy(QComboBox::NoInsert);
   ComboBaud_->setCompleter(nullptr);
   for (const char* const rate : kRates) {
     ComboBaud_->addItem(QString::fromLatin1(rate));
   }
-  portLine_ = qt::NewLabel(*this, "Label3", "");
+  portLine_ = widgets::NewLabel(*this, "Label3", "");
   portLine_->setWordWrap(true);
-  CmdOK_ = qt::NewButton(*this, "CmdOK", "&OK", "Accept settings.");
-  CmdCancel_ =
-      qt::NewButton(*this, "CmdCancel", "&Cancel", "Close the window without changing settings.");
-  qt::LeaveEnterToTheFields(*this);
+  CmdOK_ = widgets::NewButton(*this, "CmdOK", "&OK", "Accept settings.");
+  CmdCancel_ = widgets::NewButton(*this, "CmdCancel", "&Cancel",
+                                  "Close the window without changing settings.");
+  widgets::LeaveEnterToTheFields(*this);
   connect(CmdOK_, &QPushButton::clicked, this, &FrmComSelect::CmdOK_Click);
   connect(CmdCancel_, &QPushButton::clicked, this, &FrmComSelect::CmdCancel_Click);
 }
@@ -86,9 +86,9 @@ void FrmComSelect::LayOut() {
   buttons->addWidget(CmdOK_);
   buttons->addWidget(CmdCancel_);
   grid_ = new QGridLayout(this);
-  grid_->addWidget(qt::NewLabel(*this, "Label1", "COM Port:"), 0, 0);
+  grid_->addWidget(widgets::NewLabel(*this, "Label1", "COM Port:"), 0, 0);
   grid_->addWidget(ComboCom_, 1, 0);
-  grid_->addWidget(qt::NewLabel(*this, "Label2", "Baud Rate:"), 0, 1);
+  grid_->addWidget(widgets::NewLabel(*this, "Label2", "Baud Rate:"), 0, 1);
   grid_->addWidget(ComboBaud_, 1, 1, Qt::AlignTop);
   grid_->addWidget(portLine_, kPortLineRow, 0, 1, 2, Qt::AlignTop);
   grid_->addLayout(buttons, kPortLineRow + 1, 0, 1, 2);
@@ -100,12 +100,12 @@ void FrmComSelect::LayOut() {
 
 void FrmComSelect::FitToFont() {
   // All the ports are seen at once.
-  ComboCom_->setMinimumHeight(ComboCom_->sizeHintForRow(0) * kLastComPort +
+  ComboCom_->setMinimumHeight(ComboCom_->sizeHintForRow(0) * platform::kLastComPort +
                               2 * ComboCom_->frameWidth());
-  const int columnWidth = qt::WidthOf(*portLine_, kPortLineCharacters / 2);
+  const int columnWidth = widgets::WidthOf(*portLine_, kPortLineCharacters / 2);
   grid_->setColumnMinimumWidth(0, columnWidth);
   grid_->setColumnMinimumWidth(1, columnWidth);
-  grid_->setRowMinimumHeight(kPortLineRow, qt::HeightOf(*portLine_, kPortLineLines));
+  grid_->setRowMinimumHeight(kPortLineRow, widgets::HeightOf(*portLine_, kPortLineLines));
 }
 
 void FrmComSelect::Form_Load() {
@@ -114,7 +114,7 @@ void FrmComSelect::Form_Load() {
   ComboBaud_->setCurrentIndex(-1);
   try {
     const int port = comPort_.GetComPort();
-    if (port >= 1 && port <= kLastComPort) {
+    if (port >= 1 && port <= platform::kLastComPort) {
       ComboCom_->setCurrentRow(port - 1);
     }
   } catch (const std::exception&) {

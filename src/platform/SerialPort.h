@@ -8,6 +8,9 @@
 
 namespace kelvara::platform {
 
+/// The ports that the user can choose from are COM1 to this one.
+inline constexpr std::int16_t kLastComPort = 12;
+
 /// The serial port object `MSComm1`. It is opened exclusively, without flow control, and the
 /// control lines are left as opening sets them.
 class SerialPort {

@@ -6,10 +6,10 @@
 #include <QPointer>
 #include <QTextDocument>
 
-#include "qt/DialogControls.h"
-#include "qt/DialogManners.h"
-#include "qt/EventHandler.h"
-#include "qt/Text.h"
+#include "platform/EventHandler.h"
+#include "platform/qt/Text.h"
+#include "platform/widgets/DialogControls.h"
+#include "platform/widgets/DialogManners.h"
 
 namespace kelvara::report {
 namespace {
@@ -35,28 +35,29 @@ FrmReport::FrmReport(ReportDialog& reportDialog, platform::Beeper& beeper, QWidg
   setModal(true);
   MakeControls();
   LayOut();
-  qt::HandleEvent(beeper_, [this] { Form_Load(); });
+  platform::HandleEvent(beeper_, [this] { Form_Load(); });
 }
 
 void FrmReport::MakeControls() {
   TxtFileName_ =
-      qt::NewTextBox(*this, "TxtFileName", "File", "Name and path of file to be generated.");
-  CommandBrowse_ = qt::NewButton(*this, "CommandBrowse", "&Browse...", "Browse for file.");
-  TxtSite_ = qt::NewTextBox(*this, "TxtSite", "Site", "Name of customer and site location.");
-  TxtTester_ = qt::NewTextBox(*this, "TxtTester", "Tester",
-                              "Name of person carrying out the DECT Synchronisation procedure.");
+      widgets::NewTextBox(*this, "TxtFileName", "File", "Name and path of file to be generated.");
+  CommandBrowse_ = widgets::NewButton(*this, "CommandBrowse", "&Browse...", "Browse for file.");
+  TxtSite_ = widgets::NewTextBox(*this, "TxtSite", "Site", "Name of customer and site location.");
+  TxtTester_ =
+      widgets::NewTextBox(*this, "TxtTester", "Tester",
+                          "Name of person carrying out the DECT Synchronisation procedure.");
   TxtNotes_ = new QPlainTextEdit(this);
-  qt::NameControl(*TxtNotes_, "TxtNotes", "Notes", "Miscellaneous notes.");
+  widgets::NameControl(*TxtNotes_, "TxtNotes", "Notes", "Miscellaneous notes.");
   TxtNotes_->setTabChangesFocus(true);
   CheckOpenReport_ = new QCheckBox(QStringLiteral("Show Report"), this);
   CheckOpenReport_->setObjectName(QStringLiteral("CheckOpenReport"));
   CheckOpenReport_->setChecked(ReportFields().showReport);
   CommandGenerate_ =
-      qt::NewButton(*this, "CommandGenerate", "&Generate Report", "Generate report.");
-  CommandCancel_ =
-      qt::NewButton(*this, "CommandCancel", "&Cancel", "Close window without generating report.");
+      widgets::NewButton(*this, "CommandGenerate", "&Generate Report", "Generate report.");
+  CommandCancel_ = widgets::NewButton(*this, "CommandCancel", "&Cancel",
+                                      "Close window without generating report.");
 
-  qt::LeaveEnterToTheFields(*this);
+  widgets::LeaveEnterToTheFields(*this);
   for (QWidget* const box : {static_cast<QWidget*>(TxtFileName_), static_cast<QWidget*>(TxtSite_),
                              static_cast<QWidget*>(TxtTester_), static_cast<QWidget*>(TxtNotes_)}) {
     box->installEventFilter(this);
@@ -68,14 +69,14 @@ void FrmReport::MakeControls() {
 
 void FrmReport::LayOut() {
   auto* const grid = new QGridLayout;
-  grid->addWidget(qt::NewLabel(*this, "Label1", "File:"), 0, 0);
+  grid->addWidget(widgets::NewLabel(*this, "Label1", "File:"), 0, 0);
   grid->addWidget(TxtFileName_, 0, 1);
   grid->addWidget(CommandBrowse_, 0, 2);
-  grid->addWidget(qt::NewLabel(*this, "Label2", "Site:"), 1, 0);
+  grid->addWidget(widgets::NewLabel(*this, "Label2", "Site:"), 1, 0);
   grid->addWidget(TxtSite_, 1, 1, 1, 2);
-  grid->addWidget(qt::NewLabel(*this, "Label3", "Tester:"), 2, 0);
+  grid->addWidget(widgets::NewLabel(*this, "Label3", "Tester:"), 2, 0);
   grid->addWidget(TxtTester_, 2, 1, 1, 2);
-  grid->addWidget(qt::NewLabel(*this, "Label4", "Notes:"), 3, 0, Qt::AlignTop);
+  grid->addWidget(widgets::NewLabel(*this, "Label4", "Notes:"), 3, 0, Qt::AlignTop);
   grid->addWidget(TxtNotes_, 3, 1, 1, 2);
   grid->addWidget(CheckOpenReport_, 4, 1, 1, 2);
   grid->setRowStretch(3, 1);
@@ -91,8 +92,8 @@ void FrmReport::LayOut() {
 }
 
 void FrmReport::FitToFont() {
-  TxtFileName_->setMinimumWidth(qt::WidthOf(*TxtFileName_, kFileNameCharacters));
-  TxtNotes_->setMinimumHeight(qt::HeightOf(*TxtNotes_, kNotesLines));
+  TxtFileName_->setMinimumWidth(widgets::WidthOf(*TxtFileName_, kFileNameCharacters));
+  TxtNotes_->setMinimumHeight(widgets::HeightOf(*TxtNotes_, kNotesLines));
 }
 
 void FrmReport::Form_Load() {
@@ -112,7 +113,7 @@ ReportFields FrmReport::Fields() const {
 void FrmReport::CommandBrowse_Click() {
   // The window may die with the program while a question is open over it.
   const QPointer<FrmReport> self(this);
-  qt::HandleEvent(beeper_, [&] {
+  platform::HandleEvent(beeper_, [&] {
     const std::optional<std::string> chosen = reportDialog_.CommandBrowse_Click();
     if (self && chosen) {
       TxtFileName_->setText(qt::ToQString(*chosen));
@@ -122,7 +123,7 @@ void FrmReport::CommandBrowse_Click() {
 
 void FrmReport::CommandGenerate_Click() {
   const QPointer<FrmReport> self(this);
-  qt::HandleEvent(beeper_, [&] {
+  platform::HandleEvent(beeper_, [&] {
     if (reportDialog_.CommandGenerate_Click(qt::ToText(TxtFileName_->text()), Fields()) && self) {
       accept();
     }
@@ -132,7 +133,7 @@ void FrmReport::CommandGenerate_Click() {
 void FrmReport::CommandCancel_Click() { reject(); }
 
 bool FrmReport::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::KeyPress && qt::IsEnter(*static_cast<QKeyEvent*>(event))) {
+  if (event->type() == QEvent::KeyPress && widgets::IsEnter(*static_cast<QKeyEvent*>(event))) {
     const QPointer<FrmReport> self(this);
     CommandGenerate_Click();
     if (!self) {

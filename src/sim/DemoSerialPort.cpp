@@ -17,7 +17,9 @@ DemoSerialPort::~DemoSerialPort() {
   delivery_.SetTick({});
 }
 
-void DemoSerialPort::SetSettings(std::string_view settings) { rate_ = link::ReadRate(settings); }
+void DemoSerialPort::SetSettings(std::string_view settings) {
+  rate_ = platform::ReadRate(settings);
+}
 
 void DemoSerialPort::SetOpen(bool open) {
   if (open == isOpen_) {
@@ -90,7 +92,7 @@ void DemoSerialPort::Deliver() {
   // reads them, however late this tick is. The program may close the port, or let another tick in,
   // while it reads.
   while (isOpen_ && !arrived_.empty()) {
-    const std::size_t room = link::kInputBufferBytes - input_.size();
+    const std::size_t room = platform::kInputBufferBytes - input_.size();
     if (room == 0) {
       arrived_.clear();
       return;

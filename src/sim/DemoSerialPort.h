@@ -7,8 +7,8 @@
 #include <string_view>
 #include <utility>
 
-#include "link/PortSettings.h"
 #include "platform/Clock.h"
+#include "platform/PortSettings.h"
 #include "platform/SerialPort.h"
 #include "platform/Timer.h"
 #include "sim/Beltpack.h"
@@ -34,7 +34,7 @@ class DemoSerialPort : public platform::SerialPort {
 
   /// Takes "RATE,n,8,1" alone, whatever the rate; another text is a port fault.
   void SetSettings(std::string_view settings) override;
-  std::string Settings() const override { return link::PortSettings(rate_); }
+  std::string Settings() const override { return platform::PortSettings(rate_); }
 
   /// Opening is a port fault while the beltpack is away.
   void SetOpen(bool open) override;
@@ -62,7 +62,7 @@ class DemoSerialPort : public platform::SerialPort {
   platform::Timer& delivery_;
   std::function<void()> notification_;
   std::int16_t portNumber_ = 1;
-  std::int32_t rate_ = link::kUsualRate;
+  std::int32_t rate_ = platform::kUsualRate;
   bool isOpen_ = false;
   bool isBreak_ = false;
   bool isDeviceGone_ = false;

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "base/CheckedInteger.h"
-#include "qt/Text.h"
+#include "platform/qt/Text.h"
 
 namespace kelvara::sync {
 

@@ -11,7 +11,7 @@
 #include <QToolTip>
 #include <algorithm>
 
-#include "qt/Twips.h"
+#include "platform/widgets/Twips.h"
 #include "sync/GridCellDelegate.h"
 #include "sync/GridHeader.h"
 #include "sync/SyncGrid.h"
@@ -54,7 +54,7 @@ void SyncGridView::SetGridModel(SyncGridModel* model) {
   connect(model, &SyncGridModel::PaintingResumed, this, [this] { setUpdatesEnabled(true); });
   connect(model, &SyncGridModel::ColumnWidthChanged, this, [this](int column, int twips) {
     if (column > 0) {
-      setColumnWidth(column, qt::TwipsToPixels(*this, twips));
+      setColumnWidth(column, widgets::TwipsToPixels(*this, twips));
     }
   });
   HideHeaderCells();
@@ -126,7 +126,7 @@ void SyncGridView::FitFont() {
     return;
   }
   const QScopedValueRollback fitting(fitting_, true);
-  const int columnWidth = qt::TwipsToPixels(*this, kGridColumnTwips);
+  const int columnWidth = widgets::TwipsToPixels(*this, kGridColumnTwips);
   const int room = columnWidth - kColumnPadding;
   // The program's font, not the view's own: that one was fitted before and would only ever shrink.
   QFont fitted = QApplication::font(this);

@@ -6,8 +6,8 @@
 #include <string>
 
 #include "app/FrmMain.h"
-#include "qt/QtFileChooser.h"
-#include "qt/QtMessageBoxes.h"
+#include "platform/widgets/QtFileChooser.h"
+#include "platform/widgets/QtMessageBoxes.h"
 #include "support/BoxAnswer.h"
 #include "support/ChooserUser.h"
 #include "support/DesktopDoubles.h"
@@ -59,12 +59,12 @@ class FrmMainRig {
   PlainDateFormat dateFormat;
   MemoryFileSystem files;
   CountingBeeper beeper;
-  qt::QtMessageBoxes boxes;
-  qt::QtFileChooser chooser;
+  widgets::QtMessageBoxes boxes;
+  widgets::QtFileChooser chooser;
   RecordingDocumentOpener opener;
   ScriptedSettingsStore store;
   ScriptedPort port;
-  qt::QtEventPump events;
+  widgets::QtEventPump events;
   app::FrmMain window{{clock, dateFormat, files, beeper, boxes, chooser, opener, store, port,
                        events, "/program", [](int number) {
                          return "/dev/ttyUSB" + std::to_string(number) + ": ready to be opened.";

@@ -134,7 +134,7 @@ class LineFaultStatesTest : public testing::TestWithParam<Situation>, public Liv
     EXPECT_GE(live.Results().Model().ReportCount(), reportsBefore);
     EXPECT_EQ(CommandsIn(Trace()) - CommandsIn(traceBefore),
               kFaultMilliseconds / link::kRfpsTimerMilliseconds);
-    EXPECT_LE(port.InputCount(), link::kInputBufferBytes);
+    EXPECT_LE(port.InputCount(), platform::kInputBufferBytes);
     beltpack.SetFault({});
     beltpack.Plug();
   }

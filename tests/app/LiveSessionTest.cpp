@@ -153,7 +153,7 @@ TEST(LiveSession, TenMinutesOfFloodKeepTheReportBounded) {
   rig.Start();
   rig.beltpack.SetFault({sim::LineFault::Flood});
   rig.time.Pass(600 * 1000);
-  EXPECT_LE(rig.port.InputCount(), link::kInputBufferBytes);
+  EXPECT_LE(rig.port.InputCount(), platform::kInputBufferBytes);
   EXPECT_LE(rig.live.Results().Model().AaCount(), 52);
 }
 

@@ -13,9 +13,9 @@
 #include "capture/DataCapture.h"
 #include "capture/FrmCapture.h"
 #include "platform/MemoryMenuBar.h"
-#include "qt/QtFileChooser.h"
-#include "qt/QtFileSystem.h"
-#include "qt/QtMessageBoxes.h"
+#include "platform/qt/QtFileSystem.h"
+#include "platform/widgets/QtFileChooser.h"
+#include "platform/widgets/QtMessageBoxes.h"
 #include "support/DesktopDoubles.h"
 #include "support/Doubles.h"
 #include "support/TextFile.h"
@@ -49,8 +49,8 @@ struct FrmCaptureRig {
   ManualClock clock;
   PlainDateFormat dateFormat;
   qt::QtFileSystem files;
-  qt::QtMessageBoxes boxes;
-  qt::QtFileChooser chooser;
+  widgets::QtMessageBoxes boxes;
+  widgets::QtFileChooser chooser;
   CountingBeeper beeper;
   ScriptedSettingsStore store;
   RecordingLogBox logBox;

@@ -8,8 +8,6 @@ import unittest
 
 SCRIPTS = pathlib.Path(__file__).resolve().parents[2] / "scripts"
 
-ENGINE_LIST = "add_library(kelvara_engine STATIC\n  app/Session.cpp\n  sync/Model.cpp)\n"
-
 
 def run(script, *arguments):
     return subprocess.run(
@@ -22,7 +20,6 @@ class TreeTest(unittest.TestCase):
         folder = tempfile.TemporaryDirectory()
         self.addCleanup(folder.cleanup)
         self.root = pathlib.Path(folder.name)
-        self.write("CMakeLists.txt", ENGINE_LIST)
 
     def write(self, name, text):
         file = self.root / name
@@ -30,7 +27,7 @@ class TreeTest(unittest.TestCase):
         file.write_text(text)
 
 
-class CheckFloorsTest(TreeTest):
+class CheckLayersTest(TreeTest):
     def setUp(self):
         super().setUp()
         self.write("base/Fault.h", "#include <string>\n")
@@ -38,21 +35,23 @@ class CheckFloorsTest(TreeTest):
         self.write("sync/Model.cpp", '#include "sync/Model.h"\n')
         self.write("app/Session.h", '#include "sync/Model.h"\n')
         self.write("app/Session.cpp", '#include "app/Session.h"\n')
+        self.write("app/CMakeLists.txt", "kelvara_desktop(\n  FrmMain.h)\n")
+        self.write("sync/CMakeLists.txt", "kelvara_desktop(\n  GridView.cpp)\n")
         self.write("app/FrmMain.h", '#include <QMainWindow>\n#include "app/Session.h"\n')
         self.write("sync/GridView.h", "#include <QTableView>\n")
         self.write("sync/GridView.cpp", '#include "sync/GridView.h"\n')
-        self.write("cli/Main.cpp", '#include "app/Session.h"\n#include "qt/Clock.h"\n')
-        self.write("qt/Clock.h", "#include <QDateTime>\n")
+        self.write("cli/Main.cpp", '#include "app/Session.h"\n#include "platform/qt/Clock.h"\n')
+        self.write("platform/qt/Clock.h", "#include <QDateTime>\n")
 
     def expect_fault(self, *parts):
-        result = run("check-floors", self.root)
+        result = run("check-layers", self.root)
         self.assertEqual(result.returncode, 1, result.stdout + result.stderr)
         self.assertEqual(len(result.stdout.splitlines()), 1, result.stdout)
         for part in parts:
             self.assertIn(part, result.stdout)
 
     def test_a_tree_in_order_passes(self):
-        result = run("check-floors", self.root)
+        result = run("check-layers", self.root)
         self.assertEqual((result.returncode, result.stdout, result.stderr), (0, "", ""))
 
     def test_an_include_that_climbs_is_found(self):
@@ -63,29 +62,22 @@ class CheckFloorsTest(TreeTest):
         self.write("sync/Model.cpp", '#include "../app/Session.h"\n')
         self.expect_fault("sync/Model.cpp:1:", "../app/Session.h")
 
-    def test_a_neighbour_on_the_same_floor_is_found(self):
-        self.write("report/Report.h", "")
-        self.write("capture/Capture.h", '#include "report/Report.h"\n')
-        self.expect_fault("capture/Capture.h:1:", "report/Report.h")
+    def test_another_folder_of_the_same_layer_is_found(self):
+        self.write("convert/Units.h", "")
+        self.write("capture/Capture.h", '#include "convert/Units.h"\n')
+        self.expect_fault("capture/Capture.h:1:", "convert/Units.h")
 
     def test_the_engine_including_its_own_window_is_found(self):
         self.write("app/Session.cpp", '#include "app/FrmMain.h"\n')
         self.expect_fault("app/Session.cpp:1:", "windows")
 
-    def test_a_file_that_the_engine_does_not_list_counts_as_a_window(self):
-        self.write("sync/Model.cpp", '#include "sync/GridView.h"\n')
-        self.expect_fault("sync/Model.cpp:1:", "windows")
-
     def test_the_console_including_a_window_is_found(self):
         self.write("cli/Main.cpp", '#include "app/FrmMain.h"\n')
         self.expect_fault("cli/Main.cpp:1:", "windows")
 
-    def test_a_lone_header_that_only_windows_include_may_use_what_stands_below_windows(self):
-        self.write("app/Desk.h", '#include "qt/Clock.h"\n')
-        self.write("app/FrmMain.h", '#include "app/Desk.h"\n')
-        self.assertEqual(run("check-floors", self.root).returncode, 0)
-        self.write("app/Session.cpp", '#include "app/Desk.h"\n')
-        self.expect_fault("app/Desk.h:1:", "qt/Clock.h")
+    def test_a_window_may_use_what_lies_below_windows(self):
+        self.write("sync/GridView.h", '#include <QTableView>\n#include "platform/qt/Clock.h"\n')
+        self.assertEqual(run("check-layers", self.root).returncode, 0)
 
     def test_a_qt_header_in_the_engine_is_found(self):
         for header in ("QString", "QtCore/QString", "qglobal.h"):
@@ -93,21 +85,20 @@ class CheckFloorsTest(TreeTest):
                 self.write("sync/Model.h", f"#include <{header}>\n")
                 self.expect_fault("sync/Model.h:1:", header)
 
-    def test_every_room_of_the_engine_is_held_to_it(self):
-        for room in ("capture", "convert", "help", "link", "report"):
-            with self.subTest(room=room):
-                self.write("CMakeLists.txt", ENGINE_LIST.replace("app/", f"{room}/Duty.cpp app/"))
-                self.write(f"{room}/Duty.cpp", "#include <QString>\n")
-                self.expect_fault(f"{room}/Duty.cpp:1:", "QString")
-                self.write(f"{room}/Duty.cpp", "")
+    def test_every_folder_of_the_engine_is_free_of_qt(self):
+        for folder in ("capture", "convert", "help", "link", "report", "sessions", "survey"):
+            with self.subTest(folder=folder):
+                self.write(f"{folder}/Duty.cpp", "#include <QString>\n")
+                self.expect_fault(f"{folder}/Duty.cpp:1:", "QString")
+                self.write(f"{folder}/Duty.cpp", "")
 
     def test_threads_in_the_engine_are_found(self):
         self.write("sync/Model.h", "#include <thread>\n")
         self.expect_fault("sync/Model.h:1:", "thread")
 
-    def test_a_folder_without_a_floor_is_found(self):
+    def test_a_folder_of_no_layer_is_found(self):
         self.write("attic/Old.h", "")
-        self.expect_fault("attic/Old.h:1:", "no floor")
+        self.expect_fault("attic/Old.h:1:", "no layer")
 
 
 class CheckFormatTest(TreeTest):

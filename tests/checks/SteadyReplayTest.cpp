@@ -8,19 +8,19 @@
 
 #include "AllocationCount.h"
 #include "QuietControls.h"
-#include "link/RecordedSession.h"
 #include "platform/MemoryMenuBar.h"
+#include "sessions/RecordedSession.h"
 #include "sync/RfpsParser.h"
 #include "sync/SyncModel.h"
 
 namespace kelvara {
 namespace {
 
-class Reader : public link::RecordedTextReader {
+class Reader : public sessions::RecordedTextReader {
  public:
   explicit Reader(sync::RfpsParser& parser) : parser_(parser) {}
   void ProcessRfpsReport(std::string_view report) override { parser_.ProcessRfpsReport(report); }
-  void NoteDropped(link::DropReason /*reason*/) override { FAIL() << "a report was dropped"; }
+  void NoteDropped(sessions::DropReason /*reason*/) override { FAIL() << "a report was dropped"; }
 
  private:
   sync::RfpsParser& parser_;
@@ -41,7 +41,7 @@ TEST(SteadyReplay, AsksForNoMemoryOnceTheAntennasAreKnown) {
   bench::QuietBeeper beeper;
   sync::RfpsParser parser(model, sync::DisplayOptions(menuBar), log, statusBar, beeper);
   Reader reader(parser);
-  link::RecordedSession session(reader);
+  sessions::RecordedSession session(reader);
   session.Feed(text);
   const std::int32_t reports = model.ReportCount();
   ASSERT_GT(reports, 0);

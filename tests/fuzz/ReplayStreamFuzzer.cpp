@@ -8,10 +8,10 @@
 
 #include "Expect.h"
 #include "PlainComparison.h"
-#include "link/RecordedSession.h"
 #include "link/ReportCollector.h"
-#include "link/TraceMarks.h"
-#include "link/WholeReport.h"
+#include "sessions/RecordedSession.h"
+#include "sessions/TraceMarks.h"
+#include "sessions/WholeReport.h"
 
 namespace kelvara::test {
 namespace {
@@ -24,19 +24,19 @@ constexpr int kMaxLongRuns = 2;
 /// One report handed over, or text dropped and why.
 struct Outcome {
   std::string report;
-  std::optional<link::DropReason> dropped;
+  std::optional<sessions::DropReason> dropped;
 
   bool operator==(const Outcome&) const = default;
 };
 
 using Outcomes = std::vector<Outcome>;
 
-class Recorder : public link::RecordedTextReader {
+class Recorder : public sessions::RecordedTextReader {
  public:
   void ProcessRfpsReport(std::string_view report) override {
     outcomes.push_back({std::string(report), std::nullopt});
   }
-  void NoteDropped(link::DropReason reason) override { outcomes.push_back({{}, reason}); }
+  void NoteDropped(sessions::DropReason reason) override { outcomes.push_back({{}, reason}); }
 
   Outcomes outcomes;
 };
@@ -103,7 +103,7 @@ Outcomes ExpectedOfStream(std::string_view text) {
     }
     const std::string_view report = text.substr(begin, end + 1 - begin);
     if (report.size() > link::kMaxReportBytes) {
-      expected.push_back({{}, link::DropReason::TooLarge});
+      expected.push_back({{}, sessions::DropReason::TooLarge});
     } else {
       expected.push_back({std::string(report), std::nullopt});
     }
@@ -111,7 +111,7 @@ Outcomes ExpectedOfStream(std::string_view text) {
     lines = 0;
   }
   if (begin < text.size()) {
-    expected.push_back({{}, link::DropReason::Unfinished});
+    expected.push_back({{}, sessions::DropReason::Unfinished});
   }
   return expected;
 }
@@ -119,7 +119,7 @@ Outcomes ExpectedOfStream(std::string_view text) {
 Outcomes ExpectedOfWhole(std::string_view text) {
   const bool dropped = text.size() > link::kMaxReportBytes &&
                        CountLines(text.substr(0, link::kMaxReportBytes)) < link::kRfpsReportLines;
-  return dropped ? Outcomes{{{}, link::DropReason::TooLarge}}
+  return dropped ? Outcomes{{{}, sessions::DropReason::TooLarge}}
                  : Outcomes{{std::string(text), std::nullopt}};
 }
 
@@ -160,12 +160,12 @@ void CheckResults(const Outcomes& outcomes) {
 }
 
 void CheckSession(std::string_view text, std::initializer_list<Cut> cuts) {
-  const Outcomes outcomes = Replay<link::RecordedSession>(text, Cut::Whole);
+  const Outcomes outcomes = Replay<sessions::RecordedSession>(text, Cut::Whole);
   for (const Cut cut : cuts) {
-    Expect(Replay<link::RecordedSession>(text, cut) == outcomes,
+    Expect(Replay<sessions::RecordedSession>(text, cut) == outcomes,
            "a session in pieces gives what it gives whole");
   }
-  if (!text.empty() && text[0] == link::kCommandMark) {
+  if (!text.empty() && text[0] == sessions::kCommandMark) {
     CheckTrace(outcomes);
   } else {
     Expect(outcomes == Twice(ExpectedOfStream(text)), "every 29th line ends a report");
@@ -179,7 +179,7 @@ void CheckSession(std::string_view text, std::initializer_list<Cut> cuts) {
 void CheckWhole(std::string_view text, std::initializer_list<Cut> cuts) {
   const Outcomes expected = Twice(ExpectedOfWhole(text));
   for (const Cut cut : cuts) {
-    Expect(Replay<link::WholeReport>(text, cut) == expected,
+    Expect(Replay<sessions::WholeReport>(text, cut) == expected,
            "a whole file is one report, whatever its pieces");
   }
 }

@@ -10,7 +10,7 @@
 #include "Expect.h"
 #include "PlainIni.h"
 #include "base/Fault.h"
-#include "qt/IniText.h"
+#include "platform/qt/IniText.h"
 
 namespace kelvara::test {
 namespace {

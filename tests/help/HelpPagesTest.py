@@ -32,8 +32,8 @@ TOLD = (
     ("messages.htm", "capture/DataCapture.cpp", r"StatusPanel::Capture, ", 3),
     ("messages.htm", "capture/DataCapture.cpp", r"PrintLogEntry\(", 4),
     # That this program has the port is told in other words by the window.
-    ("messages.htm", "qt/PortProbe.cpp", r"reason \+?= |return (?!\"this program)", 9),
-    ("messages.htm", "qt/PortDescription.cpp", r"return |text \+= ", 6),
+    ("messages.htm", "ports/PortProbe.cpp", r"reason \+?= |return (?!\"this program)", 9),
+    ("messages.htm", "ports/PortDescription.cpp", r"return |text \+= ", 6),
     ("messages.htm", "link/FrmComSelect.cpp", r"return (?=\"No port)", 1),
     ("messages.htm", "help/HelpCommands.cpp", r"k\w*Failure\w* = ", 3),
     ("files.htm", "link/ComPort.h", KEY, 2),

@@ -11,7 +11,7 @@
 
 #include "link/ComPort.h"
 #include "link/FrmComSelect.h"
-#include "qt/QtMessageBoxes.h"
+#include "platform/widgets/QtMessageBoxes.h"
 #include "support/DesktopDoubles.h"
 #include "support/Doubles.h"
 #include "support/ScriptedPort.h"
@@ -55,7 +55,7 @@ struct FrmComSelectRig {
   ScriptedPort port;
   ScriptedSettingsStore store;
   RecordingStatusBar statusBar;
-  qt::QtMessageBoxes boxes;
+  widgets::QtMessageBoxes boxes;
   link::ComPort comPort{port, timer, platform::ProgramSettings(store), statusBar};
   std::function<std::string(int)> description;
   std::vector<int> described;

@@ -11,9 +11,9 @@
 #include <string>
 
 #include "platform/MemoryMenuBar.h"
-#include "qt/QtFileChooser.h"
-#include "qt/QtFileSystem.h"
-#include "qt/QtMessageBoxes.h"
+#include "platform/qt/QtFileSystem.h"
+#include "platform/widgets/QtFileChooser.h"
+#include "platform/widgets/QtMessageBoxes.h"
 #include "report/FrmReport.h"
 #include "report/ReportDialog.h"
 #include "support/DesktopDoubles.h"
@@ -60,8 +60,8 @@ struct FrmReportRig {
   ManualClock clock;
   PlainDateFormat dateFormat;
   qt::QtFileSystem files;
-  qt::QtMessageBoxes boxes;
-  qt::QtFileChooser chooser;
+  widgets::QtMessageBoxes boxes;
+  widgets::QtFileChooser chooser;
   CountingBeeper beeper;
   RecordingDocumentOpener opener;
   ScriptedSettingsStore store;

@@ -5,9 +5,9 @@
 #include <string_view>
 
 #include "app/OptionGroups.h"
-#include "link/RecordedSession.h"
-#include "link/TraceMarks.h"
 #include "platform/MemoryMenuBar.h"
+#include "sessions/RecordedSession.h"
+#include "sessions/TraceMarks.h"
 #include "support/Doubles.h"
 #include "support/RecordingLog.h"
 #include "sync/RfpsParser.h"
@@ -16,11 +16,11 @@
 namespace kelvara::test {
 
 /// What a trace of the line replays to, with the display options of a first run.
-class ReplayedTrace : private link::RecordedTextReader {
+class ReplayedTrace : private sessions::RecordedTextReader {
  public:
   explicit ReplayedTrace(std::string_view trace) {
     app::CheckOption(menuBar_, platform::MenuEntry::mnuFpsOff);
-    link::RecordedSession session(*this);
+    sessions::RecordedSession session(*this);
     session.Feed(trace);
     session.End();
   }
@@ -32,7 +32,7 @@ class ReplayedTrace : private link::RecordedTextReader {
 
  private:
   void ProcessRfpsReport(std::string_view report) override { parser_.ProcessRfpsReport(report); }
-  void NoteDropped(link::DropReason /*reason*/) override {}
+  void NoteDropped(sessions::DropReason /*reason*/) override {}
 
   platform::MemoryMenuBar menuBar_;
   RecordingStatusBar statusBar_;

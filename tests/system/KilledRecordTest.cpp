@@ -63,7 +63,7 @@ std::size_t LastCommand(const std::string& trace) {
   std::size_t last = 0;
   for (const char* command : {"rfps", "cho", "bho"}) {
     const std::size_t at =
-        trace.rfind(link::kCommandMark + std::string(command) + link::kCommandEnd);
+        trace.rfind(sessions::kCommandMark + std::string(command) + sessions::kCommandEnd);
     last = at == std::string::npos ? last : std::max(last, at);
   }
   return last;

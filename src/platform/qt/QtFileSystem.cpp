@@ -1,0 +1,121 @@
+#include "platform/qt/QtFileSystem.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <cstdio>
+
+#include "base/Fault.h"
+
+namespace kelvara::qt {
+namespace {
+
+[[noreturn]] void ThrowFileFault(const std::string& name, const char* attempt,
+                                 const std::string& reason) {
+  throw base::Fault(base::FaultKind::File,
+                    std::string("cannot ") + attempt + " \"" + name + "\": " + reason);
+}
+
+[[noreturn]] void ThrowFileFault(const QFile& file, const std::string& name, const char* attempt) {
+  ThrowFileFault(name, attempt, file.errorString().toStdString());
+}
+
+void Open(QFile& file, const std::string& name, QIODevice::OpenMode mode) {
+  if (!file.open(mode | QIODevice::Unbuffered)) {
+    ThrowFileFault(file, name, "open");
+  }
+}
+
+class QtOutputFile : public platform::OutputFile {
+ public:
+  QtOutputFile(const std::string& path, QIODevice::OpenMode mode)
+      : name_(path), file_(MachinePath(path)) {
+    Open(file_, name_, mode);
+  }
+
+  void Write(std::string_view bytes) override {
+    qint64 taken = 0;
+    while (!bytes.empty()) {
+      const qint64 written = file_.write(bytes.data(), static_cast<qint64>(bytes.size()));
+      if (written <= 0) {
+        const std::string reason = file_.errorString().toStdString();
+        TakeBack(taken);
+        ThrowFileFault(name_, "write", reason);
+      }
+      taken += written;
+      bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+  }
+
+ private:
+  /// A file that grows goes on when there is room again: what did not fit whole is taken back, so
+  /// that the next entry begins where this one did.
+  void TakeBack(qint64 bytes) {
+    if (bytes > 0 && file_.openMode().testFlag(QIODevice::Append) && !file_.isSequential()) {
+      file_.resize(file_.size() - bytes);
+    }
+  }
+
+  std::string name_;
+  QFile file_;
+};
+
+class QtInputFile : public platform::InputFile {
+ public:
+  explicit QtInputFile(const std::string& path) : name_(path), file_(MachinePath(path)) {
+    Open(file_, name_, QIODevice::ReadOnly);
+  }
+
+  explicit QtInputFile(std::FILE* stream) : name_("-") {
+    if (!file_.open(stream, QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+      ThrowFileFault(file_, name_, "open");
+    }
+  }
+
+  std::size_t Read(std::span<char> buffer) override {
+    const qint64 got = file_.read(buffer.data(), static_cast<qint64>(buffer.size()));
+    if (got < 0) {
+      ThrowFileFault(file_, name_, "read");
+    }
+    return static_cast<std::size_t>(got);
+  }
+
+  std::size_t Size() const override {
+    return file_.isSequential() ? 0 : static_cast<std::size_t>(file_.size());
+  }
+
+ private:
+  std::string name_;
+  QFile file_;
+};
+
+}  // namespace
+
+std::unique_ptr<platform::OutputFile> QtFileSystem::OpenForOutput(const std::string& path) {
+  return std::make_unique<QtOutputFile>(path, QIODevice::WriteOnly | QIODevice::Truncate);
+}
+
+std::unique_ptr<platform::OutputFile> QtFileSystem::OpenForAppend(const std::string& path) {
+  return std::make_unique<QtOutputFile>(path, QIODevice::WriteOnly | QIODevice::Append);
+}
+
+std::unique_ptr<platform::InputFile> QtFileSystem::OpenForInput(const std::string& path) {
+  return std::make_unique<QtInputFile>(path);
+}
+
+std::unique_ptr<platform::InputFile> OpenStandardInput() {
+  return std::make_unique<QtInputFile>(stdin);
+}
+
+void ExpectReadable(const std::string& path) {
+  const QFileInfo info(MachinePath(path));
+  if (!info.exists() || info.isFile() || info.isDir()) {
+    const QtInputFile file(path);
+  }
+}
+
+QString MachinePath(const std::string& path) {
+  QString machinePath = QFile::decodeName(QByteArray::fromStdString(path));
+  return machinePath.replace(u'\\', u'/');
+}
+
+}  // namespace kelvara::qt

@@ -1,0 +1,43 @@
+#include "platform/qt/QtSettingsStore.h"
+
+#include <QDir>
+
+#include "platform/qt/IniFile.h"
+
+namespace kelvara::qt {
+namespace {
+
+QString UserConfigFolder() {
+#ifdef Q_OS_WIN
+  return qEnvironmentVariable("APPDATA");
+#else
+  const QString folder = QFile::decodeName(qgetenv("XDG_CONFIG_HOME"));
+  return QDir::isAbsolutePath(folder) ? folder : QDir::homePath() + QStringLiteral("/.config");
+#endif
+}
+
+}  // namespace
+
+QtSettingsStore::QtSettingsStore(std::chrono::milliseconds patience)
+    : QtSettingsStore(UserConfigFolder(), patience) {}
+
+std::string QtSettingsStore::Read(std::string_view application, std::string_view section,
+                                  std::string_view key, std::string_view defaultText) const {
+  const std::optional<IniText> text = IniFile(FileOf(application), patience_).Read();
+  const std::optional<std::string> value = text ? text->Value(section, key) : std::nullopt;
+  return value.value_or(std::string(defaultText));
+}
+
+void QtSettingsStore::Write(std::string_view application, std::string_view section,
+                            std::string_view key, std::string_view text) {
+  IniFile(FileOf(application), patience_).Change([&](IniText& settings) {
+    settings.SetValue(section, key, text);
+  });
+}
+
+QString QtSettingsStore::FileOf(std::string_view application) const {
+  const QString name = QString::fromUtf8(application.data(), qsizetype(application.size()));
+  return QStringLiteral("%1/%2/%2.ini").arg(configFolder_, name);
+}
+
+}  // namespace kelvara::qt

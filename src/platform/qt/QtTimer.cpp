@@ -1,0 +1,54 @@
+#include "platform/qt/QtTimer.h"
+
+namespace kelvara::qt {
+
+QtTimer::QtTimer(int milliseconds) : owned_(std::make_unique<QTimer>()), timer_(owned_.get()) {
+  Prepare(milliseconds);
+}
+
+QtTimer::QtTimer(QTimer& timer, int milliseconds) : timer_(&timer) { Prepare(milliseconds); }
+
+void QtTimer::Prepare(int milliseconds) {
+  timer_->stop();
+  timer_->setTimerType(Qt::PreciseTimer);
+  timer_->setSingleShot(false);
+  timer_->setInterval(milliseconds);
+  QObject::connect(timer_, &QTimer::timeout, &context_, [this] { PostTick(); });
+}
+
+void QtTimer::SwitchOn() {
+  if (timer_ != nullptr && !timer_->isActive()) {
+    timer_->start();
+  }
+}
+
+void QtTimer::SwitchOff() {
+  if (timer_ != nullptr) {
+    timer_->stop();
+  }
+  ++spell_;
+  tickPosted_ = false;
+}
+
+bool QtTimer::IsOn() const { return timer_ != nullptr && timer_->isActive(); }
+
+void QtTimer::PostTick() {
+  // Qt fires no timer again before its timeout handler has returned; a tick that opens a question
+  // would stop the timer until the answer. So the handler only posts the tick.
+  if (tickPosted_) {
+    return;
+  }
+  tickPosted_ = true;
+  const auto deliver = [this, spell = spell_] {
+    if (spell != spell_) {
+      return;
+    }
+    tickPosted_ = false;
+    if (IsOn() && tick_) {
+      tick_();
+    }
+  };
+  QMetaObject::invokeMethod(&context_, deliver, Qt::QueuedConnection);
+}
+
+}  // namespace kelvara::qt

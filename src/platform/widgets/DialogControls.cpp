@@ -1,0 +1,52 @@
+#include "platform/widgets/DialogControls.h"
+
+#include <QFontMetrics>
+
+namespace kelvara::widgets {
+
+void NameControl(QWidget& control, const char* name, const char* accessibleName,
+                 const char* toolTip) {
+  control.setObjectName(QString::fromLatin1(name));
+  control.setAccessibleName(QString::fromLatin1(accessibleName));
+  control.setToolTip(QString::fromLatin1(toolTip));
+}
+
+QLabel* NewLabel(QWidget& dialog, const char* name, const char* caption) {
+  auto* const label = new QLabel(&dialog);
+  label->setObjectName(QString::fromLatin1(name));
+  label->setTextFormat(Qt::PlainText);
+  label->setText(QString::fromLatin1(caption));
+  return label;
+}
+
+QLineEdit* NewTextBox(QWidget& dialog, const char* name, const char* accessibleName,
+                      const char* toolTip) {
+  auto* const textBox = new QLineEdit(&dialog);
+  NameControl(*textBox, name, accessibleName, toolTip);
+  return textBox;
+}
+
+QPushButton* NewButton(QWidget& dialog, const char* name, const char* caption,
+                       const char* toolTip) {
+  auto* const button = new QPushButton(QString::fromLatin1(caption), &dialog);
+  const QString plainCaption = button->text().remove(u'&');
+  NameControl(*button, name, plainCaption.toLatin1().constData(), toolTip);
+  return button;
+}
+
+int WidthOf(const QWidget& control, int characters) {
+  return QFontMetrics(control.font()).averageCharWidth() * characters;
+}
+
+int HeightOf(const QWidget& control, int lines) {
+  return QFontMetrics(control.font()).lineSpacing() * lines;
+}
+
+bool IsEnter(const QKeyEvent& event) {
+  const Qt::KeyboardModifiers others =
+      event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);
+  return (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter) &&
+         others == Qt::NoModifier;
+}
+
+}  // namespace kelvara::widgets

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QElapsedTimer>
+
+#include "platform/Beeper.h"
+#include "platform/DocumentOpener.h"
+#include "platform/EventPump.h"
+
+namespace kelvara::widgets {
+
+/// The desktop's alert sound.
+class QtBeeper : public platform::Beeper {
+ public:
+  void Beep() override;
+};
+
+/// Documents and addresses, opened by the desktop.
+class QtDocumentOpener : public platform::DocumentOpener {
+ public:
+  bool OpenDocument(const std::string& path) override;
+  bool OpenAddress(const std::string& address) override;
+};
+
+/// The pending events of the user-interface thread.
+class QtEventPump : public platform::EventPump {
+ public:
+  bool ProcessEvents() override;
+
+  /// From now on the program is ending.
+  void End() { ending_ = true; }
+
+ private:
+  bool ending_ = false;
+  QElapsedTimer sinceLook_;
+};
+
+}  // namespace kelvara::widgets

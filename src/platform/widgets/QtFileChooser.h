@@ -1,0 +1,13 @@
+#pragma once
+
+#include "platform/FileChooser.h"
+
+namespace kelvara::widgets {
+
+/// File choosers of the desktop. Each is a QFileDialog named `CommonDialog1`.
+class QtFileChooser : public platform::FileChooser {
+ public:
+  std::optional<std::string> Choose(const platform::FileChooserRequest& request) override;
+};
+
+}  // namespace kelvara::widgets

@@ -1,0 +1,220 @@
+#include "ports/QtSerialPort.h"
+
+#include <QFile>
+#include <QScopedValueRollback>
+#include <QSignalBlocker>
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "base/Fault.h"
+#include "ports/PortProbe.h"
+
+namespace kelvara::ports {
+namespace {
+
+constexpr qint64 kOutputCharacters = 512;
+
+[[noreturn]] void ThrowCannotOpen(const std::string& name, const std::string& reason) {
+  throw base::Fault(base::FaultKind::Port, "cannot open \"" + name + "\": " + reason);
+}
+
+std::string ReasonOf(const QSerialPort& device) {
+  if (device.error() == QSerialPort::PermissionError) {
+    // The device itself could be opened: it is the lock file that is not to be had.
+    return "in use by another program, or one that died left its lock file behind";
+  }
+  return device.errorString().toStdString();
+}
+
+}  // namespace
+
+QtSerialPort::QtSerialPort(const PortTable& ports) : ports_(ports) {
+  device_.setReadBufferSize(static_cast<qint64>(platform::kInputBufferBytes));
+  QObject::connect(&device_, &QSerialPort::readyRead, &device_, [this] { TakeArrival(); });
+  QObject::connect(&device_, &QSerialPort::errorOccurred, &device_,
+                   [this](QSerialPort::SerialPortError error) { TakeError(error); });
+}
+
+QtSerialPort::~QtSerialPort() { CloseDevice(); }
+
+void QtSerialPort::SetSettings(std::string_view settings) {
+  const std::int32_t rate = platform::ReadRate(settings);
+  if (HasDevice()) {
+    const QSignalBlocker refusalIsNoFailure(device_);
+    if (!device_.setBaudRate(rate)) {
+      throw base::Fault(base::FaultKind::Port,
+                        "\"" + deviceName_ + "\" cannot take the settings \"" +
+                            std::string(settings) + "\": " + device_.errorString().toStdString());
+    }
+  }
+  rate_ = rate;
+}
+
+std::string QtSerialPort::Settings() const { return platform::PortSettings(rate_); }
+
+void QtSerialPort::SetOpen(bool open) {
+  if (open == open_) {
+    return;
+  }
+  if (open) {
+    deviceName_ = ports_.DeviceOf(portNumber_);
+    OpenDevice();
+  } else {
+    CloseDevice();
+    lastWords_.clear();
+    break_ = false;
+  }
+  open_ = open;
+}
+
+void QtSerialPort::OpenDevice() {
+  const std::string device = FollowLinks(deviceName_);
+  auto lock = std::make_unique<PortLock>(device);
+  if (lock->State() != PortState::Free) {
+    ThrowCannotOpen(deviceName_, ports::ReasonOf(lock->State(), device));
+  }
+  const QSignalBlocker failureIsThrown(device_);
+  device_.setPortName(QFile::decodeName(device.c_str()));
+  device_.setBaudRate(rate_);
+  device_.setDataBits(QSerialPort::Data8);
+  device_.setParity(QSerialPort::NoParity);
+  device_.setStopBits(QSerialPort::OneStop);
+  device_.setFlowControl(QSerialPort::NoFlowControl);
+  if (!device_.open(QIODevice::ReadWrite)) {
+    ThrowCannotOpen(deviceName_, ReasonOf(device_));
+  }
+  lock_ = std::move(lock);
+  if (break_) {
+    device_.setBreakEnabled(true);
+  }
+}
+
+void QtSerialPort::CloseDevice() {
+  if (!HasDevice()) {
+    return;
+  }
+  const QSignalBlocker gone(device_);
+  // Closing would wait for the line to take what is queued.
+  device_.clear();
+  device_.close();
+  lock_.reset();
+}
+
+void QtSerialPort::TakeError(QSerialPort::SerialPortError error) {
+  constexpr std::array kHarmless{QSerialPort::NoError, QSerialPort::NotOpenError,
+                                 QSerialPort::TimeoutError, QSerialPort::UnsupportedOperationError};
+  if (!HasDevice() || std::find(kHarmless.begin(), kHarmless.end(), error) != kHarmless.end()) {
+    return;
+  }
+  {
+    const QSignalBlocker oneErrorIsEnough(device_);
+    const std::size_t room =
+        platform::kInputBufferBytes - std::min(lastWords_.size(), platform::kInputBufferBytes);
+    lastWords_ += device_.read(static_cast<qint64>(room)).toStdString();
+  }
+  CloseDevice();
+  if (!lastWords_.empty()) {
+    TakeArrival();
+  }
+}
+
+void QtSerialPort::SetBreak(bool asserted) {
+  if (!open_ || asserted == break_) {
+    return;
+  }
+  break_ = asserted;
+  if (HasDevice()) {
+    const QSignalBlocker someCannot(device_);
+    device_.setBreakEnabled(asserted);
+  }
+}
+
+std::size_t QtSerialPort::InputCount() const {
+  return lastWords_.size() + static_cast<std::size_t>(device_.bytesAvailable());
+}
+
+void QtSerialPort::DiscardInput() {
+  if (HasDevice()) {
+    device_.clear(QSerialPort::Input);
+  }
+  if (HasDevice()) {
+    // A buffer that was full has stopped the reading, and only a read sets it going again.
+    device_.readAll();
+  }
+  lastWords_.clear();
+}
+
+std::string QtSerialPort::Input(std::size_t most) {
+  std::string input = lastWords_.substr(0, most);
+  lastWords_.erase(0, input.size());
+  if (HasDevice()) {
+    const auto wanted = std::min(platform::kInputBufferBytes, most - input.size());
+    input += device_.read(static_cast<qint64>(wanted)).toStdString();
+  }
+  charactersTaken_ += input.size();
+  return input;
+}
+
+void QtSerialPort::Output(std::string_view text) {
+  if (HasDevice()) {
+    const qint64 room = std::max(kOutputCharacters - device_.bytesToWrite(), qint64{0});
+    device_.write(text.data(), std::min(static_cast<qint64>(text.size()), room));
+  }
+}
+
+void QtSerialPort::DiscardOutput() {
+  if (HasDevice()) {
+    device_.clear(QSerialPort::Output);
+  }
+}
+
+void QtSerialPort::RestoreDevice() {
+  if (!open_ || HasDevice()) {
+    return;
+  }
+  try {
+    OpenDevice();
+  } catch (const base::Fault&) {
+    // It is still gone.
+  }
+}
+
+void QtSerialPort::SetReceiveNotification(std::function<void()> notification) {
+  notification_ = std::move(notification);
+  PostNotification();
+}
+
+void QtSerialPort::TakeArrival() {
+  arrived_ = true;
+  PostNotification();
+}
+
+void QtSerialPort::PostNotification() {
+  if (notificationPosted_ || notifying_) {
+    return;
+  }
+  notificationPosted_ = true;
+  QMetaObject::invokeMethod(
+      &device_, [this] { Notify(); }, Qt::QueuedConnection);
+}
+
+void QtSerialPort::Notify() {
+  notificationPosted_ = false;
+  if (!notification_ || InputCount() == 0) {
+    return;
+  }
+  arrived_ = false;
+  const std::size_t takenBefore = charactersTaken_;
+  {
+    const QScopedValueRollback running(notifying_, true);
+    // A copy: it may set another one in its place.
+    const std::function<void()> notification = notification_;
+    notification();
+  }
+  if (InputCount() > 0 && (arrived_ || charactersTaken_ != takenBefore)) {
+    PostNotification();
+  }
+}
+
+}  // namespace kelvara::ports

@@ -1,0 +1,113 @@
+#include "sessions/RecordedSession.h"
+
+#include <algorithm>
+
+#include "link/BeltpackCommands.h"
+#include "sessions/TraceMarks.h"
+
+namespace kelvara::sessions {
+namespace {
+
+/// No command is longer; a mark with no end within this many bytes is no command.
+constexpr std::size_t kMaxCommandBytes = 64;
+
+constexpr std::string_view kMarkText(&kCommandMark, 1);
+
+}  // namespace
+
+void RecordedSession::Feed(std::string_view piece) {
+  if (state_ == State::Start && !piece.empty()) {
+    state_ = piece[0] == kCommandMark ? State::Text : State::Stream;
+    if (state_ == State::Stream) {
+      collector_.Expect();
+    }
+  }
+  while (!piece.empty()) {
+    std::size_t taken = piece.size();
+    switch (state_) {
+      case State::Start:
+      case State::Stream:
+        Collect(piece);
+        break;
+      case State::Text:
+        taken = FeedText(piece);
+        break;
+      case State::Mark:
+        taken = FeedMark(piece);
+        break;
+      case State::Command:
+        taken = FeedCommand(piece);
+        break;
+    }
+    piece.remove_prefix(taken);
+  }
+}
+
+void RecordedSession::End() {
+  if (collector_.IsUnfinished()) {
+    reader_.NoteDropped(DropReason::Unfinished);
+  }
+  collector_.Reset();
+  command_.clear();
+  state_ = State::Start;
+}
+
+std::size_t RecordedSession::FeedText(std::string_view text) {
+  const std::size_t mark = text.find(kCommandMark);
+  if (mark == std::string_view::npos) {
+    Collect(text);
+    return text.size();
+  }
+  Collect(text.substr(0, mark));
+  state_ = State::Mark;
+  return mark + 1;
+}
+
+std::size_t RecordedSession::FeedMark(std::string_view text) {
+  if (text[0] == kCommandMark) {
+    Collect(kMarkText);
+    state_ = State::Text;
+    return 1;
+  }
+  command_.clear();
+  state_ = State::Command;
+  return 0;
+}
+
+std::size_t RecordedSession::FeedCommand(std::string_view text) {
+  const std::size_t room = kMaxCommandBytes - command_.size();
+  const std::size_t end = text.substr(0, room).find(kCommandEnd);
+  if (end != std::string_view::npos) {
+    command_ += text.substr(0, end);
+    if (command_ == link::kRfpsCommand) {
+      collector_.Expect();
+    }
+    state_ = State::Text;
+    return end + 1;
+  }
+  const std::size_t taken = std::min(room, text.size());
+  command_ += text.substr(0, taken);
+  if (command_.size() == kMaxCommandBytes) {
+    // A trace with a damaged mark: what stands behind it was received.
+    Collect(command_);
+    state_ = State::Text;
+  }
+  return taken;
+}
+
+void RecordedSession::Collect(std::string_view text) {
+  while (!text.empty()) {
+    const auto [taken, event] = collector_.Append(text);
+    text.remove_prefix(taken);
+    if (event == link::ReportCollector::Event::Report) {
+      reader_.ProcessRfpsReport(collector_.Text());
+    } else if (event == link::ReportCollector::Event::Dropped) {
+      reader_.NoteDropped(DropReason::TooLarge);
+    }
+    if (state_ == State::Stream && collector_.LinesLeft() == 0) {
+      collector_.Expect();
+    }
+  }
+}
+
+}  // namespace kelvara::sessions

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "link/ReportCollector.h"
+#include "sessions/RecordedText.h"
+
+namespace kelvara::sessions {
+
+/// A file of recorded reports. As a plain stream, a report ends at every 29th line feed. As a
+/// trace, which begins with a command mark, it is collected as it was live: "rfps" empties the
+/// buffer and expects 29 lines, other commands do not, and characters outside a report are not
+/// collected.
+class RecordedSession : public RecordedText {
+ public:
+  explicit RecordedSession(RecordedTextReader& reader) : reader_(reader) {}
+
+  void Feed(std::string_view piece) override;
+  void End() override;
+
+ private:
+  enum class State {
+    Start,    ///< Nothing read yet.
+    Stream,   ///< A plain stream.
+    Text,     ///< A trace, in received text.
+    Mark,     ///< A trace, behind a mark that may be doubled.
+    Command,  ///< A trace, inside a command.
+  };
+
+  std::size_t FeedText(std::string_view text);
+  std::size_t FeedMark(std::string_view text);
+  std::size_t FeedCommand(std::string_view text);
+  void Collect(std::string_view text);
+
+  RecordedTextReader& reader_;
+  link::ReportCollector collector_;
+  State state_ = State::Start;
+  std::string command_;
+};
+
+}  // namespace kelvara::sessions

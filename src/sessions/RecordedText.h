@@ -1,0 +1,37 @@
+#pragma once
+
+#include <string_view>
+
+namespace kelvara::sessions {
+
+/// Why recorded text was not handed to the parser.
+enum class DropReason {
+  Unfinished,  ///< The file ended before the report's last line.
+  TooLarge,    ///< The report was larger than may be kept.
+};
+
+/// Takes what a recorded session is made of.
+class RecordedTextReader {
+ public:
+  virtual ~RecordedTextReader() = default;
+
+  /// One whole report, line ends included.
+  virtual void ProcessRfpsReport(std::string_view report) = 0;
+
+  /// Text that was dropped.
+  virtual void NoteDropped(DropReason reason) = 0;
+};
+
+/// One file of recorded beltpack text, fed in pieces of any size.
+class RecordedText {
+ public:
+  virtual ~RecordedText() = default;
+
+  /// The file's next piece. Reports that it completes go to the reader at once.
+  virtual void Feed(std::string_view piece) = 0;
+
+  /// The file has ended.
+  virtual void End() = 0;
+};
+
+}  // namespace kelvara::sessions

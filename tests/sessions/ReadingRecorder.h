@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "sessions/RecordedText.h"
+
+namespace kelvara::test {
+
+/// Remembers the reports and notes that recorded text brought, in their order.
+class ReadingRecorder : public sessions::RecordedTextReader {
+ public:
+  void ProcessRfpsReport(std::string_view report) override { events.emplace_back(report); }
+  void NoteDropped(sessions::DropReason reason) override {
+    events.emplace_back(reason == sessions::DropReason::Unfinished ? kUnfinished : kTooLarge);
+  }
+
+  static constexpr const char* kUnfinished = "(unfinished)";
+  static constexpr const char* kTooLarge = "(too large)";
+
+  std::vector<std::string> events;
+};
+
+/// Feeds a whole file in pieces of one size.
+inline void FeedFile(sessions::RecordedText& reading, std::string_view text,
+                     std::size_t pieceSize) {
+  for (std::size_t start = 0; start < text.size(); start += pieceSize) {
+    reading.Feed(text.substr(start, pieceSize));
+  }
+  reading.End();
+}
+
+/// What a file read at one go brings.
+template <typename Reading>
+std::vector<std::string> EventsOf(std::string_view text) {
+  ReadingRecorder recorder;
+  Reading reading(recorder);
+  FeedFile(reading, text, text.size() + 1);
+  return recorder.events;
+}
+
+}  // namespace kelvara::test

@@ -1,11 +1,9 @@
 #include <benchmark/benchmark.h>
 
 #include "FullModel.h"
-#include "QuietControls.h"
+#include "QuietMachine.h"
 #include "SiteSizes.h"
-#include "app/OptionGroups.h"
-#include "platform/MemoryGrid.h"
-#include "platform/MemoryMenuBar.h"
+#include "sync/GridCells.h"
 #include "sync/SyncGrid.h"
 
 namespace kelvara::bench {
@@ -14,29 +12,24 @@ namespace {
 /// Draws a full matrix in metres, with the FPS beside each hexadecimal RPN: the longest texts.
 class GridRig {
  public:
-  explicit GridRig(std::int64_t aas) {
-    FillModel(model_, static_cast<std::int16_t>(aas));
-    app::CheckOption(menuBar_, platform::MenuEntry::mnuDispMetres);
-    app::CheckOption(menuBar_, platform::MenuEntry::mnuRpnHex);
-    app::CheckOption(menuBar_, platform::MenuEntry::mnuFpsOn);
-  }
+  explicit GridRig(std::int64_t aas) { FillModel(model_, static_cast<std::int16_t>(aas)); }
 
-  bool Draw(platform::MemoryGrid& cells) {
-    sync::SyncGrid grid(model_, cells, sync::DisplayOptions(menuBar_), events_, beeper_);
+  bool Draw(sync::GridCells& cells) {
+    sync::SyncGrid grid(model_, cells, options_, machine_.machine);
     return grid.UpdateSyncGrid();
   }
 
  private:
   sync::SyncModel model_;
-  platform::MemoryMenuBar menuBar_;
-  QuietEventPump events_;
-  QuietBeeper beeper_;
+  const sync::DisplayOptions options_{
+      .units = sync::PhaseUnits::Metres, .rpnHex = true, .fpsShown = true};
+  const QuietMachine machine_;
 };
 
 void FirstGrid(benchmark::State& state) {
   GridRig rig(state.range(0));
   for (auto _ : state) {
-    platform::MemoryGrid cells;
+    sync::GridCells cells;
     if (!rig.Draw(cells)) {
       state.SkipWithError("the grid was not drawn");
     }
@@ -47,7 +40,7 @@ BENCHMARK(FirstGrid)->Apply(SiteSizes)->Unit(benchmark::kMicrosecond);
 
 void RedrawnGrid(benchmark::State& state) {
   GridRig rig(state.range(0));
-  platform::MemoryGrid cells;
+  sync::GridCells cells;
   for (auto _ : state) {
     if (!rig.Draw(cells)) {
       state.SkipWithError("the grid was not drawn");

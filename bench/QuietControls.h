@@ -5,7 +5,6 @@
 #include "platform/Beeper.h"
 #include "platform/EventPump.h"
 #include "platform/MessageBoxes.h"
-#include "platform/StatusBar.h"
 #include "sync/LogFunnel.h"
 
 /// Controls that do nothing, so that only the engine is measured.
@@ -21,6 +20,7 @@ class QuietBeeper : public platform::Beeper {
 class QuietEventPump : public platform::EventPump {
  public:
   bool ProcessEvents() override { return true; }
+  void End() override {}
 };
 
 class QuietMessageBoxes : public platform::MessageBoxes {
@@ -30,11 +30,6 @@ class QuietMessageBoxes : public platform::MessageBoxes {
                                platform::MessageButtons /*buttons*/) override {
     return platform::MessageAnswer::Ok;
   }
-};
-
-class QuietStatusBar : public platform::StatusBar {
- public:
-  void SetPanel(platform::StatusPanel /*panel*/, std::string_view /*text*/) override {}
 };
 
 class QuietLog : public sync::LogFunnel {

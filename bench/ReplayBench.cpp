@@ -9,7 +9,6 @@
 
 #include "AllocationCount.h"
 #include "QuietControls.h"
-#include "platform/MemoryMenuBar.h"
 #include "sessions/RecordedSession.h"
 #include "sync/RfpsParser.h"
 #include "sync/SyncModel.h"
@@ -48,9 +47,7 @@ std::size_t CountLines(std::string_view text) {
 /// Hands reports to a parser as a replay does.
 class ReplayRig : public sessions::RecordedTextReader {
  public:
-  ReplayRig()
-      : parser_(model_, sync::DisplayOptions(menuBar_), log_, statusBar_, beeper_),
-        session_(*this) {}
+  ReplayRig() : parser_(model_, options_, log_, beeper_), session_(*this) {}
 
   void ProcessRfpsReport(std::string_view report) override { parser_.ProcessRfpsReport(report); }
   void NoteDropped(sessions::DropReason /*reason*/) override { ++dropped_; }
@@ -68,9 +65,8 @@ class ReplayRig : public sessions::RecordedTextReader {
 
  private:
   sync::SyncModel model_;
-  platform::MemoryMenuBar menuBar_;
+  sync::DisplayOptions options_;
   QuietLog log_;
-  QuietStatusBar statusBar_;
   QuietBeeper beeper_;
   sync::RfpsParser parser_;
   sessions::RecordedSession session_;

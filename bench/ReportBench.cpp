@@ -4,12 +4,8 @@
 #include <string>
 
 #include "FullModel.h"
-#include "QuietControls.h"
+#include "QuietMachine.h"
 #include "SiteSizes.h"
-#include "platform/MemoryMenuBar.h"
-#include "platform/qt/QtClock.h"
-#include "platform/qt/QtDateFormat.h"
-#include "platform/qt/QtFileSystem.h"
 #include "report/SyncReport.h"
 
 namespace kelvara::bench {
@@ -20,13 +16,9 @@ namespace {
 void Report(benchmark::State& state, bool isNewFile) {
   sync::SyncModel model;
   FillModel(model, static_cast<std::int16_t>(state.range(0)));
-  const platform::MemoryMenuBar menuBar;
-  const qt::QtClock clock;
-  const qt::QtDateFormat dateFormat;
-  qt::QtFileSystem fileSystem;
-  QuietMessageBoxes messageBoxes;
-  report::SyncReport report(model, sync::DisplayOptions(menuBar), clock, dateFormat, fileSystem,
-                            messageBoxes);
+  const sync::DisplayOptions options;
+  const QuietMachine machine;
+  report::SyncReport report(model, options, machine.machine);
   const std::filesystem::path file =
       std::filesystem::temp_directory_path() / "kelvara-bench-report.html";
   for (auto _ : state) {

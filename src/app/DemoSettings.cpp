@@ -4,16 +4,13 @@
 
 namespace kelvara::app {
 
-std::string DemoSettings::Read(std::string_view application, std::string_view section,
-                               std::string_view key, std::string_view defaultText) const {
-  return port_.Read(application, section, key, store_.Read(application, section, key, defaultText));
+std::string DemoSettings::Read(std::string_view key, std::string_view defaultText) const {
+  return port_.Read(key, store_.Read(key, defaultText));
 }
 
-void DemoSettings::Write(std::string_view application, std::string_view section,
-                         std::string_view key, std::string_view text) {
+void DemoSettings::Write(std::string_view key, std::string_view text) {
   const bool isPortSetting = key == link::kComPortKey || key == link::kBaudrateKey;
-  (isPortSetting ? static_cast<platform::SettingsStore&>(port_) : store_)
-      .Write(application, section, key, text);
+  (isPortSetting ? static_cast<platform::SettingsStore&>(port_) : store_).Write(key, text);
 }
 
 }  // namespace kelvara::app

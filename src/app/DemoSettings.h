@@ -11,10 +11,8 @@ class DemoSettings : public platform::SettingsStore {
  public:
   explicit DemoSettings(platform::SettingsStore& store) : store_(store) {}
 
-  std::string Read(std::string_view application, std::string_view section, std::string_view key,
-                   std::string_view defaultText) const override;
-  void Write(std::string_view application, std::string_view section, std::string_view key,
-             std::string_view text) override;
+  std::string Read(std::string_view key, std::string_view defaultText) const override;
+  void Write(std::string_view key, std::string_view text) override;
 
  private:
   platform::SettingsStore& store_;

@@ -8,9 +8,9 @@
 #include <iostream>
 
 #include "app/DemoSettings.h"
-#include "app/DesktopMachine.h"
 #include "app/FrmMain.h"
 #include "help/ProgramIcon.h"
+#include "help/ProgramTitle.h"
 #include "platform/posix/StopSignal.h"
 #include "platform/qt/QtClock.h"
 #include "platform/qt/QtDateFormat.h"
@@ -18,6 +18,7 @@
 #include "platform/qt/QtSettingsStore.h"
 #include "platform/qt/QtTimer.h"
 #include "platform/qt/Text.h"
+#include "platform/widgets/QtDesktop.h"
 #include "platform/widgets/QtFileChooser.h"
 #include "platform/widgets/QtMessageBoxes.h"
 #include "ports/PortDescription.h"
@@ -50,9 +51,11 @@ int RunDesktopProgram(const DesktopOptions& options) {
   widgets::QtDocumentOpener documentOpener;
   widgets::QtEventPump events;
 
-  qt::QtSettingsStore storedSettings(kSettingsPatience);
+  const QString settingsFile = qt::UserSettingsFile(help::kSettingsApplication);
+  qt::QtSettingsStore storedSettings(settingsFile, help::kSettingsSection, kSettingsPatience);
+  const qt::QtSettingsStore portSettings(settingsFile, help::kPortsSection, kSettingsPatience);
   DemoSettings demoSettings(storedSettings);
-  ports::PortTable ports(storedSettings);
+  ports::PortTable ports(portSettings);
   for (const std::string& assignment : options.portAssignments) {
     ports.Assign(ports::ReadPortAssignment(assignment));
   }
@@ -62,14 +65,23 @@ int RunDesktopProgram(const DesktopOptions& options) {
   qt::QtTimer delivery(sim::kDeliveryMilliseconds);
   sim::DemoSerialPort demoPort(beltpack, clock, delivery);
 
-  FrmMain window(
-      {clock, dateFormat, fileSystem, beeper, messageBoxes, fileChooser, documentOpener,
-       options.demo ? static_cast<platform::SettingsStore&>(demoSettings) : storedSettings,
-       options.demo ? static_cast<platform::SerialPort&>(demoPort) : machinePort, events,
-       qt::ToText(QDir::toNativeSeparators(QCoreApplication::applicationDirPath())), [&](int port) {
-         return options.demo ? DescribeDemoPort(port)
-                             : ports::DescribePort(ports, port, machinePort.OpenDeviceName());
-       }});
+  const platform::Desktop desktop{
+      {.clock = clock,
+       .dateFormat = dateFormat,
+       .fileSystem = fileSystem,
+       .beeper = beeper,
+       .messageBoxes = messageBoxes,
+       .events = events},
+      fileChooser,
+      documentOpener,
+      options.demo ? static_cast<platform::SettingsStore&>(demoSettings) : storedSettings,
+      qt::ToText(QDir::toNativeSeparators(QCoreApplication::applicationDirPath()))};
+  FrmMain window(desktop, options.demo ? static_cast<platform::SerialPort&>(demoPort) : machinePort,
+                 [&](int port) {
+                   return options.demo
+                              ? DescribeDemoPort(port)
+                              : ports::DescribePort(ports, port, machinePort.OpenDeviceName());
+                 });
   if (options.testReport) {
     window.Live().Display().GetDisplaySettings();
     return window.TestReport() ? 0 : 1;

@@ -1,35 +1,38 @@
 #pragma once
 
-#include "platform/LogBox.h"
-#include "platform/MenuBar.h"
-#include "platform/ProgramSettings.h"
+#include <functional>
+#include <utility>
+
+#include "app/OptionTable.h"
+#include "platform/SettingsStore.h"
 
 namespace kelvara::app {
 
-/// The display options between runs: applied to the menus at start-up, stored when the user chooses
-/// an entry. At run time they are the menus' check marks and nothing else.
+/// The display options between runs: read from the settings when the link starts, stored when the
+/// user chooses an entry.
 class DisplaySettings {
  public:
-  DisplaySettings(platform::ProgramSettings settings, platform::MenuBar& menuBar,
-                  platform::LogBox& logBox)
-      : settings_(settings), menuBar_(menuBar), logBox_(logBox) {}
+  DisplaySettings(platform::SettingsStore& settings, Options& options)
+      : settings_(settings), options_(options) {}
 
-  /// Sets the menus and the log box from the stored options. Nothing is written.
+  /// What is told when an option has been set, so that the menus and the log box can follow.
+  void SetOptionsChanged(std::function<void()> optionsChanged) {
+    optionsChanged_ = std::move(optionsChanged);
+  }
+
+  /// Sets the options to the stored ones. Nothing is written.
   void GetDisplaySettings();
 
-  /// What an entry of the display menus does when the user chooses it: checks it alone of its
-  /// group, shows or hides the log box, and stores the choice. A store that cannot be written is a
-  /// file fault.
-  void Choose(platform::MenuEntry entry);
+  /// What an entry of the option menus does when the user chooses it: sets the option and stores
+  /// the choice. A store that cannot be written is a file fault; the option is set all the same.
+  void Choose(const OptionEntry& entry);
 
  private:
-  bool ReadBoolean(const char* key) const;
-  int ReadInteger(const char* key) const;
-  void ShowLog(bool shown);
+  void OptionsChanged();
 
-  platform::ProgramSettings settings_;
-  platform::MenuBar& menuBar_;
-  platform::LogBox& logBox_;
+  platform::SettingsStore& settings_;
+  Options& options_;
+  std::function<void()> optionsChanged_;
 };
 
 }  // namespace kelvara::app

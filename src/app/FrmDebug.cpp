@@ -12,17 +12,17 @@
 #include <chrono>
 #include <utility>
 
-#include "platform/Colour.h"
 #include "platform/qt/Text.h"
 #include "platform/widgets/DialogControls.h"
 #include "platform/widgets/DialogManners.h"
+#include "sync/Colour.h"
 
 namespace kelvara::app {
 namespace {
 
 using namespace std::chrono_literals;
 
-constexpr platform::Colour kJustSent{0x00C000};
+constexpr sync::Colour kJustSent{0x00C000};
 constexpr auto kFlash = 500ms;
 
 // A whole report of 29 lines is to be seen at once, with the line that its last line end begins,

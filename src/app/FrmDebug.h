@@ -4,7 +4,7 @@
 #include <functional>
 #include <string_view>
 
-#include "platform/DebugView.h"
+#include "link/DebugView.h"
 
 class QLineEdit;
 class QPlainTextEdit;
@@ -15,7 +15,7 @@ namespace kelvara::app {
 /// The debug window: the last command sent, in green for half a second, and the report text that is
 /// being collected. Modeless; it is there, hidden, as long as the main window is, and is found
 /// empty each time it opens.
-class FrmDebug : public QDialog, public platform::DebugView {
+class FrmDebug : public QDialog, public link::DebugView {
   Q_OBJECT
 
  public:

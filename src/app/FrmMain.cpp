@@ -8,9 +8,9 @@
 
 #include "app/CellToolTip.h"
 #include "base/Fault.h"
+#include "help/ProgramTitle.h"
 #include "link/FrmComSelect.h"
 #include "platform/EventHandler.h"
-#include "platform/ProgramTitle.h"
 #include "platform/qt/Text.h"
 #include "platform/widgets/Twips.h"
 #include "report/TestReport.h"
@@ -33,18 +33,30 @@ constexpr int kLogRightOf = 130;
 constexpr QSize kStartSize(900, 620);
 constexpr QSize kSmallestSize(400, 300);
 
+QTimer& NamedTimer(QObject& window, const char* name) {
+  auto* const timer = new QTimer(&window);
+  timer->setObjectName(QString::fromLatin1(name));
+  return *timer;
+}
+
 }  // namespace
 
-FrmMain::FrmMain(const DesktopMachine& machine)
-    : machine_(machine),
-      sHelpPath_(help::HelpPath(machine.programFolder)),
-      lastFilenames_(platform::ProgramSettings(machine.settingsStore), machine.beeper) {
+FrmMain::FrmMain(const platform::Desktop& desktop, platform::SerialPort& MSComm1,
+                 PortDescription describePort)
+    : desktop_(desktop),
+      MSComm1_(MSComm1),
+      describePort_(std::move(describePort)),
+      sHelpPath_(help::HelpPath(desktop.programFolder)),
+      RfpsTimer_(NamedTimer(*this, "RfpsTimer"), link::kRfpsTimerMilliseconds),
+      TimerComPort_(NamedTimer(*this, "TimerComPort"), link::kTimerComPortMilliseconds),
+      silenceTimer_(NamedTimer(*this, "SilenceTimer"), link::kSilenceMilliseconds) {
   setObjectName(QStringLiteral("FrmMain"));
-  setWindowTitle(QString::fromLatin1(platform::kProgramTitle));
+  setWindowTitle(QString::fromLatin1(help::kProgramTitle));
   BuildControls();
-  BuildRooms();
+  BuildSession();
   BuildGridMenu();
   ConnectMenus();
+  ConnectOptions();
   resize(kStartSize);
   setMinimumSize(kSmallestSize);
 }
@@ -86,27 +98,28 @@ void FrmMain::BuildControls() {
   }
 }
 
-void FrmMain::BuildRooms() {
-  timers_ = std::make_unique<LinkTimers>(*this);
-  live_ = std::make_unique<LiveSession>(
-      Machine{machine_.clock, machine_.dateFormat, machine_.fileSystem, machine_.beeper,
-              machine_.messageBoxes, machine_.events},
-      Controls{*gridModel_, *StatusBar1_, *TextLog_, *menu_},
-      LiveMachine{machine_.MSComm1, timers_->RfpsTimer, timers_->TimerComPort,
-                  timers_->silenceTimer, machine_.settingsStore, debugView_});
-  live_->SetReportCommand([this] { mnuGenReport_Click(); });
+void FrmMain::BuildSession() {
+  live_ = std::make_unique<LiveSession>(desktop_, *gridModel_, TextLog_,
+                                        link::LinkLine{.MSComm1 = MSComm1_,
+                                                       .RfpsTimer = RfpsTimer_,
+                                                       .TimerComPort = TimerComPort_,
+                                                       .silenceTimer = silenceTimer_},
+                                        desktop_.settings);
   Session& results = live_->Results();
-  reportDialog_ = std::make_unique<report::ReportDialog>(
-      results.Model(), results.Report(),
-      report::ReportDesktop{machine_.fileSystem, machine_.fileChooser, machine_.messageBoxes,
-                            machine_.documentOpener},
-      lastFilenames_, report::RememberedFields(machine_.fileSystem, machine_.programFolder));
-  captureDialog_ = std::make_unique<capture::CaptureDialog>(results.Capture(), machine_.fileChooser,
-                                                            machine_.messageBoxes, lastFilenames_);
-  exportCommand_ = std::make_unique<capture::ExportCommand>(
-      results.Export(), machine_.fileChooser, lastFilenames_, [this] { UpdateSyncGrid(); });
-  helpCommands_ = std::make_unique<help::HelpCommands>(machine_.documentOpener, machine_.fileSystem,
-                                                       machine_.messageBoxes);
+  live_->SetReportCommand([this] { mnuGenReport_Click(); });
+  live_->Link().SetStateChanged([this] { ShowLinkState(); });
+  live_->Port().SetStateChanged([this] { ShowLinkState(); });
+  live_->Display().SetOptionsChanged([this] { ShowOptions(); });
+  results.Capture().SetStateChanged([this] { ShowCaptureState(); });
+  results.SetTotalsChanged([this] { ShowTotals(); });
+  menu_->Entry("mnuCaptureData").setEnabled(false);
+  ShowCaptureState();
+  reportDialog_ =
+      std::make_unique<report::ReportDialog>(results.Model(), results.Report(), desktop_);
+  captureDialog_ = std::make_unique<capture::CaptureDialog>(results.Capture(), desktop_);
+  exportCommand_ = std::make_unique<capture::ExportCommand>(results.Export(), desktop_,
+                                                            [this] { UpdateSyncGrid(); });
+  helpCommands_ = std::make_unique<help::HelpCommands>(desktop_);
 }
 
 void FrmMain::Form_Load() {
@@ -116,12 +129,12 @@ void FrmMain::Form_Load() {
     OpenComPort(port);
     StartLink();
   } catch (const std::exception&) {
-    platform::HandleEvent(machine_.beeper, [this, port] { ChoosePortInstead(port); });
+    platform::HandleEvent(desktop_.beeper, [this, port] { ChoosePortInstead(port); });
   }
 }
 
 void FrmMain::ChoosePortInstead(std::int16_t port) {
-  machine_.messageBoxes.Show(link::CouldNotOpenText(port), platform::kProgramTitle,
+  desktop_.messageBoxes.Show(link::CouldNotOpenText(port), help::kProgramTitle,
                              platform::MessageIcon::Critical, platform::MessageButtons::OkCancel);
   if (isUnloaded_) {
     return;
@@ -168,7 +181,7 @@ void FrmMain::Form_Unload() {
     return;
   }
   isUnloaded_ = true;
-  machine_.events.End();
+  desktop_.events.End();
   live_->Shutdown();
   const QWidgetList windows = QApplication::topLevelWidgets();
   for (QWidget* const window : windows) {
@@ -182,9 +195,8 @@ void FrmMain::Form_Unload() {
 }
 
 bool FrmMain::TestReport() {
-  report::TestReport testReport(live_->Results().Model(), live_->Results().Report(),
-                                machine_.documentOpener, machine_.messageBoxes);
-  return testReport.Run([this] { ClearSyncResults(); }, machine_.programFolder);
+  report::TestReport testReport(live_->Results().Model(), live_->Results().Report(), desktop_);
+  return testReport.Run([this] { ClearSyncResults(); });
 }
 
 void FrmMain::closeEvent(QCloseEvent* event) {
@@ -209,7 +221,7 @@ bool FrmMain::eventFilter(QObject* watched, QEvent* event) {
 
 QString FrmMain::CellToolTip(int row, int column) const {
   return qt::ToQString(
-      app::CellToolTip(live_->Results().Model(), sync::DisplayOptions(*menu_), row, column));
+      app::CellToolTip(live_->Results().Model(), live_->Results().Options(), row, column));
 }
 
 }  // namespace kelvara::app

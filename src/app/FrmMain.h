@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QPointer>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -9,10 +10,7 @@
 #include <string_view>
 #include <utility>
 
-#include "app/DebugViewSlot.h"
-#include "app/DesktopMachine.h"
 #include "app/FrmDebug.h"
-#include "app/LinkTimers.h"
 #include "app/LiveSession.h"
 #include "app/LogTextBox.h"
 #include "app/MainMenu.h"
@@ -20,7 +18,8 @@
 #include "capture/CaptureDialog.h"
 #include "capture/ExportCommand.h"
 #include "help/HelpCommands.h"
-#include "platform/LastFilenames.h"
+#include "platform/Desktop.h"
+#include "platform/qt/QtTimer.h"
 #include "report/ReportDialog.h"
 #include "sync/SyncGridModel.h"
 #include "sync/SyncGridView.h"
@@ -32,16 +31,25 @@ namespace kelvara::convert {
 class FrmConvert;
 }
 
+namespace kelvara::report {
+class FrmReport;
+}
+
 namespace kelvara::app {
 
 /// The main window: the menus from which every function is reached, the sync grid, the log box, the
 /// status bar, the serial port and the link's timers. It computes nothing: each of its operations
-/// hands on to the room that does the work.
+/// hands on to the engine class that does the work.
 class FrmMain : public QMainWindow {
   Q_OBJECT
 
  public:
-  explicit FrmMain(const DesktopMachine& machine);
+  /// What the user is told of the device behind a port number.
+  using PortDescription = std::function<std::string(int port)>;
+
+  /// The desktop and the port outlive the window.
+  FrmMain(const platform::Desktop& desktop, platform::SerialPort& MSComm1,
+          PortDescription describePort);
   ~FrmMain() override;
 
   /// Start-up: opens the stored port and starts the link; when that fails, tells the user and shows
@@ -78,7 +86,7 @@ class FrmMain : public QMainWindow {
   void debugProcessRfps() {}
   void ClearSyncResults() { live_->ClearSyncResults(); }
   void UpdateSyncGrid() { live_->UpdateSyncGrid(); }
-  platform::Colour GetRpsColour(std::int16_t iRps) {
+  sync::Colour GetRpsColour(std::int16_t iRps) {
     return live_->Results().Grid().GetRpsColour(iRps);
   }
 
@@ -114,12 +122,22 @@ class FrmMain : public QMainWindow {
  private:
   capture::DataCapture& Capture() { return live_->Results().Capture(); }
   void BuildControls();
-  void BuildRooms();
+  void BuildSession();
   void BuildGridMenu();
   void ConnectMenus();
+  void ConnectOptions();
   /// Runs a command when the user chooses an entry; a fault that it lets pass is a beep.
   void OnMenu(const char* name, const std::function<void()>& command);
   void OnAction(QAction& action, const std::function<void()>& command);
+
+  /// The status bar, the menus and the log box follow what the session says.
+  void ShowLinkState();
+  void ShowCaptureState();
+  void ShowTotals();
+  void ShowOptions();
+  /// The options follow the check marks, whatever has changed these.
+  void ReadCheckMarks();
+
   void ShowPortDialog();
   /// What follows a port that cannot be opened at start-up: the message and the port dialog.
   void ChoosePortInstead(std::int16_t port);
@@ -130,11 +148,13 @@ class FrmMain : public QMainWindow {
   void mnuConvertor_Click();
   void mnuViewDebugOn_Click();
   void mnuViewDebugOff_Click();
+  void DebugClosed();
   void CommandStartStop_Click();
 
-  DesktopMachine machine_;
+  const platform::Desktop& desktop_;
+  platform::SerialPort& MSComm1_;
+  PortDescription describePort_;
   std::string sHelpPath_;
-  platform::LastFilenames lastFilenames_;
 
   std::unique_ptr<MainMenu> menu_;
   MainStatusBar* StatusBar1_ = nullptr;
@@ -149,9 +169,12 @@ class FrmMain : public QMainWindow {
   // Made when they are first opened: a start does not wait for them.
   FrmDebug* debug_ = nullptr;
   convert::FrmConvert* convert_ = nullptr;
-  DebugViewSlot debugView_;
+  // The report dialog while it is open.
+  QPointer<report::FrmReport> report_;
 
-  std::unique_ptr<LinkTimers> timers_;
+  qt::QtTimer RfpsTimer_;
+  qt::QtTimer TimerComPort_;
+  qt::QtTimer silenceTimer_;
   std::unique_ptr<LiveSession> live_;
   std::unique_ptr<report::ReportDialog> reportDialog_;
   std::unique_ptr<capture::CaptureDialog> captureDialog_;

@@ -1,21 +1,20 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QEventLoop>
 #include <QPushButton>
 
 #include "app/FrmMain.h"
-#include "app/MainMenuTable.h"
-#include "app/OptionGroups.h"
+#include "app/OptionTable.h"
 #include "capture/FrmCapture.h"
 #include "convert/FrmConvert.h"
 #include "help/FrmAbout.h"
 #include "link/FrmComSelect.h"
 #include "platform/EventHandler.h"
+#include "platform/widgets/DialogManners.h"
 #include "report/FrmReport.h"
 
 namespace kelvara::app {
-
-using platform::MenuEntry;
 
 void FrmMain::ConnectMenus() {
   OnMenu("mnuComPort", [this] { mnuComPort_Click(); });
@@ -24,10 +23,8 @@ void FrmMain::ConnectMenus() {
   OnMenu("mnuClearLog", [this] { TextLog_->Clear(); });
   OnMenu("mnuExit", [this] { close(); });
 
-  for (const MenuLine& line : MainMenuLines()) {
-    if (line.checkable && line.entry) {
-      OnMenu(line.name, [this, entry = *line.entry] { live_->Display().Choose(entry); });
-    }
+  for (const OptionEntry& option : OptionEntries()) {
+    OnMenu(option.name, [this, &option] { live_->Display().Choose(option); });
   }
   OnMenu("mnuViewDebugOn", [this] { mnuViewDebugOn_Click(); });
   OnMenu("mnuViewDebugOff", [this] { mnuViewDebugOff_Click(); });
@@ -36,7 +33,7 @@ void FrmMain::ConnectMenus() {
   OnMenu("mnuCapturePause", [this] { PauseLoggingToFile(); });
   OnMenu("mnuCaptureResume", [this] { ResumeLoggingToFile(); });
   OnMenu("mnuCaptureDataStart",
-         [this] { capture::FrmCapture(*captureDialog_, machine_.beeper, this).exec(); });
+         [this] { capture::FrmCapture(*captureDialog_, desktop_.beeper, this).exec(); });
   OnMenu("mnuGenReport", [this] { mnuGenReport_Click(); });
   OnMenu("mnuConvertor", [this] { mnuConvertor_Click(); });
 
@@ -46,17 +43,78 @@ void FrmMain::ConnectMenus() {
 
   connect(CommandStartStop_, &QPushButton::clicked, this, [this] { CommandStartStop_Click(); });
   connect(CmdChkRx_, &QPushButton::clicked, this, [this] {
-    platform::HandleEvent(machine_.beeper, [this] { live_->Link().CmdChkRx_Click(); });
+    platform::HandleEvent(desktop_.beeper, [this] { live_->Link().CmdChkRx_Click(); });
   });
 }
 
 void FrmMain::OnMenu(const char* name, const std::function<void()>& command) {
-  OnAction(*menu_->Action(name), command);
+  OnAction(menu_->Entry(name), command);
 }
 
 void FrmMain::OnAction(QAction& action, const std::function<void()>& command) {
   connect(&action, &QAction::triggered, this,
-          [this, command] { platform::HandleEvent(machine_.beeper, command); });
+          [this, command] { platform::HandleEvent(desktop_.beeper, command); });
+}
+
+void FrmMain::ConnectOptions() {
+  for (const OptionEntry& option : OptionEntries()) {
+    connect(&menu_->Entry(option.name), &QAction::toggled, this, [this] { ReadCheckMarks(); });
+  }
+}
+
+void FrmMain::ReadCheckMarks() {
+  Options& options = live_->Results().Options();
+  options.units.reset();
+  options.rpnHex = options.fpsShown = options.logShown = options.debugShown = false;
+  const auto entries = OptionEntries();
+  // From the last to the first: where several of a group are checked, the first counts.
+  for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry) {
+    if (menu_->Entry(entry->name).isChecked()) {
+      entry->choose(options);
+    }
+  }
+}
+
+void FrmMain::ShowOptions() {
+  const Options options = live_->Results().Options();
+  for (const OptionEntry& entry : OptionEntries()) {
+    menu_->Entry(entry.name).setChecked(entry.isChosen(options));
+  }
+  menu_->Entry("mnuClearLog").setEnabled(options.logShown);
+  TextLog_->SetShown(options.logShown);
+  if (!options.logShown) {
+    TextLog_->Clear();
+  }
+}
+
+void FrmMain::ShowLinkState() {
+  const link::BeltpackLink& link = live_->Link();
+  const link::ComPort& port = live_->Port();
+  StatusBar1_->SetPanel(StatusPanel::Link, link.StatusText());
+  StatusBar1_->SetPanel(StatusPanel::Port, port.PortText());
+  StatusBar1_->SetPanel(StatusPanel::Rate, port.RateText());
+  menu_->Entry("mnuClearGrid").setEnabled(link.CanClear());
+  menu_->Entry("mnuForceSearch").setEnabled(link.CanClear());
+}
+
+void FrmMain::ShowCaptureState() {
+  const capture::DataCapture& capture = Capture();
+  const capture::CaptureState state = capture.State();
+  const bool capturing = state != capture::CaptureState::Idle;
+  StatusBar1_->SetPanel(StatusPanel::Capture, capture.StatusText());
+  menu_->Entry("mnuCaptureDataStart").setVisible(!capturing);
+  menu_->Entry("mnuCaptureData").setVisible(capturing);
+  if (capturing) {
+    menu_->Entry("mnuCaptureData").setEnabled(true);
+    menu_->Entry("mnuCapturePause").setEnabled(state == capture::CaptureState::Logging);
+    menu_->Entry("mnuCaptureResume").setEnabled(state == capture::CaptureState::Paused);
+  }
+}
+
+void FrmMain::ShowTotals() {
+  const sync::SyncModel& model = live_->Results().Model();
+  StatusBar1_->SetPanel(StatusPanel::Reports, "Reports: " + std::to_string(model.ReportCount()));
+  StatusBar1_->SetPanel(StatusPanel::Aas, "AAs: " + std::to_string(model.AaCount()));
 }
 
 void FrmMain::BuildGridMenu() {
@@ -71,7 +129,7 @@ void FrmMain::BuildGridMenu() {
 }
 
 void FrmMain::ShowPortDialog() {
-  link::FrmComSelect(live_->Port(), machine_.messageBoxes, machine_.describePort, this).exec();
+  link::FrmComSelect(live_->Port(), desktop_.messageBoxes, describePort_, this).exec();
 }
 
 void FrmMain::mnuComPort_Click() {
@@ -86,41 +144,56 @@ void FrmMain::mnuComPort_Click() {
 }
 
 void FrmMain::mnuGenReport_Click() {
+  if (report_ != nullptr) {
+    // A lost link asks for a report while the dialog is open: that dialog is used.
+    QEventLoop untilClosed;
+    connect(report_, &QDialog::finished, &untilClosed, &QEventLoop::quit);
+    widgets::ShowInFront(*report_);
+    untilClosed.exec();
+    return;
+  }
   if (reportDialog_->HasPhaseInformation()) {
-    report::FrmReport(*reportDialog_, machine_.beeper, this).exec();
+    report::FrmReport dialog(*reportDialog_, desktop_.beeper, this);
+    report_ = &dialog;
+    dialog.exec();
   }
 }
 
 void FrmMain::mnuConvertor_Click() {
   if (convert_ == nullptr) {
-    convert_ = new convert::FrmConvert(machine_.beeper, this);
+    convert_ = new convert::FrmConvert(desktop_.beeper, this);
   }
   convert_->Open();
 }
 
 void FrmMain::mnuViewDebugOn_Click() {
   if (debug_ == nullptr) {
-    debug_ = new FrmDebug([this] { CheckOption(*menu_, MenuEntry::mnuViewDebugOff); }, this);
-    debugView_.Show(debug_);
+    debug_ = new FrmDebug([this] { DebugClosed(); }, this);
   }
   debug_->Open();
-  CheckOption(*menu_, MenuEntry::mnuViewDebugOn);
+  live_->Link().SetDebugView(debug_);
+  live_->Display().Choose(OptionEntryNamed("mnuViewDebugOn"));
 }
 
 void FrmMain::mnuViewDebugOff_Click() {
-  CheckOption(*menu_, MenuEntry::mnuViewDebugOff);
+  DebugClosed();
   if (debug_ != nullptr) {
     debug_->close();
   }
 }
 
+void FrmMain::DebugClosed() {
+  live_->Link().SetDebugView(nullptr);
+  live_->Display().Choose(OptionEntryNamed("mnuViewDebugOff"));
+}
+
 void FrmMain::CommandStartStop_Click() {
   const QString start = QStringLiteral("Start");
   if (CommandStartStop_->text() == start) {
-    timers_->RfpsTimer.SwitchOn();
+    RfpsTimer_.SwitchOn();
     CommandStartStop_->setText(QStringLiteral("Stop"));
   } else {
-    timers_->RfpsTimer.SwitchOff();
+    RfpsTimer_.SwitchOff();
     CommandStartStop_->setText(start);
   }
 }

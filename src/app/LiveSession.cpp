@@ -2,24 +2,22 @@
 
 #include "base/Fault.h"
 #include "link/LinkTexts.h"
-#include "platform/ProgramSettings.h"
 
 namespace kelvara::app {
 
-LiveSession::LiveSession(const Machine& machine, const Controls& controls,
-                         const LiveMachine& liveMachine)
+LiveSession::LiveSession(const platform::Machine& machine, sync::GridCells& grid,
+                         capture::LogBox* logBox, const link::LinkLine& line,
+                         platform::SettingsStore& settings)
     : fileSystem_(machine.fileSystem),
-      machine_(liveMachine),
-      session_(machine, controls),
-      link_({liveMachine.MSComm1, liveMachine.RfpsTimer, liveMachine.TimerComPort,
-             liveMachine.silenceTimer, machine.clock, machine.dateFormat, machine.beeper,
-             machine.messageBoxes, machine.events, controls.statusBar, controls.menuBar,
-             liveMachine.debugView, session_.Capture()},
-            *this),
-      comPort_(liveMachine.MSComm1, liveMachine.TimerComPort,
-               platform::ProgramSettings(liveMachine.settingsStore), controls.statusBar),
-      displaySettings_(platform::ProgramSettings(liveMachine.settingsStore), controls.menuBar,
-                       controls.logBox) {}
+      line_(line),
+      session_(machine, grid, logBox),
+      link_(machine, line, session_.Capture(),
+            {.processRfpsReport = [this](std::string_view report) { ProcessRfpsReport(report); },
+             .clearSyncResults = [this] { ClearSyncResults(); },
+             .updateSyncGrid = [this] { UpdateSyncGrid(); },
+             .generateReport = [this] { GenerateReport(); }}),
+      comPort_(line.MSComm1, line.TimerComPort, settings),
+      displaySettings_(settings, session_.Options()) {}
 
 void LiveSession::StartLink() {
   link_.BeginSearch();
@@ -36,9 +34,9 @@ void LiveSession::mnuClearGrid_Click() {
 }
 
 void LiveSession::StopPolling() {
-  machine_.RfpsTimer.SwitchOff();
-  machine_.TimerComPort.SwitchOff();
-  machine_.silenceTimer.SwitchOff();
+  line_.RfpsTimer.SwitchOff();
+  line_.TimerComPort.SwitchOff();
+  line_.silenceTimer.SwitchOff();
   try {
     comPort_.Close();
   } catch (const base::Fault&) {
@@ -71,12 +69,10 @@ void LiveSession::ProcessRfpsReport(std::string_view report) {
 
 void LiveSession::ClearSyncResults() {
   session_.ClearSyncResults();
-  link_.ForgetLoss();
+  link_.ResultsCleared();
 }
 
-void LiveSession::UpdateSyncGrid() { session_.Grid().UpdateSyncGrid(); }
-
-void LiveSession::mnuGenReport_Click() {
+void LiveSession::GenerateReport() {
   if (reportCommand_) {
     reportCommand_();
   }

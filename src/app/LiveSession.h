@@ -9,30 +9,18 @@
 #include "app/Session.h"
 #include "link/BeltpackLink.h"
 #include "link/ComPort.h"
-#include "link/LinkDuties.h"
-#include "platform/DebugView.h"
-#include "platform/SerialPort.h"
 #include "platform/SettingsStore.h"
-#include "platform/Timer.h"
 #include "sessions/LineTrace.h"
 
 namespace kelvara::app {
 
-/// What a live session asks of the machine beyond what every session does.
-struct LiveMachine {
-  platform::SerialPort& MSComm1;
-  platform::Timer& RfpsTimer;
-  platform::Timer& TimerComPort;
-  platform::Timer& silenceTimer;
-  platform::SettingsStore& settingsStore;
-  platform::DebugView& debugView;
-};
-
 /// A session with a beltpack on the line: the sync model's session, the link, the port, the stored
 /// options.
-class LiveSession : public link::LinkDuties {
+class LiveSession {
  public:
-  LiveSession(const Machine& machine, const Controls& controls, const LiveMachine& liveMachine);
+  /// Everything given outlives the session; `logBox` is null where there is none.
+  LiveSession(const platform::Machine& machine, sync::GridCells& grid, capture::LogBox* logBox,
+              const link::LinkLine& line, platform::SettingsStore& settings);
 
   /// Starts the link: searches for the beltpack with cleared results, polls from the cycle's first
   /// step, and applies the stored display options. The logging-active flag is cleared even while a
@@ -66,14 +54,19 @@ class LiveSession : public link::LinkDuties {
   link::ComPort& Port() { return comPort_; }
   DisplaySettings& Display() { return displaySettings_; }
 
-  void ProcessRfpsReport(std::string_view report) override;
-  void ClearSyncResults() override;
-  void UpdateSyncGrid() override;
-  void mnuGenReport_Click() override;
+  /// Takes one whole report into the sync model.
+  void ProcessRfpsReport(std::string_view report);
+
+  /// Empties the results and the log box; the commands that clear have nothing to do from now on
+  /// until the beltpack is heard.
+  void ClearSyncResults();
+  void UpdateSyncGrid() { session_.Grid().UpdateSyncGrid(); }
 
  private:
+  void GenerateReport();
+
   platform::FileSystem& fileSystem_;
-  LiveMachine machine_;
+  link::LinkLine line_;
   Session session_;
   link::BeltpackLink link_;
   link::ComPort comPort_;

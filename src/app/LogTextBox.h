@@ -4,18 +4,19 @@
 #include <functional>
 #include <utility>
 
-#include "platform/LogBox.h"
+#include "capture/LogBox.h"
 
 namespace kelvara::app {
 
 /// The log box `TextLog`. Text that comes while it is hidden is not kept, and a box that has grown
 /// full loses its older half.
-class LogTextBox : public QPlainTextEdit, public platform::LogBox {
+class LogTextBox : public QPlainTextEdit, public capture::LogBox {
  public:
   explicit LogTextBox(QWidget* parent = nullptr);
 
   bool IsShown() const override { return !isHidden(); }
-  void SetShown(bool shown) override;
+  /// Shows or hides it; its text stays.
+  void SetShown(bool shown);
   void Append(std::string_view text) override;
   void Clear() override { clear(); }
 

@@ -5,7 +5,7 @@
 #include <iostream>
 
 #include "app/DesktopProgram.h"
-#include "platform/ProgramTitle.h"
+#include "help/ProgramTitle.h"
 #include "ports/PortTable.h"
 
 namespace {
@@ -20,7 +20,7 @@ void Complain(const char* text) { std::cerr << "kelvara: " << text << '\n'; }
 int main(int argumentCount, char** arguments) {
   kelvara::app::DesktopOptions options;
   CLI::App program("Commission the radio side of a wireless intercom.", "kelvara");
-  program.set_version_flag("--version", kelvara::platform::ProgramTitleAndVersion());
+  program.set_version_flag("--version", kelvara::help::ProgramTitleAndVersion());
   program.add_flag("--demo", options.demo, "Use the built-in beltpack behind every port number");
   program.add_option("--site", options.sitePath, "The site that the built-in beltpack walks in")
       ->type_name("FILE");

@@ -2,13 +2,33 @@
 
 #include <QMenu>
 #include <cstddef>
+#include <string_view>
 #include <vector>
 
 #include "app/MainMenuTable.h"
+#include "app/OptionTable.h"
 
 namespace kelvara::app {
+namespace {
 
-using platform::MenuEntry;
+QAction& AddEntry(QMenu& menu, const char* name, const char* caption) {
+  QAction* const action = menu.addAction(QString::fromLatin1(caption));
+  action->setObjectName(QString::fromLatin1(name));
+  return *action;
+}
+
+/// The entries of an option's submenu; none where the group is no option's.
+std::vector<const OptionEntry*> OptionsOf(std::string_view group) {
+  std::vector<const OptionEntry*> entries;
+  for (const OptionEntry& entry : OptionEntries()) {
+    if (entry.group == group) {
+      entries.push_back(&entry);
+    }
+  }
+  return entries;
+}
+
+}  // namespace
 
 MainMenu::MainMenu(QMenuBar& menuBar) : menuBar_(menuBar) {
   const auto lines = MainMenuLines();
@@ -20,50 +40,28 @@ MainMenu::MainMenu(QMenuBar& menuBar) : menuBar_(menuBar) {
       open.back()->addSeparator();
       continue;
     }
-    const bool hasSubmenu = i + 1 < lines.size() && lines[i + 1].depth > line.depth;
+    const std::vector<const OptionEntry*> options = OptionsOf(line.name);
+    const bool opensSubmenu = i + 1 < lines.size() && lines[i + 1].depth > line.depth;
+    if (!opensSubmenu && options.empty()) {
+      AddEntry(*open.back(), line.name, line.caption);
+      continue;
+    }
     const QString caption = QString::fromLatin1(line.caption);
-    QAction* action = nullptr;
-    if (hasSubmenu) {
-      QMenu* const menu = open.empty() ? menuBar_.addMenu(caption) : open.back()->addMenu(caption);
-      menu->setObjectName(QString::fromLatin1(line.name));
-      open.push_back(menu);
-      action = menu->menuAction();
-    } else {
-      action = open.back()->addAction(caption);
-      action->setObjectName(QString::fromLatin1(line.name));
-      action->setCheckable(line.checkable);
+    QMenu* const menu = open.empty() ? menuBar_.addMenu(caption) : open.back()->addMenu(caption);
+    menu->setObjectName(QString::fromLatin1(line.name));
+    open.push_back(menu);
+    for (const OptionEntry* const option : options) {
+      QAction& action = AddEntry(*menu, option->name, option->caption);
+      action.setCheckable(true);
+      action.setChecked(option->checkedAtFirst);
     }
-    if (line.entry) {
-      actions_.at(static_cast<std::size_t>(*line.entry)) = action;
-    }
-  }
-  const platform::MemoryMenuBar initial;
-  for (int i = 0; i < platform::kMenuEntryCount; ++i) {
-    const auto entry = static_cast<MenuEntry>(i);
-    SetChecked(entry, initial.IsChecked(entry));
-    SetEnabled(entry, initial.IsEnabled(entry));
-    SetVisible(entry, initial.IsVisible(entry));
   }
 }
 
-QAction* MainMenu::Action(const char* name) const {
-  return menuBar_.findChild<QAction*>(QString::fromLatin1(name));
-}
-
-bool MainMenu::IsChecked(MenuEntry entry) const { return Of(entry).isChecked(); }
-
-void MainMenu::SetChecked(MenuEntry entry, bool checked) { Of(entry).setChecked(checked); }
-
-bool MainMenu::IsEnabled(MenuEntry entry) const { return Of(entry).isEnabled(); }
-
-void MainMenu::SetEnabled(MenuEntry entry, bool enabled) { Of(entry).setEnabled(enabled); }
-
-bool MainMenu::IsVisible(MenuEntry entry) const { return Of(entry).isVisible(); }
-
-void MainMenu::SetVisible(MenuEntry entry, bool visible) { Of(entry).setVisible(visible); }
-
-QAction& MainMenu::Of(MenuEntry entry) const {
-  return *actions_.at(static_cast<std::size_t>(entry));
+QAction& MainMenu::Entry(const char* name) const {
+  const QString objectName = QString::fromLatin1(name);
+  QMenu* const menu = menuBar_.findChild<QMenu*>(objectName);
+  return menu != nullptr ? *menu->menuAction() : *menuBar_.findChild<QAction*>(objectName);
 }
 
 }  // namespace kelvara::app

@@ -1,21 +1,16 @@
 #pragma once
 
-#include <optional>
 #include <span>
-
-#include "platform/MenuBar.h"
 
 namespace kelvara::app {
 
 /// One line of the main window's menus. A line with a greater depth than the one before it opens a
-/// submenu there; a separator has no name.
+/// submenu there; a separator has no name. The entries of an option's submenu come from the table
+/// of options.
 struct MenuLine {
   int depth;
   const char* name;
   const char* caption;
-  bool checkable = false;
-  /// The entry, where the system changes or reads its state.
-  std::optional<platform::MenuEntry> entry = std::nullopt;
 };
 
 /// The menu tree, top to bottom, in the order in which the user sees it.

@@ -48,7 +48,7 @@ MainStatusBar::MainStatusBar(QWidget* parent) : QStatusBar(parent), area_(new QW
   addWidget(area_, 1);
 }
 
-void MainStatusBar::SetPanel(platform::StatusPanel panel, std::string_view text) {
+void MainStatusBar::SetPanel(StatusPanel panel, std::string_view text) {
   QLabel& label = *panels_.at(static_cast<std::size_t>(panel) - 1);
   const QString shown = qt::ToQString(text);
   if (label.text() != shown) {

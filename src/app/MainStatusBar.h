@@ -4,18 +4,20 @@
 #include <QLabel>
 #include <QStatusBar>
 #include <array>
-
-#include "platform/StatusBar.h"
+#include <string_view>
 
 namespace kelvara::app {
 
+/// The panels of `StatusBar1`, numbered as the system numbers them.
+enum class StatusPanel { Link = 1, Capture, Reports, Aas, Port, Rate };
+
 /// The status bar `StatusBar1` with its six panels: link, capture, reports, antennas, port, rate.
-/// Every text is shown whole: in a window too narrow for one line of panels they stand in two.
-class MainStatusBar : public QStatusBar, public platform::StatusBar {
+/// Every text is shown whole: a window too narrow for one line of panels has two.
+class MainStatusBar : public QStatusBar {
  public:
   explicit MainStatusBar(QWidget* parent = nullptr);
 
-  void SetPanel(platform::StatusPanel panel, std::string_view text) override;
+  void SetPanel(StatusPanel panel, std::string_view text);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

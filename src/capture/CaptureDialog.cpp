@@ -6,7 +6,7 @@ namespace kelvara::capture {
 
 std::optional<std::string> CaptureDialog::CommandBrowse_Click() {
   const std::string remembered = lastFilenames_.GetLastFilename();
-  std::optional<std::string> chosen = fileChooser_.Choose(
+  std::optional<std::string> chosen = desktop_.fileChooser.Choose(
       {platform::FileChooserKind::Open, "Select a file to log to", "Log File (*.txt)|*.txt|",
        platform::DirectoryOfOrEmpty(remembered), remembered});
   if (chosen) {
@@ -17,8 +17,8 @@ std::optional<std::string> CaptureDialog::CommandBrowse_Click() {
 
 bool CaptureDialog::StartButton_Click(const std::string& fileName) {
   if (fileName.empty()) {
-    messageBoxes_.Show("Filename and path must be specified.", "File Error",
-                       platform::MessageIcon::Critical, platform::MessageButtons::Ok);
+    desktop_.messageBoxes.Show("Filename and path must be specified.", "File Error",
+                               platform::MessageIcon::Critical, platform::MessageButtons::Ok);
     return false;
   }
   if (!dataCapture_.StartLoggingToFile(fileName)) {

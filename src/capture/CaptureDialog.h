@@ -4,21 +4,16 @@
 #include <string>
 
 #include "capture/DataCapture.h"
-#include "platform/FileChooser.h"
-#include "platform/LastFilenames.h"
-#include "platform/MessageBoxes.h"
+#include "capture/LastFilenames.h"
+#include "platform/Desktop.h"
 
 namespace kelvara::capture {
 
 /// What the capture dialog does, without its window. It outlives every window shown over it.
 class CaptureDialog {
  public:
-  CaptureDialog(DataCapture& dataCapture, platform::FileChooser& fileChooser,
-                platform::MessageBoxes& messageBoxes, platform::LastFilenames lastFilenames)
-      : dataCapture_(dataCapture),
-        fileChooser_(fileChooser),
-        messageBoxes_(messageBoxes),
-        lastFilenames_(lastFilenames) {}
+  CaptureDialog(DataCapture& dataCapture, const platform::Desktop& desktop)
+      : dataCapture_(dataCapture), desktop_(desktop), lastFilenames_(desktop) {}
 
   /// At the dialog's start: the remembered file name.
   std::string Form_Load() const { return lastFilenames_.GetLastFilename(); }
@@ -32,9 +27,8 @@ class CaptureDialog {
 
  private:
   DataCapture& dataCapture_;
-  platform::FileChooser& fileChooser_;
-  platform::MessageBoxes& messageBoxes_;
-  platform::LastFilenames lastFilenames_;
+  const platform::Desktop& desktop_;
+  LastFilenames lastFilenames_;
 };
 
 }  // namespace kelvara::capture

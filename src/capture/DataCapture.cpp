@@ -4,14 +4,18 @@
 
 namespace kelvara::capture {
 
-using platform::MenuEntry;
-using platform::StatusPanel;
+namespace {
+
+constexpr std::string_view kLoggingText = "Logging...";
+constexpr std::string_view kPausedText = "Logging Paused...";
+
+}  // namespace
 
 void DataCapture::PrintLogEntry(std::string_view strLog) {
   if (strLog.empty() || !IsListening()) {
     return;
   }
-  std::string entry = dateFormat_.General(clock_.WallTime());
+  std::string entry = machine_.dateFormat.General(machine_.clock.WallTime());
   entry += ", ";
   entry += strLog;
   entry += "\r\n";
@@ -21,7 +25,9 @@ void DataCapture::PrintLogEntry(std::string_view strLog) {
     }
     file_->Write(entry);
   }
-  logBox_.Append(entry);
+  if (logBox_ != nullptr) {
+    logBox_->Append(entry);
+  }
 }
 
 bool DataCapture::StartLoggingToFile(const std::string& strFilename) {
@@ -30,22 +36,19 @@ bool DataCapture::StartLoggingToFile(const std::string& strFilename) {
     if (file_) {
       throw base::Fault(base::FaultKind::File, "A log file is open already");
     }
-    file_ = fileSystem_.OpenForAppend(strFilename);
+    file_ = machine_.fileSystem.OpenForAppend(strFilename);
     try {
       PrintLogEntry("Log To File Started");
     } catch (const base::Fault&) {
       file_.reset();
       throw;
     }
-    statusBar_.SetPanel(StatusPanel::Capture, "Logging...");
-    menuBar_.SetVisible(MenuEntry::mnuCaptureData, true);
-    menuBar_.SetEnabled(MenuEntry::mnuCaptureData, true);
-    menuBar_.SetVisible(MenuEntry::mnuCaptureDataStart, false);
-    ShowLogging();
+    ShowStatus(kLoggingText);
+    Enter(CaptureState::Logging);
     return true;
   } catch (const base::Fault&) {
-    messageBoxes_.Show("Could not start Logging to specified file.", "File Error",
-                       platform::MessageIcon::Critical, platform::MessageButtons::Ok);
+    machine_.messageBoxes.Show("Could not start Logging to specified file.", "File Error",
+                               platform::MessageIcon::Critical, platform::MessageButtons::Ok);
     return false;
   }
 }
@@ -56,31 +59,36 @@ void DataCapture::StopLoggingToFile() {
   PrintLogEntry("Log To File Stopped");
   loggingActive_ = false;
   file_.reset();
-  statusBar_.SetPanel(StatusPanel::Capture, "");
-  menuBar_.SetVisible(MenuEntry::mnuCaptureDataStart, true);
-  menuBar_.SetVisible(MenuEntry::mnuCaptureData, false);
+  ShowStatus("");
+  Enter(CaptureState::Idle);
 }
 
 void DataCapture::PauseLoggingToFile() {
-  statusBar_.SetPanel(StatusPanel::Capture, "Logging Paused...");
+  ShowStatus(kPausedText);
   PrintLogEntry("Log To File Stopped Paused");
   loggingActive_ = false;
-  menuBar_.SetEnabled(MenuEntry::mnuCaptureStop, true);
-  menuBar_.SetEnabled(MenuEntry::mnuCapturePause, false);
-  menuBar_.SetEnabled(MenuEntry::mnuCaptureResume, true);
+  Enter(CaptureState::Paused);
 }
 
 void DataCapture::ResumeLoggingToFile() {
   loggingActive_ = true;
-  statusBar_.SetPanel(StatusPanel::Capture, "Logging...");
+  ShowStatus(kLoggingText);
   PrintLogEntry("Log To File Resumed");
-  ShowLogging();
+  Enter(CaptureState::Logging);
 }
 
-void DataCapture::ShowLogging() {
-  menuBar_.SetEnabled(MenuEntry::mnuCaptureStop, true);
-  menuBar_.SetEnabled(MenuEntry::mnuCapturePause, true);
-  menuBar_.SetEnabled(MenuEntry::mnuCaptureResume, false);
+void DataCapture::ShowStatus(std::string_view text) {
+  statusText_ = text;
+  if (stateChanged_) {
+    stateChanged_();
+  }
+}
+
+void DataCapture::Enter(CaptureState state) {
+  state_ = state;
+  if (stateChanged_) {
+    stateChanged_();
+  }
 }
 
 }  // namespace kelvara::capture

@@ -1,34 +1,31 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
-#include "platform/Clock.h"
-#include "platform/DateFormat.h"
-#include "platform/FileSystem.h"
-#include "platform/LogBox.h"
-#include "platform/MenuBar.h"
-#include "platform/MessageBoxes.h"
-#include "platform/StatusBar.h"
+#include "capture/LogBox.h"
+#include "platform/Machine.h"
 #include "sync/LogFunnel.h"
 
 namespace kelvara::capture {
 
+/// What the user can do with the capture: start it, or stop and pause it, or stop and resume it.
+enum class CaptureState { Idle, Logging, Paused };
+
 /// The log funnel, and the capture of its entries to a file: started, paused, resumed, stopped.
 class DataCapture : public sync::LogFunnel {
  public:
-  DataCapture(const platform::Clock& clock, const platform::DateFormat& dateFormat,
-              platform::FileSystem& fileSystem, platform::LogBox& logBox,
-              platform::StatusBar& statusBar, platform::MenuBar& menuBar,
-              platform::MessageBoxes& messageBoxes)
-      : clock_(clock),
-        dateFormat_(dateFormat),
-        fileSystem_(fileSystem),
-        logBox_(logBox),
-        statusBar_(statusBar),
-        menuBar_(menuBar),
-        messageBoxes_(messageBoxes) {}
+  /// `logBox` is null where there is none.
+  DataCapture(const platform::Machine& machine, LogBox* logBox)
+      : machine_(machine), logBox_(logBox) {}
+
+  /// What is told each time the state or its text may have changed.
+  void SetStateChanged(std::function<void()> stateChanged) {
+    stateChanged_ = std::move(stateChanged);
+  }
 
   /// Writes one entry: date and time, ", ", the text; to the file while logging is active, then to
   /// the log box. An empty text writes nothing. A file write that fails (as every write does while
@@ -36,7 +33,9 @@ class DataCapture : public sync::LogFunnel {
   /// box.
   void PrintLogEntry(std::string_view strLog) override;
 
-  bool IsListening() const override { return loggingActive_ || logBox_.IsShown(); }
+  bool IsListening() const override {
+    return loggingActive_ || (logBox_ != nullptr && logBox_->IsShown());
+  }
 
   /// Opens the file for appending and starts to log. On failure one message box, and false; logging
   /// then counts as active although no file is open, so later entries fault.
@@ -56,20 +55,24 @@ class DataCapture : public sync::LogFunnel {
 
   bool IsLoggingActive() const { return loggingActive_; }
 
+  CaptureState State() const { return state_; }
+
+  /// What the status bar says of the capture: "Logging...", "Logging Paused...", or nothing.
+  std::string_view StatusText() const { return statusText_; }
+
   /// Closes the file without an entry, as the program does when it ends.
   void CloseFile() { file_.reset(); }
 
  private:
-  void ShowLogging();
+  void ShowStatus(std::string_view text);
+  void Enter(CaptureState state);
 
-  const platform::Clock& clock_;
-  const platform::DateFormat& dateFormat_;
-  platform::FileSystem& fileSystem_;
-  platform::LogBox& logBox_;
-  platform::StatusBar& statusBar_;
-  platform::MenuBar& menuBar_;
-  platform::MessageBoxes& messageBoxes_;
+  const platform::Machine& machine_;
+  LogBox* logBox_;
+  std::function<void()> stateChanged_;
   bool loggingActive_ = false;
+  CaptureState state_ = CaptureState::Idle;
+  std::string_view statusText_;
   std::unique_ptr<platform::OutputFile> file_;
 };
 

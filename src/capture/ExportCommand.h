@@ -3,20 +3,20 @@
 #include <functional>
 #include <utility>
 
+#include "capture/LastFilenames.h"
 #include "capture/ResultsExport.h"
-#include "platform/FileChooser.h"
-#include "platform/LastFilenames.h"
+#include "platform/Desktop.h"
 
 namespace kelvara::capture {
 
 /// The command to export the results: asks for the file, then writes it.
 class ExportCommand {
  public:
-  ExportCommand(ResultsExport& resultsExport, platform::FileChooser& fileChooser,
-                platform::LastFilenames lastFilenames, std::function<void()> updateGrid)
+  ExportCommand(ResultsExport& resultsExport, const platform::Desktop& desktop,
+                std::function<void()> updateGrid)
       : resultsExport_(resultsExport),
-        fileChooser_(fileChooser),
-        lastFilenames_(lastFilenames),
+        fileChooser_(desktop.fileChooser),
+        lastFilenames_(desktop),
         updateGrid_(std::move(updateGrid)) {}
 
   /// Shows the chooser, which asks before a file is replaced, in the folder of the last capture
@@ -28,7 +28,7 @@ class ExportCommand {
  private:
   ResultsExport& resultsExport_;
   platform::FileChooser& fileChooser_;
-  platform::LastFilenames lastFilenames_;
+  LastFilenames lastFilenames_;
   std::function<void()> updateGrid_;
 };
 

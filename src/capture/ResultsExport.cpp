@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "base/Fault.h"
-#include "platform/ProgramTitle.h"
+#include "help/ProgramTitle.h"
 
 namespace kelvara::capture {
 namespace {
@@ -28,12 +28,12 @@ void ResultsExport::WriteResults(const std::string& path) {
     if (file_) {
       throw base::Fault(base::FaultKind::File, "The file of an export that failed is still open");
     }
-    file_ = fileSystem_.OpenForOutput(path);
+    file_ = machine_.fileSystem.OpenForOutput(path);
     WriteHeader();
     WriteMatrix();
     file_.reset();
   } catch (const base::Fault&) {
-    beeper_.Beep();
+    machine_.beeper.Beep();
   }
 }
 
@@ -43,12 +43,12 @@ void ResultsExport::WriteLine(std::string line) {
 }
 
 void ResultsExport::WriteHeader() {
-  WriteLine("File Created by " + platform::ProgramTitleAndVersion() + " on " +
-            dateFormat_.General(clock_.WallTime()));
-  if (const std::optional<sync::PhaseUnits> units = options_.Units()) {
+  WriteLine("File Created by " + help::ProgramTitleAndVersion() + " on " +
+            machine_.dateFormat.General(machine_.clock.WallTime()));
+  if (const std::optional<sync::PhaseUnits> units = options_.units) {
     WriteLine("Units: " + UnitName(*units));
   }
-  WriteLine(options_.RpnHex() ? "RPN Units: Hex" : "RPN Units: Decimal");
+  WriteLine(options_.rpnHex ? "RPN Units: Hex" : "RPN Units: Decimal");
   WriteLine("");
 }
 

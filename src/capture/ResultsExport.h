@@ -3,12 +3,9 @@
 #include <memory>
 #include <string>
 
-#include "platform/Beeper.h"
-#include "platform/Clock.h"
-#include "platform/DateFormat.h"
-#include "platform/FileSystem.h"
-#include "platform/GridControl.h"
+#include "platform/Machine.h"
 #include "sync/DisplayOptions.h"
+#include "sync/GridCells.h"
 #include "sync/SyncModel.h"
 
 namespace kelvara::capture {
@@ -16,17 +13,9 @@ namespace kelvara::capture {
 /// The results as comma-separated text: the sync grid as it is shown, with a short header.
 class ResultsExport {
  public:
-  ResultsExport(const sync::SyncModel& model, const platform::GridControl& grid,
-                sync::DisplayOptions options, const platform::Clock& clock,
-                const platform::DateFormat& dateFormat, platform::FileSystem& fileSystem,
-                platform::Beeper& beeper)
-      : model_(model),
-        grid_(grid),
-        options_(options),
-        clock_(clock),
-        dateFormat_(dateFormat),
-        fileSystem_(fileSystem),
-        beeper_(beeper) {}
+  ResultsExport(const sync::SyncModel& model, const sync::GridCells& grid,
+                const sync::DisplayOptions& options, const platform::Machine& machine)
+      : model_(model), grid_(grid), options_(options), machine_(machine) {}
 
   /// Writes the file, replacing one that exists. A fault beeps once and ends the writing; the file
   /// then stays open, and the next export fails at its first step.
@@ -42,12 +31,9 @@ class ResultsExport {
   std::string Label(int aa) const { return "AA." + options_.RpnText(model_.AaRpn(aa)); }
 
   const sync::SyncModel& model_;
-  const platform::GridControl& grid_;
-  sync::DisplayOptions options_;
-  const platform::Clock& clock_;
-  const platform::DateFormat& dateFormat_;
-  platform::FileSystem& fileSystem_;
-  platform::Beeper& beeper_;
+  const sync::GridCells& grid_;
+  const sync::DisplayOptions& options_;
+  const platform::Machine& machine_;
   std::unique_ptr<platform::OutputFile> file_;
 };
 

@@ -2,10 +2,14 @@
 
 namespace kelvara::cli {
 
-app::Machine ConsoleMachine::Machine() {
-  return {clock_, dateFormat_, fileSystem_, beeper_, messageBoxes_, events_};
+platform::MessageAnswer ConsoleMessageBoxes::Show(std::string_view text, std::string_view /*title*/,
+                                                  platform::MessageIcon /*icon*/,
+                                                  platform::MessageButtons buttons) {
+  if (buttons != platform::MessageButtons::YesNo) {
+    return platform::MessageAnswer::Ok;
+  }
+  Complain(text.substr(0, text.find('\r')));
+  return platform::MessageAnswer::No;
 }
-
-app::Controls ConsoleMachine::Controls() { return {grid_, statusBar_, logBox_, menuBar_}; }
 
 }  // namespace kelvara::cli

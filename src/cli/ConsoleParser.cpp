@@ -7,7 +7,7 @@
 #include "cli/PortsCommand.h"
 #include "cli/RecordCommand.h"
 #include "cli/ReplayCommand.h"
-#include "platform/ProgramTitle.h"
+#include "help/ProgramTitle.h"
 #ifndef _WIN32
 #include "cli/SimulateCommand.h"
 #endif
@@ -17,7 +17,7 @@ namespace kelvara::cli {
 ConsoleParser::ConsoleParser()
     : program_("Commission the radio side of a wireless intercom, without a window.",
                "kelvara-cli") {
-  program_.set_version_flag("--version", platform::ProgramTitleAndVersion());
+  program_.set_version_flag("--version", help::ProgramTitleAndVersion());
   // None at all is for the caller to complain about: here it would hide what is wrong with an
   // argument.
   program_.require_subcommand(0, 1);

@@ -12,7 +12,7 @@ constexpr std::size_t kGap = 2;
 
 }  // namespace
 
-void PrintGrid(const platform::GridControl& grid, std::ostream& out) {
+void PrintGrid(const sync::GridCells& grid, std::ostream& out) {
   std::vector<std::size_t> widths(static_cast<std::size_t>(grid.Columns()));
   for (int row = 0; row < grid.Rows(); ++row) {
     for (int column = 0; column < grid.Columns(); ++column) {

@@ -2,11 +2,11 @@
 
 #include <iosfwd>
 
-#include "platform/GridControl.h"
+#include "sync/GridCells.h"
 
 namespace kelvara::cli {
 
 /// Prints the grid as a table, its columns aligned on the right.
-void PrintGrid(const platform::GridControl& grid, std::ostream& out);
+void PrintGrid(const sync::GridCells& grid, std::ostream& out);
 
 }  // namespace kelvara::cli

@@ -10,7 +10,7 @@
 namespace kelvara::cli {
 namespace {
 
-std::string ColourText(const std::optional<platform::Colour>& colour) {
+std::string ColourText(const std::optional<sync::Colour>& colour) {
   if (!colour) {
     return "null";
   }
@@ -64,7 +64,7 @@ std::string Cells(const sync::SyncModel& model) {
 }
 
 template <typename CellText>
-std::string GridRows(const platform::MemoryGrid& grid, CellText cellText) {
+std::string GridRows(const sync::GridCells& grid, CellText cellText) {
   return Array(
       grid.Rows(),
       [&](int row) {
@@ -76,7 +76,7 @@ std::string GridRows(const platform::MemoryGrid& grid, CellText cellText) {
 
 }  // namespace
 
-std::string JsonResults(const app::Session& session, const platform::MemoryGrid& grid,
+std::string JsonResults(const app::Session& session, const sync::GridCells& grid,
                         bool gridComplete) {
   const sync::SyncModel& model = session.Model();
   std::string text = "{\"reports\": " + std::to_string(model.ReportCount());
@@ -89,8 +89,8 @@ std::string JsonResults(const app::Session& session, const platform::MemoryGrid&
   // A cell's text is made of digits, signs, brackets and "RPN": nothing in it needs escaping.
   text += GridRows(grid, [&](int row, int column) { return Quoted(grid.Text(row, column)); });
   text += ",\n    \"colour\": ";
-  text +=
-      GridRows(grid, [&](int row, int column) { return ColourText(grid.Background(row, column)); });
+  text += GridRows(
+      grid, [&](int row, int column) { return ColourText(grid.At(row, column).background); });
   text += "}}\n";
   return text;
 }

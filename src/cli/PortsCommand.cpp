@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <iostream>
 
+#include "help/ProgramTitle.h"
 #include "link/ComPort.h"
 #include "platform/qt/QtSettingsStore.h"
 #include "ports/PortProbe.h"
@@ -22,7 +23,8 @@ void PortsCommand::AddTo(CLI::App& program) {
 }
 
 ExitCode PortsCommand::Run() {
-  const qt::QtSettingsStore settings;
+  const qt::QtSettingsStore settings(qt::UserSettingsFile(help::kSettingsApplication),
+                                     help::kPortsSection);
   ports::PortTable table(settings);
   for (const std::string& assignment : assignments_) {
     table.Assign(ports::ReadPortAssignment(assignment));

@@ -15,6 +15,7 @@
 #include "cli/NumberChecks.h"
 #include "cli/ResultOutputs.h"
 #include "cli/StatusLine.h"
+#include "help/ProgramTitle.h"
 #include "link/ComPort.h"
 #include "platform/MemorySettingsStore.h"
 #include "platform/posix/StopSignal.h"
@@ -34,13 +35,6 @@ constexpr int kMaxReports = 1000000000;
 /// Ten years.
 constexpr double kMaxSeconds = 315360000.0;
 constexpr int kCheckMilliseconds = 50;
-
-/// A debug window that is never open.
-class NoDebugView : public platform::DebugView {
- public:
-  void DebugLastTxMsg(std::string_view /*strTx*/) override {}
-  void ShowReportText(std::string_view /*text*/) override {}
-};
 
 auto WholeNumber(std::uint64_t most) {
   return [most](const std::string& text) { return CheckWholeNumber(text, 1, most); };
@@ -115,13 +109,14 @@ ExitCode RecordCommand::RunOnDemo() {
   ConsoleMachine console(speed_);
   sim::Beltpack beltpack(sim::DemoSite());
   qt::QtTimer delivery(Interval(sim::kDeliveryMilliseconds, speed_));
-  sim::DemoSerialPort port(beltpack, console.Clock(), delivery);
+  sim::DemoSerialPort port(beltpack, console.Machine().clock, delivery);
   return RunOn(console, port);
 }
 
 ExitCode RecordCommand::RunOnDevice() {
   ConsoleMachine console;
-  const qt::QtSettingsStore settings;
+  const qt::QtSettingsStore settings(qt::UserSettingsFile(help::kSettingsApplication),
+                                     help::kPortsSection);
   ports::PortTable ports(settings);
   if (device_) {
     ports.Assign({1, *device_});
@@ -135,17 +130,21 @@ ExitCode RecordCommand::RunOn(ConsoleMachine& console, platform::SerialPort& por
   qt::QtTimer rfpsTimer(Interval(link::kRfpsTimerMilliseconds, speed_));
   qt::QtTimer timerComPort(Interval(link::kTimerComPortMilliseconds, speed_));
   qt::QtTimer silenceTimer(Interval(link::kSilenceMilliseconds, speed_));
-  NoDebugView debugView;
   // The stored options are the desktop program's; here the command line says how to display.
   platform::MemorySettingsStore settingsStore;
-  app::LiveSession live(console.Machine(), console.Controls(),
-                        {port, rfpsTimer, timerComPort, silenceTimer, settingsStore, debugView});
+  sync::GridCells grid;
+  app::LiveSession live(console.Machine(), grid, nullptr,
+                        {.MSComm1 = port,
+                         .RfpsTimer = rfpsTimer,
+                         .TimerComPort = timerComPort,
+                         .silenceTimer = silenceTimer},
+                        settingsStore);
 
   port.SetSettings(platform::PortSettings(baud_));
   port.SetOpen(true);
   live.StartLink();
-  options_.CheckIn(console.MenuBar());
   app::Session& session = live.Results();
+  session.Options() = {options_.Display()};
   // The log first: it only grows, while a trace replaces the one before.
   if (StartLog(session, options_) != ExitCode::Done) {
     return ExitCode::Failed;
@@ -154,13 +153,13 @@ ExitCode RecordCommand::RunOn(ConsoleMachine& console, platform::SerialPort& por
     live.StartTrace(*rawPath_, false);
   }
 
-  StatusLine statusLine(console.StatusBar());
-  const std::int64_t start = console.Clock().TickCount();
+  StatusLine statusLine(live);
+  const std::int64_t start = console.Machine().clock.TickCount();
   const posix::StopSignal stopSignal([] { QCoreApplication::quit(); });
   qt::QtTimer check(Interval(kCheckMilliseconds, speed_));
   const auto endIfDone = [&] {
     statusLine.Show();
-    if (HasEnded(session, console.Clock().TickCount() - start)) {
+    if (HasEnded(session, console.Machine().clock.TickCount() - start)) {
       QCoreApplication::quit();
     }
   };
@@ -172,7 +171,7 @@ ExitCode RecordCommand::RunOn(ConsoleMachine& console, platform::SerialPort& por
   statusLine.Remove();
 
   live.StopPolling();
-  ExitCode result = WriteResults(session, console, options_);
+  ExitCode result = WriteResults(session, grid, console, options_);
   live.Shutdown();
   if (const std::string failure = live.TraceFailure(); !failure.empty()) {
     Complain(failure);

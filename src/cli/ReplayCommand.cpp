@@ -56,7 +56,8 @@ class Replay : public sessions::RecordedTextReader {
 };
 
 std::unique_ptr<platform::InputFile> Open(const std::string& name, ConsoleMachine& console) {
-  return name == kStandardInput ? qt::OpenStandardInput() : console.FileSystem().OpenForInput(name);
+  return name == kStandardInput ? qt::OpenStandardInput()
+                                : console.Machine().fileSystem.OpenForInput(name);
 }
 
 }  // namespace
@@ -86,8 +87,9 @@ ExitCode ReplayCommand::Run() {
     return ExitCode::WrongCommandLine;
   }
   ConsoleMachine console;
-  app::Session session(console.Machine(), console.Controls());
-  options_.CheckIn(console.MenuBar());
+  sync::GridCells grid;
+  app::Session session(console.Machine(), grid, nullptr);
+  session.Options() = {options_.Display()};
   session.ClearSyncResults();
   try {
     // Each file is tried before the first is read: a wrong name leaves everything untouched.
@@ -118,7 +120,7 @@ ExitCode ReplayCommand::Run() {
       read = ExitCode::Failed;
     }
   }
-  const ExitCode written = WriteResults(session, console, options_);
+  const ExitCode written = WriteResults(session, grid, console, options_);
   return read == ExitCode::Done ? written : read;
 }
 

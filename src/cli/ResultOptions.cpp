@@ -2,11 +2,7 @@
 
 #include <CLI/CLI.hpp>
 
-#include "app/OptionGroups.h"
-
 namespace kelvara::cli {
-
-using platform::MenuEntry;
 
 void ResultOptions::AddTo(CLI::App& command) {
   command.add_option("--units", units, "Units of the phases: rfps, aasync or metres")
@@ -46,12 +42,12 @@ void ResultOptions::AddTo(CLI::App& command) {
   command.add_flag("--grid", grid, "Print the grid as a table")->group("Results");
 }
 
-void ResultOptions::CheckIn(platform::MenuBar& menuBar) const {
-  app::CheckOption(menuBar, units == "aasync"   ? MenuEntry::mnuDispSync
-                            : units == "metres" ? MenuEntry::mnuDispMetres
-                                                : MenuEntry::mnuDispRFPS);
-  app::CheckOption(menuBar, rpnBase == "hex" ? MenuEntry::mnuRpnHex : MenuEntry::mnuRpnDecimal);
-  app::CheckOption(menuBar, fps == "on" ? MenuEntry::mnuFpsOn : MenuEntry::mnuFpsOff);
+sync::DisplayOptions ResultOptions::Display() const {
+  return {.units = units == "aasync"   ? sync::PhaseUnits::AaSync
+                   : units == "metres" ? sync::PhaseUnits::Metres
+                                       : sync::PhaseUnits::Rfps,
+          .rpnHex = rpnBase == "hex",
+          .fpsShown = fps == "on"};
 }
 
 std::vector<std::string> ResultOptions::OutputPaths() const {

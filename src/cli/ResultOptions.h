@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/MenuBar.h"
+#include "sync/DisplayOptions.h"
 
 namespace CLI {
 class App;
@@ -29,8 +29,8 @@ struct ResultOptions {
   /// Declares the options on a sub-command.
   void AddTo(CLI::App& command);
 
-  /// Checks the menu entries that the display options stand for.
-  void CheckIn(platform::MenuBar& menuBar) const;
+  /// The display options.
+  sync::DisplayOptions Display() const;
 
   /// The files that results are to be written to.
   std::vector<std::string> OutputPaths() const;

@@ -74,7 +74,7 @@ ExitCode StartLog(app::Session& session, const ResultOptions& options) {
   return ExitCode::Done;
 }
 
-ExitCode WriteResults(app::Session& session, ConsoleMachine& console,
+ExitCode WriteResults(app::Session& session, sync::GridCells& grid, const ConsoleMachine& console,
                       const ResultOptions& options) {
   bool done = true;
   if (options.logPath) {
@@ -84,19 +84,18 @@ ExitCode WriteResults(app::Session& session, ConsoleMachine& console,
     done = WriteReport(session, options) && done;
   }
   // Drawn from nothing, so that cells which a faulting redraw does not reach show nothing either.
-  console.Controls().grid.SetSize(0, 0);
+  grid.SetSize(0, 0);
   const bool gridComplete = session.Grid().UpdateSyncGrid();
   if (options.csvPath) {
     done = WriteCsv(session, console, *options.csvPath) && done;
   }
   // Files first: whoever reads the standard output may stop reading.
-  const std::string json =
-      options.jsonPath ? JsonResults(session, console.Grid(), gridComplete) : "";
+  const std::string json = options.jsonPath ? JsonResults(session, grid, gridComplete) : "";
   if (options.jsonPath && !options.JsonOnStandardOutput()) {
-    done = WriteJson(console.FileSystem(), *options.jsonPath, json) && done;
+    done = WriteJson(console.Machine().fileSystem, *options.jsonPath, json) && done;
   }
   if (options.grid) {
-    PrintGrid(console.Grid(), std::cout);
+    PrintGrid(grid, std::cout);
   }
   if (options.JsonOnStandardOutput()) {
     std::cout << json;

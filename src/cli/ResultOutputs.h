@@ -12,6 +12,7 @@ ExitCode StartLog(app::Session& session, const ResultOptions& options);
 
 /// Ends the capture and writes every result that was asked for, then the totals. Each output is
 /// tried whatever became of the others; each that fails is one line on standard error.
-ExitCode WriteResults(app::Session& session, ConsoleMachine& console, const ResultOptions& options);
+ExitCode WriteResults(app::Session& session, sync::GridCells& grid, const ConsoleMachine& console,
+                      const ResultOptions& options);
 
 }  // namespace kelvara::cli

@@ -6,22 +6,20 @@
 
 namespace kelvara::cli {
 
-using platform::StatusPanel;
-
-StatusLine::StatusLine(const ConsoleStatusBar& statusBar)
-    : statusBar_(statusBar), isTerminal_(IsErrorTerminal()) {}
+StatusLine::StatusLine(app::LiveSession& live) : live_(live), isTerminal_(IsErrorTerminal()) {}
 
 void StatusLine::Show() {
   if (!isTerminal_) {
     return;
   }
-  std::string line = statusBar_.Panel(StatusPanel::Link);
-  for (const StatusPanel panel : {StatusPanel::Capture, StatusPanel::Reports, StatusPanel::Aas}) {
-    const std::string& text = statusBar_.Panel(panel);
-    if (!text.empty()) {
-      line += "  " + text;
-    }
+  const app::Session& results = live_.Results();
+  std::string line = live_.Link().StatusText();
+  if (!results.Capture().StatusText().empty()) {
+    line += "  ";
+    line += results.Capture().StatusText();
   }
+  line += "  Reports: " + std::to_string(results.Model().ReportCount());
+  line += "  AAs: " + std::to_string(results.Model().AaCount());
   if (line != shown_) {
     std::cerr << kWipeLine << line << std::flush;
     shown_ = line;

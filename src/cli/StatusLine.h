@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "cli/ConsoleControls.h"
+#include "app/LiveSession.h"
 
 namespace kelvara::cli {
 
@@ -10,16 +10,16 @@ namespace kelvara::cli {
 /// itself only where standard error is a terminal.
 class StatusLine {
  public:
-  explicit StatusLine(const ConsoleStatusBar& statusBar);
+  explicit StatusLine(app::LiveSession& live);
 
-  /// Shows the panels as they are now.
+  /// Shows the state as it is now.
   void Show();
 
   /// Wipes the line out.
   void Remove();
 
  private:
-  const ConsoleStatusBar& statusBar_;
+  app::LiveSession& live_;
   bool isTerminal_;
   std::string shown_;
 };

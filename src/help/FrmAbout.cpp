@@ -7,7 +7,7 @@
 
 #include "help/MakerTexts.h"
 #include "help/ProgramIcon.h"
-#include "platform/ProgramTitle.h"
+#include "help/ProgramTitle.h"
 #include "platform/qt/Text.h"
 #include "platform/widgets/DialogControls.h"
 #include "platform/widgets/DialogManners.h"
@@ -32,7 +32,7 @@ std::string MakerLines() {
 
 FrmAbout::FrmAbout(QWidget* parent) : QDialog(parent) {
   setObjectName(QStringLiteral("FrmAbout"));
-  setWindowTitle(QStringLiteral("About ") + QString::fromLatin1(platform::kProgramTitle));
+  setWindowTitle(QStringLiteral("About ") + QString::fromLatin1(kProgramTitle));
   setModal(true);
 
   QLabel* const picIcon = widgets::NewLabel(*this, "picIcon", "");
@@ -41,7 +41,7 @@ FrmAbout::FrmAbout(QWidget* parent) : QDialog(parent) {
   picIcon->setAccessibleName(QStringLiteral("Program icon"));
 
   QLabel* const lblTitle = widgets::NewLabel(*this, "lblTitle", "");
-  lblTitle->setText(qt::ToQString(platform::ProgramTitleAndVersion()));
+  lblTitle->setText(qt::ToQString(ProgramTitleAndVersion()));
   QFont titleFont = lblTitle->font();
   titleFont.setPointSizeF(QFontInfo(titleFont).pointSizeF() * kTitleScale);
   titleFont.setBold(true);

@@ -1,8 +1,8 @@
 #include "help/HelpCommands.h"
 
 #include "help/MakerTexts.h"
+#include "help/ProgramTitle.h"
 #include "platform/FileExists.h"
-#include "platform/ProgramTitle.h"
 
 namespace kelvara::help {
 namespace {
@@ -25,20 +25,22 @@ std::string HelpPath(std::string_view programFolder) {
 
 void HelpCommands::mnuContents_Click(const std::string& sHelpPath) {
   // Desktops that hand a missing page to a browser report success, so the page is looked for first.
-  if (platform::FileExists(fileSystem_, sHelpPath) && opener_.OpenDocument(sHelpPath)) {
+  if (platform::FileExists(desktop_.fileSystem, sHelpPath) &&
+      desktop_.documentOpener.OpenDocument(sHelpPath)) {
     return;
   }
   std::string text(kHelpFailure);
   text += sHelpPath;
-  std::string title(platform::kProgramTitle);
+  std::string title(kProgramTitle);
   title += " Help";
-  messageBoxes_.Show(text, title, platform::MessageIcon::Critical, platform::MessageButtons::Ok);
+  desktop_.messageBoxes.Show(text, title, platform::MessageIcon::Critical,
+                             platform::MessageButtons::Ok);
 }
 
 void HelpCommands::mnuOrrinWeb_Click() {
-  if (!opener_.OpenAddress(std::string(kMakerWebAddress))) {
-    messageBoxes_.Show(kWebFailure, kWebFailureTitle, platform::MessageIcon::Critical,
-                       platform::MessageButtons::Ok);
+  if (!desktop_.documentOpener.OpenAddress(std::string(kMakerWebAddress))) {
+    desktop_.messageBoxes.Show(kWebFailure, kWebFailureTitle, platform::MessageIcon::Critical,
+                               platform::MessageButtons::Ok);
   }
 }
 

@@ -3,9 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/DocumentOpener.h"
-#include "platform/FileSystem.h"
-#include "platform/MessageBoxes.h"
+#include "platform/Desktop.h"
 
 namespace kelvara::help {
 
@@ -16,9 +14,7 @@ std::string HelpPath(std::string_view programFolder);
 /// The two entries of the Help menu that open something outside the program.
 class HelpCommands {
  public:
-  HelpCommands(platform::DocumentOpener& opener, platform::FileSystem& fileSystem,
-               platform::MessageBoxes& messageBoxes)
-      : opener_(opener), fileSystem_(fileSystem), messageBoxes_(messageBoxes) {}
+  explicit HelpCommands(const platform::Desktop& desktop) : desktop_(desktop) {}
 
   /// Opens the help pages at their path. A page that is not there, or that the desktop cannot open,
   /// ends in a message box that names the path.
@@ -28,9 +24,7 @@ class HelpCommands {
   void mnuOrrinWeb_Click();
 
  private:
-  platform::DocumentOpener& opener_;
-  platform::FileSystem& fileSystem_;
-  platform::MessageBoxes& messageBoxes_;
+  const platform::Desktop& desktop_;
 };
 
 }  // namespace kelvara::help

@@ -12,8 +12,6 @@
 
 namespace kelvara::link {
 
-using platform::MenuEntry;
-
 namespace {
 
 // One polling cycle is nine ticks: four times "rfps", "cho", three times "rfps", "bho".
@@ -31,51 +29,65 @@ constexpr std::string_view kLifeBelow = "z";
 
 }  // namespace
 
-BeltpackLink::BeltpackLink(const LinkMachine& machine, LinkDuties& duties)
+BeltpackLink::BeltpackLink(const platform::Machine& machine, const LinkLine& line,
+                           sync::LogFunnel& log, LinkActions actions)
     : machine_(machine),
-      duties_(duties),
-      splitter_(machine.silenceTimer, [this](std::string_view chunk) { TakeChunk(chunk); }) {
-  machine_.RfpsTimer.SetTick([this] {
+      line_(line),
+      log_(log),
+      actions_(std::move(actions)),
+      splitter_(line.silenceTimer, [this](std::string_view chunk) { TakeChunk(chunk); }) {
+  line_.RfpsTimer.SetTick([this] {
     try {
       RfpsTimer_Timer();
     } catch (const std::exception&) {
       machine_.beeper.Beep();
     }
   });
-  machine_.TimerComPort.SetTick([this] { TimerComPort_Timer(); });
-  machine_.silenceTimer.SetTick([this] { Receive([this] { splitter_.Silence_Timer(); }); });
-  machine_.MSComm1.SetReceiveNotification([this] { MSComm1_OnComm(); });
+  line_.TimerComPort.SetTick([this] { TimerComPort_Timer(); });
+  line_.silenceTimer.SetTick([this] { Receive([this] { splitter_.Silence_Timer(); }); });
+  line_.MSComm1.SetReceiveNotification([this] { MSComm1_OnComm(); });
 }
 
 BeltpackLink::~BeltpackLink() {
-  machine_.RfpsTimer.SetTick({});
-  machine_.TimerComPort.SetTick({});
-  machine_.silenceTimer.SetTick({});
-  machine_.MSComm1.SetReceiveNotification({});
+  line_.RfpsTimer.SetTick({});
+  line_.TimerComPort.SetTick({});
+  line_.silenceTimer.SetTick({});
+  line_.MSComm1.SetReceiveNotification({});
 }
 
 void BeltpackLink::BeginSearch() {
   bLinkLossPending_ = 0;
   dtLastRx_ = machine_.clock.Now();
-  machine_.TimerComPort.SwitchOn();
-  machine_.RfpsTimer.SwitchOn();
+  line_.TimerComPort.SwitchOn();
+  line_.RfpsTimer.SwitchOn();
+}
+
+void BeltpackLink::ResultsCleared() {
+  bLinkLossPending_ = 0;
+  if (canClear_) {
+    canClear_ = false;
+    StateChanged();
+  }
 }
 
 void BeltpackLink::mnuForceSearch_Click() {
   dtLastRx_ = machine_.clock.Now();
-  machine_.TimerComPort.SwitchOn();
-  machine_.RfpsTimer.SwitchOn();
-  duties_.ClearSyncResults();
+  line_.TimerComPort.SwitchOn();
+  line_.RfpsTimer.SwitchOn();
+  actions_.clearSyncResults();
   SetStatusText(kAttemptingText);
 }
 
 void BeltpackLink::SetStatusText(std::string_view text) {
-  machine_.statusBar.SetPanel(platform::StatusPanel::Link, text);
+  if (text != statusText_) {
+    statusText_ = text;
+    StateChanged();
+  }
 }
 
 void BeltpackLink::SerialSendString(std::string_view ComStr, bool dDisplayStatus) {
   try {
-    platform::SerialPort& port = machine_.MSComm1;
+    platform::SerialPort& port = line_.MSComm1;
     if (port.IsBreak()) {
       port.SetBreak(false);
     }
@@ -108,14 +120,14 @@ void BeltpackLink::SendBhoCommand() { SendAndShow(kBhoCommand); }
 
 void BeltpackLink::SendAndShow(std::string_view command) {
   SerialSendString(command, false);
-  if (IsDebugViewOn()) {
-    machine_.debugView.DebugLastTxMsg(command);
+  if (debugView_ != nullptr) {
+    debugView_->DebugLastTxMsg(command);
   }
 }
 
 bool BeltpackLink::SerialGetResponseBytes(std::int32_t timeoutMs, std::int32_t count,
                                           std::span<std::uint8_t> buffer) {
-  platform::SerialPort& port = machine_.MSComm1;
+  platform::SerialPort& port = line_.MSComm1;
   std::int32_t index = 0;
   while (true) {
     const std::int64_t deadline = machine_.clock.TickCount() + timeoutMs;
@@ -139,23 +151,23 @@ void BeltpackLink::CmdChkRx_Click() {
   std::uint8_t byte = 0;
   while (machine_.events.ProcessEvents()) {
     SerialGetResponseBytes(kCheckTimeoutMilliseconds, 1, std::span(&byte, 1));
-    machine_.MSComm1.Input(std::numeric_limits<std::size_t>::max());
+    line_.MSComm1.Input(std::numeric_limits<std::size_t>::max());
   }
 }
 
 void BeltpackLink::RfpsTimer_Timer() {
-  machine_.MSComm1.RestoreDevice();
+  line_.MSComm1.RestoreDevice();
   // No break is asserted while a command is written.
-  const bool searching = machine_.TimerComPort.IsOn();
+  const bool searching = line_.TimerComPort.IsOn();
   if (searching) {
-    machine_.TimerComPort.SwitchOff();
+    line_.TimerComPort.SwitchOff();
   }
   Poll();
   if (searching) {
-    machine_.TimerComPort.SwitchOn();
+    line_.TimerComPort.SwitchOn();
   }
   Supervise();
-  duties_.UpdateSyncGrid();
+  actions_.updateSyncGrid();
 }
 
 void BeltpackLink::Poll() {
@@ -176,13 +188,13 @@ void BeltpackLink::Supervise() {
     return;
   }
   const platform::DateTime silence = machine_.clock.Now() - dtLastRx_;
-  if (!machine_.TimerComPort.IsOn()) {
+  if (!line_.TimerComPort.IsOn()) {
     if (silence > platform::Span(kSilenceSeconds)) {
-      machine_.TimerComPort.SwitchOn();
+      line_.TimerComPort.SwitchOn();
       bLinkLossPending_ = 1;
       dtLastRx_ = machine_.clock.Now();
       try {
-        machine_.log.PrintLogEntry(kBreakConditionText);
+        log_.PrintLogEntry(kBreakConditionText);
       } catch (const base::Fault&) {
         machine_.beeper.Beep();
       }
@@ -203,8 +215,8 @@ void BeltpackLink::AskAboutLoss() {
           "\r\n\r\nDo you wish to generate a report, then clear the results?",
       "Beltpack Comms Lost", platform::MessageIcon::Question, platform::MessageButtons::YesNo);
   if (answer == platform::MessageAnswer::Yes) {
-    duties_.mnuGenReport_Click();
-    duties_.ClearSyncResults();
+    actions_.generateReport();
+    actions_.clearSyncResults();
   } else {
     bLinkLossPending_ = 0;
   }
@@ -213,15 +225,14 @@ void BeltpackLink::AskAboutLoss() {
 
 void BeltpackLink::TimerComPort_Timer() {
   try {
-    machine_.MSComm1.SetBreak(true);
+    line_.MSComm1.SetBreak(true);
   } catch (const base::Fault&) {
     // A line that cannot break is searched for all the same.
   }
 }
 
 void BeltpackLink::MSComm1_OnComm() {
-  Receive(
-      [this] { splitter_.Feed(machine_.MSComm1.Input(std::numeric_limits<std::size_t>::max())); });
+  Receive([this] { splitter_.Feed(line_.MSComm1.Input(std::numeric_limits<std::size_t>::max())); });
 }
 
 template <typename Work>
@@ -236,9 +247,9 @@ void BeltpackLink::Receive(const Work& work) {
 void BeltpackLink::ResetPort() {
   splitter_.Discard();
   try {
-    machine_.MSComm1.SetOpen(false);
-    machine_.MSComm1.DiscardInput();
-    machine_.MSComm1.SetOpen(true);
+    line_.MSComm1.SetOpen(false);
+    line_.MSComm1.DiscardInput();
+    line_.MSComm1.SetOpen(true);
   } catch (const std::exception&) {
     // It stays closed; the user chooses a port.
   }
@@ -252,20 +263,20 @@ void BeltpackLink::TakeChunk(std::string_view chunk) {
     HearBeltpack();
   } else if (chunk == kDisconnectedText) {
     SetStatusText(kDisconnectedStatusText);
-    machine_.TimerComPort.SwitchOn();
+    line_.TimerComPort.SwitchOn();
   }
   Collect(chunk);
 }
 
 void BeltpackLink::HearBeltpack() {
-  if (machine_.TimerComPort.IsOn()) {
-    machine_.TimerComPort.SwitchOff();
+  if (line_.TimerComPort.IsOn()) {
+    line_.TimerComPort.SwitchOff();
     bLinkLossPending_ = 0;
   }
   SetStatusText(kConnectedText);
-  if (!machine_.menuBar.IsEnabled(MenuEntry::mnuForceSearch)) {
-    machine_.menuBar.SetEnabled(MenuEntry::mnuForceSearch, true);
-    machine_.menuBar.SetEnabled(MenuEntry::mnuClearGrid, true);
+  if (!canClear_) {
+    canClear_ = true;
+    StateChanged();
   }
   dtLastRx_ = machine_.clock.Now();
 }
@@ -278,9 +289,9 @@ void BeltpackLink::Collect(std::string_view chunk) {
   if (event == ReportCollector::Event::None) {
     return;
   }
-  const bool debugViewOn = IsDebugViewOn();
+  const bool debugViewOn = debugView_ != nullptr;
   if (debugViewOn) {
-    machine_.debugView.ShowReportText(collector_.Text());
+    debugView_->ShowReportText(collector_.Text());
   }
   if (event == ReportCollector::Event::Line) {
     return;
@@ -289,12 +300,14 @@ void BeltpackLink::Collect(std::string_view chunk) {
     machine_.beeper.Beep();
   }
   if (event == ReportCollector::Event::Report) {
-    duties_.ProcessRfpsReport(collector_.Text());
+    actions_.processRfpsReport(collector_.Text());
   }
 }
 
-bool BeltpackLink::IsDebugViewOn() const {
-  return machine_.menuBar.IsChecked(MenuEntry::mnuViewDebugOn);
+void BeltpackLink::StateChanged() {
+  if (stateChanged_) {
+    stateChanged_();
+  }
 }
 
 }  // namespace kelvara::link

@@ -1,22 +1,18 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <span>
+#include <string>
 #include <string_view>
+#include <utility>
 
 #include "link/ChunkSplitter.h"
+#include "link/DebugView.h"
 #include "link/LineListener.h"
-#include "link/LinkDuties.h"
 #include "link/ReportCollector.h"
-#include "platform/Beeper.h"
-#include "platform/Clock.h"
-#include "platform/DateFormat.h"
-#include "platform/DebugView.h"
-#include "platform/EventPump.h"
-#include "platform/MenuBar.h"
-#include "platform/MessageBoxes.h"
+#include "platform/Machine.h"
 #include "platform/SerialPort.h"
-#include "platform/StatusBar.h"
 #include "platform/Timer.h"
 #include "sync/LogFunnel.h"
 
@@ -26,29 +22,32 @@ namespace kelvara::link {
 inline constexpr int kRfpsTimerMilliseconds = 3000;
 inline constexpr int kTimerComPortMilliseconds = 200;
 
-/// What the link stands on.
-struct LinkMachine {
+/// The serial port of a link and its timers.
+struct LinkLine {
   platform::SerialPort& MSComm1;
   platform::Timer& RfpsTimer;
   platform::Timer& TimerComPort;
+  /// Ticks when the line has been silent for `kSilenceMilliseconds`.
   platform::Timer& silenceTimer;
-  const platform::Clock& clock;
-  const platform::DateFormat& dateFormat;
-  platform::Beeper& beeper;
-  platform::MessageBoxes& messageBoxes;
-  platform::EventPump& events;
-  platform::StatusBar& statusBar;
-  platform::MenuBar& menuBar;
-  platform::DebugView& debugView;
-  sync::LogFunnel& log;
+};
+
+/// What the link asks of the rest of the program.
+struct LinkActions {
+  /// Takes one whole report into the sync model.
+  std::function<void(std::string_view report)> processRfpsReport;
+  std::function<void()> clearSyncResults;
+  std::function<void()> updateSyncGrid;
+  /// The user's report command; returns when its dialog has closed.
+  std::function<void()> generateReport;
 };
 
 /// The beltpack on the line: polls it, collects its reports, and knows whether it is there, being
 /// searched for, or lost. `TimerComPort` is on while it is searched for.
 class BeltpackLink {
  public:
-  /// The machine and the duties outlive the link, which leaves nothing of itself with them.
-  BeltpackLink(const LinkMachine& machine, LinkDuties& duties);
+  /// The machine, the line and the log outlive the link.
+  BeltpackLink(const platform::Machine& machine, const LinkLine& line, sync::LogFunnel& log,
+               LinkActions actions);
   ~BeltpackLink();
   BeltpackLink(const BeltpackLink&) = delete;
   BeltpackLink& operator=(const BeltpackLink&) = delete;
@@ -59,14 +58,28 @@ class BeltpackLink {
   /// The next tick begins a polling cycle.
   void ResetPollStep() { iPollStep_ = 0; }
 
-  /// Forgets a loss that is being searched for, as a clear of the results does.
-  void ForgetLoss() { bLinkLossPending_ = 0; }
+  /// To be called when the results are cleared: a loss that is being searched for is forgotten, and
+  /// the commands that clear results have nothing to do until the beltpack is heard.
+  void ResultsCleared();
 
   /// The user's force-search command: searches, polls, and clears the results.
   void mnuForceSearch_Click();
 
-  /// Shows a text in the link's panel of the status bar.
+  /// Sets the text that the status bar shows of the link.
   void SetStatusText(std::string_view text);
+  const std::string& StatusText() const { return statusText_; }
+
+  /// Whether the commands that clear results can be used: not between a clear and the beltpack's
+  /// next sign of life.
+  bool CanClear() const { return canClear_; }
+
+  /// What is told when the status text or `CanClear` has changed.
+  void SetStateChanged(std::function<void()> stateChanged) {
+    stateChanged_ = std::move(stateChanged);
+  }
+
+  /// The debug window while the user wants to see the traffic, else null.
+  void SetDebugView(DebugView* debugView) { debugView_ = debugView; }
 
   /// Sends a command with a carriage return behind it: break released, waiting input discarded. An
   /// error ends the send silently.
@@ -108,10 +121,16 @@ class BeltpackLink {
   void Collect(std::string_view chunk);
   void SendAndShow(std::string_view command);
   void ResetPort();
-  bool IsDebugViewOn() const;
+  void StateChanged();
 
-  LinkMachine machine_;
-  LinkDuties& duties_;
+  const platform::Machine& machine_;
+  LinkLine line_;
+  sync::LogFunnel& log_;
+  LinkActions actions_;
+  std::function<void()> stateChanged_;
+  std::string statusText_;
+  bool canClear_ = true;
+  DebugView* debugView_ = nullptr;
   ChunkSplitter splitter_;
   ReportCollector collector_;
   LineListener* lineListener_ = nullptr;

@@ -24,8 +24,7 @@ void ComPort::OpenComPort(std::int16_t port) {
   MSComm1_.SetPortNumber(port);
   MSComm1_.SetSettings(platform::PortSettings(base::ToInt16(GetBaudRate())));
   MSComm1_.SetOpen(true);
-  statusBar_.SetPanel(platform::StatusPanel::Port, "COM" + std::to_string(port));
-  statusBar_.SetPanel(platform::StatusPanel::Rate, std::to_string(GetBaudRate()));
+  Show("COM" + std::to_string(port), std::to_string(GetBaudRate()));
 }
 
 void ComPort::SelectPort(int entryIndex, std::string_view rateText) {
@@ -42,10 +41,19 @@ void ComPort::SelectPort(int entryIndex, std::string_view rateText) {
 }
 
 void ComPort::ShowPort() {
-  const bool open = IsOpen();
-  statusBar_.SetPanel(platform::StatusPanel::Port,
-                      open ? "COM" + std::to_string(GetComPort()) : "No Comms");
-  statusBar_.SetPanel(platform::StatusPanel::Rate, open ? std::to_string(GetBaudRate()) : "");
+  if (IsOpen()) {
+    Show("COM" + std::to_string(GetComPort()), std::to_string(GetBaudRate()));
+  } else {
+    Show("No Comms", "");
+  }
+}
+
+void ComPort::Show(std::string port, std::string rate) {
+  portText_ = std::move(port);
+  rateText_ = std::move(rate);
+  if (stateChanged_) {
+    stateChanged_();
+  }
 }
 
 void ComPort::Close() {

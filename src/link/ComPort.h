@@ -1,13 +1,14 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/PortSettings.h"
-#include "platform/ProgramSettings.h"
 #include "platform/SerialPort.h"
-#include "platform/StatusBar.h"
+#include "platform/SettingsStore.h"
 #include "platform/Timer.h"
 
 namespace kelvara::link {
@@ -21,11 +22,8 @@ inline constexpr std::string_view kBaudrateKey = "Baudrate";
 class ComPort {
  public:
   ComPort(platform::SerialPort& MSComm1, platform::Timer& TimerComPort,
-          platform::ProgramSettings settings, platform::StatusBar& statusBar)
-      : MSComm1_(MSComm1),
-        TimerComPort_(TimerComPort),
-        settings_(settings),
-        statusBar_(statusBar) {}
+          platform::SettingsStore& settings)
+      : MSComm1_(MSComm1), TimerComPort_(TimerComPort), settings_(settings) {}
 
   /// The stored port number, 1 when nothing is stored.
   std::int16_t GetComPort() const;
@@ -42,8 +40,18 @@ class ComPort {
   /// stored then.
   void SelectPort(int entryIndex, std::string_view rateText);
 
-  /// Shows the stored port and rate where the port is open, else "No Comms".
+  /// Sets the texts of the status bar to the stored port and rate where the port is open, else to
+  /// "No Comms" and nothing.
   void ShowPort();
+
+  /// What the status bar says of the port and of its rate.
+  const std::string& PortText() const { return portText_; }
+  const std::string& RateText() const { return rateText_; }
+
+  /// What is told when these texts may have changed.
+  void SetStateChanged(std::function<void()> stateChanged) {
+    stateChanged_ = std::move(stateChanged);
+  }
 
   /// Closes the port if it is open.
   void Close();
@@ -51,10 +59,14 @@ class ComPort {
   bool IsOpen() const { return MSComm1_.IsOpen(); }
 
  private:
+  void Show(std::string port, std::string rate);
+
   platform::SerialPort& MSComm1_;
   platform::Timer& TimerComPort_;
-  platform::ProgramSettings settings_;
-  platform::StatusBar& statusBar_;
+  platform::SettingsStore& settings_;
+  std::string portText_;
+  std::string rateText_;
+  std::function<void()> stateChanged_;
 };
 
 /// What the user is told when a port cannot be opened. A non-negative number is written with a

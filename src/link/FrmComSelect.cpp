@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "base/Fault.h"
-#include "platform/ProgramTitle.h"
+#include "help/ProgramTitle.h"
 #include "platform/qt/Text.h"
 #include "platform/widgets/DialogControls.h"
 #include "platform/widgets/DialogManners.h"
@@ -142,8 +142,8 @@ void FrmComSelect::CmdOK_Click() {
     comPort_.SelectPort(port - 1, qt::ToText(ComboBaud_->currentText()));
     accept();
   } catch (const std::exception&) {
-    messageBoxes_.Show(CouldNotOpenText(port), platform::kProgramTitle,
-                       platform::MessageIcon::Critical, platform::MessageButtons::OkCancel);
+    messageBoxes_.Show(CouldNotOpenText(port), help::kProgramTitle, platform::MessageIcon::Critical,
+                       platform::MessageButtons::OkCancel);
     if (self) {
       ShowDescription();
     }

@@ -10,6 +10,9 @@ class EventPump {
   /// Serves the pending events. False when the program is ending: the caller then leaves its loop
   /// at once and touches nothing more.
   virtual bool ProcessEvents() = 0;
+
+  /// From now on the program is ending.
+  virtual void End() = 0;
 };
 
 }  // namespace kelvara::platform

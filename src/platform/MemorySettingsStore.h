@@ -2,7 +2,6 @@
 
 #include <map>
 #include <string>
-#include <tuple>
 
 #include "platform/SettingsStore.h"
 
@@ -11,20 +10,17 @@ namespace kelvara::platform {
 /// Settings that last as long as the object.
 class MemorySettingsStore : public SettingsStore {
  public:
-  std::string Read(std::string_view application, std::string_view section, std::string_view key,
-                   std::string_view defaultText) const override {
-    const auto found =
-        texts_.find({std::string(application), std::string(section), std::string(key)});
+  std::string Read(std::string_view key, std::string_view defaultText) const override {
+    const auto found = texts_.find(key);
     return found == texts_.end() ? std::string(defaultText) : found->second;
   }
 
-  void Write(std::string_view application, std::string_view section, std::string_view key,
-             std::string_view text) override {
-    texts_[{std::string(application), std::string(section), std::string(key)}] = text;
+  void Write(std::string_view key, std::string_view text) override {
+    texts_[std::string(key)] = text;
   }
 
  private:
-  std::map<std::tuple<std::string, std::string, std::string>, std::string> texts_;
+  std::map<std::string, std::string, std::less<>> texts_;
 };
 
 }  // namespace kelvara::platform

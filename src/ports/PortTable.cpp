@@ -5,7 +5,6 @@
 #include <charconv>
 
 #include "base/Fault.h"
-#include "platform/ProgramSettings.h"
 #include "platform/SerialPort.h"
 #include "platform/qt/Trimmed.h"
 
@@ -100,8 +99,7 @@ std::string PortTable::DeviceOf(int port) const {
     return WholeName(assigned->second);
   }
 #ifndef Q_OS_WIN
-  const std::string stored = settings_.Read(platform::ProgramSettings::kApplication, "Ports",
-                                            "COM" + std::to_string(port), "");
+  const std::string stored = settings_.Read("COM" + std::to_string(port), "");
   if (!stored.empty()) {
     return WholeName(stored);
   }

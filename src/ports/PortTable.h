@@ -32,7 +32,7 @@ std::string PortAssignmentFault(const std::string& text);
 /// number whatever the order of plugging assigns its stable name (/dev/serial/by-id/...).
 class PortTable {
  public:
-  /// Over settings that outlive the table. They are read anew at each question.
+  /// Over the settings' section of ports, which outlives the table and is read at each question.
   explicit PortTable(const platform::SettingsStore& settings) : settings_(settings) {}
 
   /// Lets a port stand for a device in this run.

@@ -2,37 +2,25 @@
 
 #include <optional>
 #include <string>
-#include <utility>
 
-#include "platform/DocumentOpener.h"
-#include "platform/FileChooser.h"
-#include "platform/FileSystem.h"
-#include "platform/LastFilenames.h"
-#include "platform/MessageBoxes.h"
+#include "capture/LastFilenames.h"
+#include "platform/Desktop.h"
 #include "report/RememberedFields.h"
 #include "report/SyncReport.h"
 #include "sync/SyncModel.h"
 
 namespace kelvara::report {
 
-/// What the report dialog asks of the machine.
-struct ReportDesktop {
-  platform::FileSystem& fileSystem;
-  platform::FileChooser& fileChooser;
-  platform::MessageBoxes& messageBoxes;
-  platform::DocumentOpener& documentOpener;
-};
-
 /// What the report dialog does, without its window. It outlives every window shown over it.
 class ReportDialog {
  public:
-  ReportDialog(const sync::SyncModel& model, SyncReport& syncReport, const ReportDesktop& desktop,
-               platform::LastFilenames lastFilenames, RememberedFields rememberedFields)
+  ReportDialog(const sync::SyncModel& model, SyncReport& syncReport,
+               const platform::Desktop& desktop)
       : model_(model),
         syncReport_(syncReport),
         desktop_(desktop),
-        lastFilenames_(lastFilenames),
-        rememberedFields_(std::move(rememberedFields)) {}
+        lastFilenames_(desktop),
+        rememberedFields_(desktop.fileSystem, desktop.programFolder) {}
 
   /// Whether there is anything to report on; where there is not, one message box says so and the
   /// dialog is not to be shown.
@@ -54,8 +42,8 @@ class ReportDialog {
 
   const sync::SyncModel& model_;
   SyncReport& syncReport_;
-  ReportDesktop desktop_;
-  platform::LastFilenames lastFilenames_;
+  const platform::Desktop& desktop_;
+  capture::LastFilenames lastFilenames_;
   RememberedFields rememberedFields_;
 };
 

@@ -25,8 +25,8 @@ bool SyncReport::GenerateReport(const std::string& fileName, const std::string& 
                                 const std::string& tester, const std::string& notes) {
   const std::vector<std::int16_t> sortedRpns = SortedRpns(model_);
   try {
-    SyncReportWriter writer(fileSystem_.OpenForOutput(fileName), model_, options_.FpsShown(),
-                            dateFormat_.ShortDate(clock_.WallTime()));
+    SyncReportWriter writer(machine_.fileSystem.OpenForOutput(fileName), model_, options_.fpsShown,
+                            machine_.dateFormat.ShortDate(machine_.clock.WallTime()));
     try {
       writer.WriteHead();
       writer.WriteSummary(fileName, site, tester, notes);
@@ -40,7 +40,7 @@ bool SyncReport::GenerateReport(const std::string& fileName, const std::string& 
     writer.Flush();
     return true;
   } catch (const base::Fault&) {
-    messageBoxes_.Show(
+    machine_.messageBoxes.Show(
         "Error occured while generating report.\r\n"
         "Check the filename and path",
         "Generate Report", platform::MessageIcon::Critical, platform::MessageButtons::Ok);

@@ -2,10 +2,7 @@
 
 #include <string>
 
-#include "platform/Clock.h"
-#include "platform/DateFormat.h"
-#include "platform/FileSystem.h"
-#include "platform/MessageBoxes.h"
+#include "platform/Machine.h"
 #include "sync/DisplayOptions.h"
 #include "sync/SyncModel.h"
 
@@ -14,15 +11,9 @@ namespace kelvara::report {
 /// The HTML report that stays with the site: summary, cable lengths, phase matrix.
 class SyncReport {
  public:
-  SyncReport(const sync::SyncModel& model, sync::DisplayOptions options,
-             const platform::Clock& clock, const platform::DateFormat& dateFormat,
-             platform::FileSystem& fileSystem, platform::MessageBoxes& messageBoxes)
-      : model_(model),
-        options_(options),
-        clock_(clock),
-        dateFormat_(dateFormat),
-        fileSystem_(fileSystem),
-        messageBoxes_(messageBoxes) {}
+  SyncReport(const sync::SyncModel& model, const sync::DisplayOptions& options,
+             const platform::Machine& machine)
+      : model_(model), options_(options), machine_(machine) {}
 
   /// Writes the report, replacing a file that exists; true when the whole file was written. The
   /// texts go in as they stand, notes without blanks at their ends. From the moment the file is
@@ -33,11 +24,8 @@ class SyncReport {
 
  private:
   const sync::SyncModel& model_;
-  sync::DisplayOptions options_;
-  const platform::Clock& clock_;
-  const platform::DateFormat& dateFormat_;
-  platform::FileSystem& fileSystem_;
-  platform::MessageBoxes& messageBoxes_;
+  const sync::DisplayOptions& options_;
+  const platform::Machine& machine_;
 };
 
 }  // namespace kelvara::report

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "base/NumberReading.h"
-#include "platform/ProgramTitle.h"
+#include "help/ProgramTitle.h"
 #include "report/CableLengths.h"
 #include "sync/DectRpn.h"
 #include "sync/HexPad.h"
@@ -46,7 +46,7 @@ void SyncReportWriter::WriteHead() {
        "<html>\r\n"
        "<head>\r\n"
        "<meta name=Generator content=\"",
-       platform::ProgramTitleAndVersion(),
+       help::ProgramTitleAndVersion(),
        ">\r\n"
        "<title>Active Antenna Kelvara Report</title>\r\n"
        "</head>\r\n"
@@ -165,7 +165,7 @@ void SyncReportWriter::WriteFooter() {
       "</i></font>\r\n"
       "</body>\r\n"
       "</html>";
-  WriteLine({kStart, platform::ProgramTitleAndVersion(), " on ", today_, kEnd});
+  WriteLine({kStart, help::ProgramTitleAndVersion(), " on ", today_, kEnd});
 }
 
 int SyncReportWriter::FirstAaWithRpn(std::int16_t rpn) const {

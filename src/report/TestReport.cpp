@@ -30,14 +30,13 @@ constexpr std::array<TestPhase, 12> kTestPhases{{{0, 1, 3},
 
 }  // namespace
 
-bool TestReport::Run(const std::function<void()>& clearSyncResults,
-                     const std::string& programFolder) {
+bool TestReport::Run(const std::function<void()>& clearSyncResults) {
   clearSyncResults();
   FillModel();
-  const std::string path = programFolder + "/test.html";
+  const std::string path = desktop_.programFolder + "/test.html";
   const bool written =
       syncReport_.GenerateReport(path, "HGC", "Marro", "Test with automatically generated data");
-  OpenReport(path, documentOpener_, messageBoxes_);
+  OpenReport(path, desktop_.documentOpener, desktop_.messageBoxes);
   return written;
 }
 

@@ -5,8 +5,6 @@
 namespace kelvara::sync {
 namespace {
 
-using platform::Colour;
-
 /// The palette. Entries 14 and 15 are alike, and the seventeenth is left empty.
 constexpr std::array<std::optional<Colour>, 17> kPalette{
     Colour{0xFFFFFF}, Colour{0xFFE6E6}, Colour{0xE6FFE6}, Colour{0xFFF2E6}, Colour{0xFFFFE6},

@@ -2,7 +2,6 @@
 
 #include "base/CheckedInteger.h"
 #include "base/Fault.h"
-#include "sync/Totals.h"
 
 namespace kelvara::sync {
 
@@ -36,7 +35,9 @@ void RfpsParser::Record(RfpsReport report) {
     }
   }
   model_.CountReport();
-  ShowTotals(model_, statusBar_);
+  if (reportCounted_) {
+    reportCounted_();
+  }
 }
 
 void RfpsParser::Log(const RfpsEntry& entry) {

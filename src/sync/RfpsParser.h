@@ -1,11 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/Beeper.h"
-#include "platform/StatusBar.h"
 #include "sync/DisplayOptions.h"
 #include "sync/LogFunnel.h"
 #include "sync/RfpsReport.h"
@@ -16,9 +17,14 @@ namespace kelvara::sync {
 /// Takes whole RFPS reports into the sync model, with one log line per neighbour.
 class RfpsParser {
  public:
-  RfpsParser(SyncModel& model, DisplayOptions options, LogFunnel& log,
-             platform::StatusBar& statusBar, platform::Beeper& beeper)
-      : model_(model), options_(options), log_(log), statusBar_(statusBar), beeper_(beeper) {}
+  /// `reportCounted` is called after each report that was counted, and may be empty.
+  RfpsParser(SyncModel& model, const DisplayOptions& options, LogFunnel& log,
+             platform::Beeper& beeper, std::function<void()> reportCounted = {})
+      : model_(model),
+        options_(options),
+        log_(log),
+        beeper_(beeper),
+        reportCounted_(std::move(reportCounted)) {}
 
   /// Reads one report, line ends included, and adds it to the model. A fault beeps once and
   /// abandons the rest of the report: what was logged and added before stays, the report is not
@@ -33,10 +39,10 @@ class RfpsParser {
   void Log(const RfpsEntry& entry);
 
   SyncModel& model_;
-  DisplayOptions options_;
+  const DisplayOptions& options_;
   LogFunnel& log_;
-  platform::StatusBar& statusBar_;
   platform::Beeper& beeper_;
+  std::function<void()> reportCounted_;
   std::int64_t abandonedCount_ = 0;
   std::string logLine_;
 };

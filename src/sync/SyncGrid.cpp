@@ -12,13 +12,13 @@ constexpr std::string_view kCornerText = "RPN";
 /// Keeps the grid from painting until the redraw is over, whichever way it ends.
 class RedrawScope {
  public:
-  explicit RedrawScope(platform::GridControl& grid) : grid_(grid) { grid_.BeginRedraw(); }
+  explicit RedrawScope(GridCells& grid) : grid_(grid) { grid_.BeginRedraw(); }
   ~RedrawScope() { grid_.EndRedraw(); }
   RedrawScope(const RedrawScope&) = delete;
   RedrawScope& operator=(const RedrawScope&) = delete;
 
  private:
-  platform::GridControl& grid_;
+  GridCells& grid_;
 };
 
 }  // namespace
@@ -36,7 +36,7 @@ bool SyncGrid::UpdateSyncGrid() {
     DrawColours(aaCount);
     return DrawPhases(aaCount);
   } catch (const base::Fault&) {
-    beeper_.Beep();
+    machine_.beeper.Beep();
     return false;
   }
 }
@@ -76,9 +76,11 @@ bool SyncGrid::DrawPhases(int aaCount) {
   const std::uint64_t clearCount = model_.ClearCount();
   for (int from = 0; from < aaCount; ++from) {
     for (int to = 0; to < aaCount; ++to) {
-      // A clear that came in between has emptied the grid: there is nothing left to finish.
-      if (!events_.ProcessEvents() || model_.ClearCount() != clearCount) {
+      if (!machine_.events.ProcessEvents()) {
         return false;
+      }
+      if (model_.ClearCount() != clearCount) {
+        throw base::Fault(base::FaultKind::Subscript, "the cell is gone: the grid was cleared");
       }
       grid_.SetCentred(from + 1, to + 1);
       grid_.SetText(from + 1, to + 1, PhaseText(from, to));
@@ -94,7 +96,7 @@ std::string SyncGrid::PhaseText(int from, int to) const {
   }
   const std::int32_t mean = base::Round32(cell.Mean());
   std::int32_t shown = mean;
-  switch (options_.Units().value_or(PhaseUnits::Metres)) {
+  switch (options_.units.value_or(PhaseUnits::Metres)) {
     case PhaseUnits::Rfps:
       break;
     case PhaseUnits::AaSync:

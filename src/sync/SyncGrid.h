@@ -3,11 +3,10 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/Beeper.h"
-#include "platform/EventPump.h"
-#include "platform/GridControl.h"
+#include "platform/Machine.h"
 #include "sync/DisplayOptions.h"
 #include "sync/FpsColours.h"
+#include "sync/GridCells.h"
 #include "sync/SyncModel.h"
 
 namespace kelvara::sync {
@@ -19,20 +18,20 @@ inline constexpr int kGridColumnTwips = 550;
 /// cell = the neighbour's mean phase in the chosen units.
 class SyncGrid {
  public:
-  SyncGrid(const SyncModel& model, platform::GridControl& grid, DisplayOptions options,
-           platform::EventPump& events, platform::Beeper& beeper)
-      : model_(model), grid_(grid), options_(options), events_(events), beeper_(beeper) {}
+  SyncGrid(const SyncModel& model, GridCells& grid, const DisplayOptions& options,
+           const platform::Machine& machine)
+      : model_(model), grid_(grid), options_(options), machine_(machine) {}
 
   /// Redraws the whole grid, letting pending events run before each data cell; the model may change
-  /// meanwhile, and a clear ends the redraw. A fault beeps once and leaves the grid partly drawn.
-  /// Returns whether the whole grid was drawn.
+  /// meanwhile. A fault, which a clear in the middle of the redraw is too, beeps once and leaves
+  /// the grid as it is then. Returns whether the whole grid was drawn.
   bool UpdateSyncGrid();
 
   /// Leaves the single cell "RPN" and takes the colours back.
   void Clear();
 
   /// The colour given to an FPS value; outside 0 to 16 a subscript fault.
-  platform::Colour GetRpsColour(std::int16_t iRps) { return colours_.GetRpsColour(iRps); }
+  Colour GetRpsColour(std::int16_t iRps) { return colours_.GetRpsColour(iRps); }
 
  private:
   void DrawHeaders(int aaCount);
@@ -42,10 +41,9 @@ class SyncGrid {
   std::string PhaseText(int from, int to) const;
 
   const SyncModel& model_;
-  platform::GridControl& grid_;
-  DisplayOptions options_;
-  platform::EventPump& events_;
-  platform::Beeper& beeper_;
+  GridCells& grid_;
+  const DisplayOptions& options_;
+  const platform::Machine& machine_;
   FpsColours colours_;
 };
 

@@ -2,23 +2,18 @@
 
 #include <QBrush>
 #include <QColor>
-#include <algorithm>
 #include <utility>
 
-#include "base/CheckedInteger.h"
 #include "platform/qt/Text.h"
 
 namespace kelvara::sync {
 
-SyncGridModel::SyncGridModel(QObject* parent)
-    : QAbstractTableModel(parent), cells_(1), widths_(1) {}
-
 int SyncGridModel::rowCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : rows_;
+  return parent.isValid() ? 0 : Rows();
 }
 
 int SyncGridModel::columnCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : columns_;
+  return parent.isValid() ? 0 : Columns();
 }
 
 QVariant SyncGridModel::data(const QModelIndex& index, int role) const {
@@ -28,11 +23,14 @@ QVariant SyncGridModel::data(const QModelIndex& index, int role) const {
   const Cell& cell = At(index.row(), index.column());
   switch (role) {
     case Qt::DisplayRole:
-      return cell.text;
+      return qt::ToQString(cell.text);
     case Qt::TextAlignmentRole:
       return cell.centred ? QVariant(Qt::AlignCenter) : QVariant();
     case Qt::BackgroundRole:
-      return cell.background ? QVariant(QBrush(QColor(*cell.background))) : QVariant();
+      return cell.background
+                 ? QVariant(QBrush(QColor(cell.background->Red(), cell.background->Green(),
+                                          cell.background->Blue())))
+                 : QVariant();
     case Qt::ForegroundRole:
       // The palette's colours are light, so their text is dark in every theme.
       return cell.background ? QVariant(QBrush(Qt::black)) : QVariant();
@@ -48,80 +46,60 @@ QVariant SyncGridModel::headerData(int section, Qt::Orientation orientation, int
   return orientation == Qt::Horizontal ? CellText(0, section) : CellText(section, 0);
 }
 
+QString SyncGridModel::CellText(int row, int column) const {
+  return qt::ToQString(Text(row, column));
+}
+
 void SyncGridModel::SetSize(int rows, int columns) {
-  if (redrawDepth_ > 0 && !paintingSuspended_ && (rows != rows_ || columns != columns_)) {
+  if (redrawDepth_ > 0 && !paintingSuspended_ && (rows != Rows() || columns != Columns())) {
     paintingSuspended_ = true;
     emit PaintingSuspended();
   }
-  if (rows > rows_) {
-    beginInsertRows({}, rows_, rows - 1);
-    Resize(rows, columns_);
+  changed_ &= QRect(0, 0, columns, rows);
+  if (rows > Rows()) {
+    beginInsertRows({}, Rows(), rows - 1);
+    GridCells::SetSize(rows, Columns());
     endInsertRows();
-  } else if (rows < rows_) {
-    beginRemoveRows({}, rows, rows_ - 1);
-    Resize(rows, columns_);
+  } else if (rows < Rows()) {
+    beginRemoveRows({}, rows, Rows() - 1);
+    GridCells::SetSize(rows, Columns());
     endRemoveRows();
   }
-  if (columns > columns_) {
-    beginInsertColumns({}, columns_, columns - 1);
-    Resize(rows_, columns);
+  if (columns > Columns()) {
+    beginInsertColumns({}, Columns(), columns - 1);
+    GridCells::SetSize(Rows(), columns);
     endInsertColumns();
-  } else if (columns < columns_) {
-    beginRemoveColumns({}, columns, columns_ - 1);
-    Resize(rows_, columns);
+  } else if (columns < Columns()) {
+    beginRemoveColumns({}, columns, Columns() - 1);
+    GridCells::SetSize(Rows(), columns);
     endRemoveColumns();
   }
 }
 
-void SyncGridModel::Resize(int rows, int columns) {
-  std::vector<Cell> cells(static_cast<std::size_t>(rows) * static_cast<std::size_t>(columns));
-  for (int row = 0; row < std::min(rows, rows_); ++row) {
-    for (int column = 0; column < std::min(columns, columns_); ++column) {
-      cells[static_cast<std::size_t>(row) * static_cast<std::size_t>(columns) +
-            static_cast<std::size_t>(column)] = std::move(At(row, column));
-    }
-  }
-  cells_ = std::move(cells);
-  widths_.resize(static_cast<std::size_t>(columns));
-  rows_ = rows;
-  columns_ = columns;
-  changed_ &= QRect(0, 0, columns, rows);
-}
-
 void SyncGridModel::SetColumnWidth(int column, int twips) {
-  int& width = base::At(widths_, column);
-  if (width != twips) {
-    width = twips;
+  if (ColumnWidth(column) != twips) {
+    GridCells::SetColumnWidth(column, twips);
     emit ColumnWidthChanged(column, twips);
   }
 }
 
 void SyncGridModel::SetText(int row, int column, std::string_view text) {
-  Cell& cell = At(row, column);
-  // Compared as it comes, so that a redraw that changes nothing makes no new texts.
-  if (cell.text != QLatin1String(text.data(), static_cast<qsizetype>(text.size()))) {
-    cell.text = qt::ToQString(text);
+  if (Text(row, column) != text) {
+    GridCells::SetText(row, column, text);
     Changed(row, column);
   }
-}
-
-std::string SyncGridModel::Text(int row, int column) const {
-  return qt::ToText(At(row, column).text);
 }
 
 void SyncGridModel::SetCentred(int row, int column) {
-  Cell& cell = At(row, column);
-  if (!cell.centred) {
-    cell.centred = true;
+  if (!At(row, column).centred) {
+    GridCells::SetCentred(row, column);
     Changed(row, column);
   }
 }
 
-void SyncGridModel::SetBackground(int row, int column, platform::Colour colour) {
-  Cell& cell = At(row, column);
-  const QRgb background = qRgb(colour.Red(), colour.Green(), colour.Blue());
-  if (cell.background != background) {
-    cell.background = background;
+void SyncGridModel::SetBackground(int row, int column, Colour colour) {
+  if (At(row, column).background != colour) {
+    GridCells::SetBackground(row, column, colour);
     Changed(row, column);
   }
 }
@@ -136,12 +114,6 @@ void SyncGridModel::EndRedraw() {
     paintingSuspended_ = false;
     emit PaintingResumed();
   }
-}
-
-std::size_t SyncGridModel::Index(int row, int column) const {
-  const std::size_t checkedRow = base::CheckedIndex(row, static_cast<std::size_t>(rows_));
-  const std::size_t checkedColumn = base::CheckedIndex(column, static_cast<std::size_t>(columns_));
-  return checkedRow * static_cast<std::size_t>(columns_) + checkedColumn;
 }
 
 void SyncGridModel::Changed(int row, int column) {

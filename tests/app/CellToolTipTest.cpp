@@ -2,29 +2,20 @@
 
 #include <gtest/gtest.h>
 
-#include "app/OptionGroups.h"
-#include "platform/MemoryMenuBar.h"
-
 namespace kelvara::app {
 namespace {
-
-using platform::MenuEntry;
 
 class CellToolTipTest : public ::testing::Test {
  protected:
   CellToolTipTest() {
     model.FindOrAddAa(10, 3, 90);
     model.FindOrAddAa(6, 15, 90);
-    CheckOption(menuBar, MenuEntry::mnuRpnDecimal);
-    CheckOption(menuBar, MenuEntry::mnuFpsOff);
   }
 
-  std::string At(int row, int column) const {
-    return CellToolTip(model, sync::DisplayOptions(menuBar), row, column);
-  }
+  std::string At(int row, int column) const { return CellToolTip(model, options, row, column); }
 
   sync::SyncModel model;
-  platform::MemoryMenuBar menuBar;
+  sync::DisplayOptions options;
 };
 
 TEST_F(CellToolTipTest, TellsBothAntennasAndTheReadings) {
@@ -50,8 +41,8 @@ TEST_F(CellToolTipTest, RoundsAMeanOfHalvesToTheEvenNeighbour) {
 }
 
 TEST_F(CellToolTipTest, NamesTheAntennasAsTheGridDoes) {
-  CheckOption(menuBar, MenuEntry::mnuRpnHex);
-  CheckOption(menuBar, MenuEntry::mnuFpsOn);
+  options.rpnHex = true;
+  options.fpsShown = true;
   EXPECT_EQ(At(1, 2).substr(0, At(1, 2).find('\n')),
             "Synchronised to AA 0A[3], neighbour AA 06[F]");
 }

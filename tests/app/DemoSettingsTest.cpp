@@ -8,17 +8,10 @@
 namespace kelvara::app {
 namespace {
 
-constexpr const char* kApplication = "CorvanaSync";
-constexpr const char* kSection = "Settings";
-
 class DemoSettingsTest : public ::testing::Test {
  protected:
-  std::string Read(std::string_view key) const {
-    return demo.Read(kApplication, kSection, key, "default");
-  }
-  void Write(std::string_view key, std::string_view text) {
-    demo.Write(kApplication, kSection, key, text);
-  }
+  std::string Read(std::string_view key) const { return demo.Read(key, "default"); }
+  void Write(std::string_view key, std::string_view text) { demo.Write(key, text); }
 
   test::ScriptedSettingsStore stored;
   DemoSettings demo{stored};

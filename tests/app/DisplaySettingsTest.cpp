@@ -3,116 +3,115 @@
 #include <gtest/gtest.h>
 
 #include "base/Fault.h"
-#include "platform/MemoryMenuBar.h"
 #include "support/DesktopDoubles.h"
-#include "support/Doubles.h"
 
-namespace kelvara::test {
+namespace kelvara::app {
 namespace {
 
-using platform::MenuEntry;
+using sync::PhaseUnits;
 
-struct DisplayRig {
-  bool Checked(MenuEntry entry) const { return menuBar.IsChecked(entry); }
+class DisplaySettingsTest : public ::testing::Test {
+ protected:
+  DisplaySettingsTest() {
+    display.SetOptionsChanged([this] { ++changes; });
+  }
 
-  ScriptedSettingsStore store;
-  platform::MemoryMenuBar menuBar;
-  RecordingLogBox logBox;
-  app::DisplaySettings display{platform::ProgramSettings(store), menuBar, logBox};
+  test::ScriptedSettingsStore store;
+  Options options = FirstOptions();
+  DisplaySettings display{store, options};
+  int changes = 0;
 };
 
-TEST(DisplaySettings, OfAFirstRunHideTheLogAndShowRfpsUnitsInDecimalWithoutFps) {
-  DisplayRig rig;
-  rig.display.GetDisplaySettings();
-  EXPECT_FALSE(rig.logBox.shown);
-  EXPECT_TRUE(rig.Checked(MenuEntry::mnuDisplayLogOff));
-  EXPECT_FALSE(rig.Checked(MenuEntry::mnuDisplayLogOn));
-  EXPECT_FALSE(rig.menuBar.IsEnabled(MenuEntry::mnuClearLog));
-  EXPECT_TRUE(rig.Checked(MenuEntry::mnuDispRFPS));
-  EXPECT_FALSE(rig.Checked(MenuEntry::mnuDispSync));
-  EXPECT_FALSE(rig.Checked(MenuEntry::mnuDispMetres));
-  EXPECT_TRUE(rig.Checked(MenuEntry::mnuRpnDecimal));
-  EXPECT_FALSE(rig.Checked(MenuEntry::mnuRpnHex));
-  EXPECT_TRUE(rig.Checked(MenuEntry::mnuFpsOff));
-  EXPECT_FALSE(rig.Checked(MenuEntry::mnuFpsOn));
-  EXPECT_TRUE(rig.store.values.empty()) << "applying writes nothing";
+TEST_F(DisplaySettingsTest, OfAFirstRunHideTheLogAndShowRfpsUnitsInDecimalWithoutFps) {
+  display.GetDisplaySettings();
+  EXPECT_FALSE(options.logShown);
+  EXPECT_EQ(options.units, PhaseUnits::Rfps);
+  EXPECT_FALSE(options.rpnHex);
+  EXPECT_FALSE(options.fpsShown);
+  EXPECT_TRUE(store.values.empty()) << "applying writes nothing";
+  EXPECT_EQ(changes, 1);
 }
 
-TEST(DisplaySettings, AreAppliedAsStored) {
-  DisplayRig rig;
-  rig.store.SetValue("DisplayLog", "True");
-  rig.store.SetValue("RFPSUnits", "1");
-  rig.store.SetValue("RPNUnits", "1");
-  rig.store.SetValue("FPSDisplay", "True");
-  rig.display.GetDisplaySettings();
-  EXPECT_TRUE(rig.logBox.shown);
-  EXPECT_TRUE(rig.menuBar.IsEnabled(MenuEntry::mnuClearLog));
-  EXPECT_TRUE(rig.Checked(MenuEntry::mnuDisplayLogOn));
-  EXPECT_TRUE(rig.Checked(MenuEntry::mnuDispSync));
-  EXPECT_TRUE(rig.Checked(MenuEntry::mnuRpnHex));
-  EXPECT_TRUE(rig.Checked(MenuEntry::mnuFpsOn));
+TEST_F(DisplaySettingsTest, AreAppliedAsStored) {
+  store.SetValue("DisplayLog", "True");
+  store.SetValue("RFPSUnits", "1");
+  store.SetValue("RPNUnits", "1");
+  store.SetValue("FPSDisplay", "True");
+  options.debugShown = true;
+  display.GetDisplaySettings();
+  EXPECT_TRUE(options.logShown);
+  EXPECT_EQ(options.units, PhaseUnits::AaSync);
+  EXPECT_TRUE(options.rpnHex);
+  EXPECT_TRUE(options.fpsShown);
+  EXPECT_TRUE(options.debugShown) << "the debug view is not stored";
 }
 
-TEST(DisplaySettings, AnyOtherUnitsValueSelectsMetres) {
+TEST_F(DisplaySettingsTest, AnyOtherUnitsValueSelectsMetres) {
   for (const char* const value : {"2", "5", "-1"}) {
-    DisplayRig rig;
-    rig.store.SetValue("RFPSUnits", value);
-    rig.display.GetDisplaySettings();
-    EXPECT_TRUE(rig.Checked(MenuEntry::mnuDispMetres)) << value;
-    EXPECT_FALSE(rig.Checked(MenuEntry::mnuDispRFPS)) << value;
+    options = FirstOptions();
+    store.SetValue("RFPSUnits", value);
+    display.GetDisplaySettings();
+    EXPECT_EQ(options.units, PhaseUnits::Metres) << value;
   }
 }
 
-TEST(OptionCommands, CheckTheirEntryAloneAndStoreTheirValue) {
+TEST_F(DisplaySettingsTest, AnyOtherNumberSwitchesOn) {
+  for (const char* const value : {"1", "7", "-1"}) {
+    options = FirstOptions();
+    store.SetValue("DisplayLog", value);
+    store.SetValue("RPNUnits", value);
+    display.GetDisplaySettings();
+    EXPECT_TRUE(options.logShown) << value;
+    EXPECT_TRUE(options.rpnHex) << value;
+  }
+}
+
+TEST_F(DisplaySettingsTest, TextThatIsNoNumberCountsAsTheDefault) {
+  for (const char* const key : {"DisplayLog", "RFPSUnits", "RPNUnits", "FPSDisplay"}) {
+    store.SetValue(key, "yes");
+  }
+  display.GetDisplaySettings();
+  EXPECT_FALSE(options.logShown);
+  EXPECT_EQ(options.units, PhaseUnits::Rfps);
+  EXPECT_FALSE(options.rpnHex);
+  EXPECT_FALSE(options.fpsShown);
+}
+
+TEST_F(DisplaySettingsTest, ChoosingAnEntrySetsTheOptionAndStoresItsValue) {
   struct Case {
-    MenuEntry entry;
+    const char* entry;
     const char* key;
     const char* value;
   };
-  for (const Case& c : {Case{MenuEntry::mnuDisplayLogOn, "DisplayLog", "True"},
-                        Case{MenuEntry::mnuDisplayLogOff, "DisplayLog", "False"},
-                        Case{MenuEntry::mnuDispRFPS, "RFPSUnits", "0"},
-                        Case{MenuEntry::mnuDispSync, "RFPSUnits", "1"},
-                        Case{MenuEntry::mnuDispMetres, "RFPSUnits", "2"},
-                        Case{MenuEntry::mnuRpnDecimal, "RPNUnits", "0"},
-                        Case{MenuEntry::mnuRpnHex, "RPNUnits", "1"},
-                        Case{MenuEntry::mnuFpsOn, "FPSDisplay", "True"},
-                        Case{MenuEntry::mnuFpsOff, "FPSDisplay", "False"}}) {
-    DisplayRig rig;
-    rig.display.Choose(c.entry);
-    EXPECT_TRUE(rig.Checked(c.entry)) << c.key << c.value;
-    EXPECT_EQ(rig.store.values.size(), 1U) << c.key << c.value;
-    EXPECT_EQ(rig.store.Value(c.key), c.value);
+  for (const Case& c :
+       {Case{"mnuDisplayLogOn", "DisplayLog", "True"},
+        Case{"mnuDisplayLogOff", "DisplayLog", "False"}, Case{"mnuDispRFPS", "RFPSUnits", "0"},
+        Case{"mnuDispSync", "RFPSUnits", "1"}, Case{"mnuDispMetres", "RFPSUnits", "2"},
+        Case{"mnuRpnDecimal", "RPNUnits", "0"}, Case{"mnuRpnHex", "RPNUnits", "1"},
+        Case{"mnuFpsOn", "FPSDisplay", "True"}, Case{"mnuFpsOff", "FPSDisplay", "False"}}) {
+    SCOPED_TRACE(c.entry);
+    store.values.clear();
+    changes = 0;
+    display.Choose(OptionEntryNamed(c.entry));
+    EXPECT_TRUE(OptionEntryNamed(c.entry).isChosen(options));
+    EXPECT_EQ(store.values.size(), 1U);
+    EXPECT_EQ(store.Value(c.key), c.value);
+    EXPECT_EQ(changes, 1);
   }
 }
 
-TEST(OptionCommands, LeaveJustOneEntryOfAGroupChecked) {
-  DisplayRig rig;
-  rig.display.Choose(MenuEntry::mnuDispMetres);
-  rig.display.Choose(MenuEntry::mnuDispSync);
-  EXPECT_FALSE(rig.Checked(MenuEntry::mnuDispRFPS));
-  EXPECT_TRUE(rig.Checked(MenuEntry::mnuDispSync));
-  EXPECT_FALSE(rig.Checked(MenuEntry::mnuDispMetres));
+TEST_F(DisplaySettingsTest, TheDebugViewIsNotStored) {
+  display.Choose(OptionEntryNamed("mnuViewDebugOn"));
+  EXPECT_TRUE(options.debugShown);
+  EXPECT_TRUE(store.values.empty());
 }
 
-TEST(OptionCommands, SwitchingTheLogOffThrowsItsTextAway) {
-  DisplayRig rig;
-  rig.display.Choose(MenuEntry::mnuDisplayLogOn);
-  EXPECT_TRUE(rig.menuBar.IsEnabled(MenuEntry::mnuClearLog));
-  rig.logBox.Append("entry\r\n");
-  rig.display.Choose(MenuEntry::mnuDisplayLogOff);
-  EXPECT_FALSE(rig.menuBar.IsEnabled(MenuEntry::mnuClearLog));
-  rig.display.Choose(MenuEntry::mnuDisplayLogOn);
-  EXPECT_EQ(rig.logBox.text, "");
-}
-
-TEST(OptionCommands, HoldEvenWhenTheyCannotBeStored) {
-  DisplayRig rig;
-  rig.store.writable = false;
-  EXPECT_THROW(rig.display.Choose(MenuEntry::mnuDisplayLogOff), base::Fault);
-  EXPECT_TRUE(rig.Checked(MenuEntry::mnuDisplayLogOff));
-  EXPECT_FALSE(rig.logBox.shown);
+TEST_F(DisplaySettingsTest, AChoiceHoldsEvenWhenItCannotBeStored) {
+  store.writable = false;
+  EXPECT_THROW(display.Choose(OptionEntryNamed("mnuDispMetres")), base::Fault);
+  EXPECT_EQ(options.units, PhaseUnits::Metres);
+  EXPECT_EQ(changes, 1);
 }
 
 }  // namespace
-}  // namespace kelvara::test
+}  // namespace kelvara::app

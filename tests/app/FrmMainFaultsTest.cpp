@@ -190,7 +190,9 @@ TEST_P(WindowFaultsTest, ALostLinkIsAskedAboutOnceOverItAndNoKeepsTheResults) {
   });
 }
 
-TEST_P(WindowFaultsTest, ALostLinkAnsweredYesOffersTheReportOverItAndThenClears) {
+using OtherWindowFaultsTest = WindowFaultsTest;
+
+TEST_P(OtherWindowFaultsTest, ALostLinkAnsweredYesOffersTheReportOverItAndThenClears) {
   WithWindowOpen([this](QWidget& dialog) {
     int reportsOffered = 0;
     QTimer closer;
@@ -215,15 +217,49 @@ TEST_P(WindowFaultsTest, ALostLinkAnsweredYesOffersTheReportOverItAndThenClears)
   });
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Windows, WindowFaultsTest,
-    testing::Values(Opening{"mnuComPort", "FrmComSelect"},
-                    Opening{"mnuCaptureDataStart", "FrmCapture"},
-                    Opening{"mnuGenReport", "FrmReport"}, Opening{"mnuAbout", "FrmAbout"},
-                    Opening{"mnuConvertor", "FrmConvert"}, Opening{"mnuViewDebugOn", "FrmDebug"},
-                    Opening{"mnuContents", "MsgBox"},
-                    Opening{"mnuExportResults", "CommonDialog1", true}),
-    [](const testing::TestParamInfo<Opening>& tested) { return std::string(tested.param.window); });
+std::string WindowOf(const testing::TestParamInfo<Opening>& tested) { return tested.param.window; }
+
+const auto kOtherWindows = testing::Values(
+    Opening{"mnuComPort", "FrmComSelect"}, Opening{"mnuCaptureDataStart", "FrmCapture"},
+    Opening{"mnuAbout", "FrmAbout"}, Opening{"mnuConvertor", "FrmConvert"},
+    Opening{"mnuViewDebugOn", "FrmDebug"}, Opening{"mnuContents", "MsgBox"},
+    Opening{"mnuExportResults", "CommonDialog1", true});
+
+INSTANTIATE_TEST_SUITE_P(Windows, WindowFaultsTest, kOtherWindows, WindowOf);
+INSTANTIATE_TEST_SUITE_P(Report, WindowFaultsTest,
+                         testing::Values(Opening{"mnuGenReport", "FrmReport"}), WindowOf);
+INSTANTIATE_TEST_SUITE_P(Windows, OtherWindowFaultsTest, kOtherWindows, WindowOf);
+
+TEST(LossQuestionFaults, YesUsesTheReportDialogThatIsOpenAndClearsAfterItHasClosed) {
+  FaultyLineRig rig;
+  const int reports = rig.Reports();
+  int dialogs = 0;
+  const WhenShown shown("FrmReport", [&](QWidget& dialog) {
+    const QuestionAnswer answer(QMessageBox::Yes);
+    QTimer closer;
+    QObject::connect(&closer, &QTimer::timeout, [&] {
+      if (answer.count == 0 || Question() != nullptr) {
+        return;
+      }
+      closer.stop();
+      for (QWidget* const window : QApplication::topLevelWidgets()) {
+        dialogs += window->isVisible() && window->objectName() == "FrmReport" ? 1 : 0;
+      }
+      EXPECT_GE(rig.Reports(), reports) << "nothing is cleared while it is open";
+      Press(dialog, Qt::Key_Escape);
+    });
+    closer.start(20);
+    rig.beltpack.SetFault({sim::LineFault::Silent});
+    rig.PassPolls(kPollsToTheLoss);
+    EXPECT_EQ(answer.count, 1);
+    EXPECT_TRUE(Closes(dialog));
+  });
+  rig.Choose("mnuGenReport");
+  EXPECT_TRUE(shown.HasCome());
+  EXPECT_EQ(dialogs, 1);
+  EXPECT_EQ(rig.Reports(), 0);
+  EXPECT_EQ(rig.Grid().model()->rowCount(), 1);
+}
 
 TEST(LossQuestionFaults, EveryLineFaultWhileTheQuestionIsOpenLosesNothing) {
   FaultyLineRig rig;

@@ -85,12 +85,12 @@ TEST(FrmMainLayout, ShowsEveryStatusTextWhole) {
     for (const char* const link :
          {"Beltpack Connected...", "Attempting To Connect To Beltpack..."}) {
       app::MainStatusBar& bar = Find<app::MainStatusBar>(rig.window, "StatusBar1");
-      bar.SetPanel(platform::StatusPanel::Link, link);
-      bar.SetPanel(platform::StatusPanel::Capture, "Logging Paused...");
-      bar.SetPanel(platform::StatusPanel::Reports, "Reports: 12345");
-      bar.SetPanel(platform::StatusPanel::Aas, "AAs: 51");
-      bar.SetPanel(platform::StatusPanel::Port, "COM12");
-      bar.SetPanel(platform::StatusPanel::Rate, "115200");
+      bar.SetPanel(app::StatusPanel::Link, link);
+      bar.SetPanel(app::StatusPanel::Capture, "Logging Paused...");
+      bar.SetPanel(app::StatusPanel::Reports, "Reports: 12345");
+      bar.SetPanel(app::StatusPanel::Aas, "AAs: 51");
+      bar.SetPanel(app::StatusPanel::Port, "COM12");
+      bar.SetPanel(app::StatusPanel::Rate, "115200");
       QCoreApplication::processEvents();
       EXPECT_EQ(LayoutFaults(bar), "") << link << " at " << size.width();
     }

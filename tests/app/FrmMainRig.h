@@ -6,6 +6,7 @@
 #include <string>
 
 #include "app/FrmMain.h"
+#include "platform/widgets/QtDesktop.h"
 #include "platform/widgets/QtFileChooser.h"
 #include "platform/widgets/QtMessageBoxes.h"
 #include "support/BoxAnswer.h"
@@ -65,10 +66,19 @@ class FrmMainRig {
   ScriptedSettingsStore store;
   ScriptedPort port;
   widgets::QtEventPump events;
-  app::FrmMain window{{clock, dateFormat, files, beeper, boxes, chooser, opener, store, port,
-                       events, "/program", [](int number) {
-                         return "/dev/ttyUSB" + std::to_string(number) + ": ready to be opened.";
-                       }}};
+  platform::Desktop desktop{{.clock = clock,
+                             .dateFormat = dateFormat,
+                             .fileSystem = files,
+                             .beeper = beeper,
+                             .messageBoxes = boxes,
+                             .events = events},
+                            chooser,
+                            opener,
+                            store,
+                            "/program"};
+  app::FrmMain window{desktop, port, [](int number) {
+                        return "/dev/ttyUSB" + std::to_string(number) + ": ready to be opened.";
+                      }};
 };
 
 }  // namespace kelvara::test

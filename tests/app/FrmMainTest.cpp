@@ -190,14 +190,14 @@ TEST(Shutdown, InTheMiddleOfARedrawEndsItWithoutABeep) {
   EXPECT_EQ(rig.Cell(3, 3), "");
 }
 
-TEST(Redraw, EndsWithoutABeepWhenTheGridIsClearedInTheMiddle) {
+TEST(Redraw, EndsWithOneBeepWhenTheGridIsClearedInTheMiddle) {
   FrmMainRig rig;
   rig.Open();
   rig.TakeReport();
   rig.port.Receive("B");
   QTimer::singleShot(0, &rig.window, [&] { rig.Choose("mnuClearGrid"); });
   rig.window.UpdateSyncGrid();
-  EXPECT_EQ(rig.beeper.count, 0);
+  EXPECT_EQ(rig.beeper.count, 1);
   EXPECT_EQ(rig.Grid().model()->rowCount(), 1);
   EXPECT_EQ(rig.Panel(4), "AAs: 0");
 }

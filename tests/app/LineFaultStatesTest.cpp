@@ -7,8 +7,6 @@
 namespace kelvara::test {
 namespace {
 
-using platform::StatusPanel;
-
 constexpr const char* kLog = "log.txt";
 constexpr const char* kTrace = "trace.txt";
 
@@ -60,7 +58,7 @@ class LineFaultStatesTest : public testing::TestWithParam<Situation>, public Liv
       return;
     }
     time.Pass(30 * 1000);
-    EXPECT_EQ(statusBar.panels[StatusPanel::Link], "Beltpack Connected...");
+    EXPECT_EQ(live.Link().StatusText(), "Beltpack Connected...");
     EXPECT_GT(live.Results().Model().ReportCount(), 3);
     if (state == LinkState::Connected) {
       Suffer();
@@ -144,7 +142,7 @@ TEST_P(LineFaultStatesTest, LosesNothingAndComesBackByItself) {
   SufferIn(GetParam().state);
   const int reportsBefore = live.Results().Model().ReportCount();
   time.Pass(kRecoveryMilliseconds);
-  EXPECT_EQ(statusBar.panels[StatusPanel::Link], "Beltpack Connected...");
+  EXPECT_EQ(live.Link().StatusText(), "Beltpack Connected...");
   EXPECT_FALSE(timerComPort.IsOn());
   EXPECT_GE(live.Results().Model().ReportCount(), reportsBefore + 13);
 

@@ -1,8 +1,6 @@
 #pragma once
 
 #include "app/LiveSession.h"
-#include "platform/MemoryGrid.h"
-#include "platform/MemoryMenuBar.h"
 #include "sim/DemoSerialPort.h"
 #include "sim/Site.h"
 #include "support/DesktopDoubles.h"
@@ -13,13 +11,12 @@
 namespace kelvara::test {
 
 /// A whole live session in virtual time, with the built-in beltpack on the line.
-struct LiveRig {
+struct LiveRig : MachineDoubles<MemoryFileSystem, OpenQuestions> {
   void Start() {
     live.Port().OpenComPort(1);
     live.StartLink();
   }
 
-  ManualClock clock;
   VirtualTime time{clock};
   VirtualTime::Timer rfpsTimer{time, link::kRfpsTimerMilliseconds};
   VirtualTime::Timer timerComPort{time, link::kTimerComPortMilliseconds};
@@ -27,20 +24,11 @@ struct LiveRig {
   VirtualTime::Timer delivery{time, 50};
   sim::Beltpack beltpack{sim::DemoSite()};
   sim::DemoSerialPort port{beltpack, clock, delivery};
-  PlainDateFormat dateFormat;
-  MemoryFileSystem files;
-  CountingBeeper beeper;
-  OpenQuestions boxes;
-  ScriptedEventPump events;
-  platform::MemoryGrid grid;
-  RecordingStatusBar statusBar;
+  sync::GridCells grid;
   RecordingLogBox logBox;
-  platform::MemoryMenuBar menuBar;
   ScriptedSettingsStore store;
-  RecordingDebugView debugView;
-  app::LiveSession live{{clock, dateFormat, files, beeper, boxes, events},
-                        {grid, statusBar, logBox, menuBar},
-                        {port, rfpsTimer, timerComPort, silenceTimer, store, debugView}};
+  app::LiveSession live{
+      machine, grid, &logBox, {port, rfpsTimer, timerComPort, silenceTimer}, store};
 };
 
 }  // namespace kelvara::test

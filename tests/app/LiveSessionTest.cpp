@@ -13,9 +13,6 @@
 namespace kelvara::test {
 namespace {
 
-using platform::MenuEntry;
-using platform::StatusPanel;
-
 /// The bytes that the program holds on the heap; 0 where the system does not tell.
 std::size_t HeldBytes() {
 #ifdef __GLIBC__
@@ -31,10 +28,9 @@ TEST(StartLink, SearchesWithClearedResultsAndAppliesTheStoredOptions) {
   rig.Start();
   EXPECT_TRUE(rig.rfpsTimer.IsOn());
   EXPECT_TRUE(rig.timerComPort.IsOn());
-  EXPECT_EQ(rig.statusBar.panels[StatusPanel::Link], "Attempting To Connect To Beltpack...");
-  EXPECT_EQ(rig.statusBar.panels[StatusPanel::Reports], "Reports: 0");
-  EXPECT_TRUE(rig.menuBar.IsChecked(MenuEntry::mnuDispMetres));
-  EXPECT_FALSE(rig.menuBar.IsEnabled(MenuEntry::mnuClearGrid));
+  EXPECT_EQ(rig.live.Link().StatusText(), "Attempting To Connect To Beltpack...");
+  EXPECT_EQ(rig.live.Results().Options().units, sync::PhaseUnits::Metres);
+  EXPECT_FALSE(rig.live.Link().CanClear());
   EXPECT_EQ(rig.grid.Text(0, 0), "RPN");
 }
 
@@ -60,12 +56,12 @@ TEST(LiveSession, FillsTheGridFromTheBeltpack) {
   LiveRig rig;
   rig.Start();
   rig.time.Pass(600 * 1000);
-  EXPECT_EQ(rig.statusBar.panels[StatusPanel::Link], "Beltpack Connected...");
+  EXPECT_EQ(rig.live.Link().StatusText(), "Beltpack Connected...");
   EXPECT_EQ(rig.live.Results().Model().AaCount(), 12);
   // Seven of nine ticks ask for a report.
   EXPECT_GE(rig.live.Results().Model().ReportCount(), 150);
   EXPECT_EQ(rig.grid.Rows(), 13);
-  EXPECT_TRUE(rig.menuBar.IsEnabled(MenuEntry::mnuForceSearch));
+  EXPECT_TRUE(rig.live.Link().CanClear());
 }
 
 TEST(LiveSession, TheClearCommandEmptiesModelAndGrid) {
@@ -76,7 +72,7 @@ TEST(LiveSession, TheClearCommandEmptiesModelAndGrid) {
   rig.live.mnuClearGrid_Click();
   EXPECT_EQ(rig.live.Results().Model().AaCount(), 0);
   EXPECT_EQ(rig.grid.Rows(), 1);
-  EXPECT_FALSE(rig.menuBar.IsEnabled(MenuEntry::mnuClearGrid));
+  EXPECT_FALSE(rig.live.Link().CanClear());
 }
 
 TEST(LiveSession, ADayOfPollingCountsRightAndStaysAsSmallAsItWas) {
@@ -111,7 +107,7 @@ TEST(LiveSession, APulledCableLosesNothingAndComesBack) {
   EXPECT_LE(rig.live.Results().Model().ReportCount(), before + 1);
   rig.beltpack.Plug();
   rig.time.Pass(60 * 1000);
-  EXPECT_EQ(rig.statusBar.panels[StatusPanel::Link], "Beltpack Connected...");
+  EXPECT_EQ(rig.live.Link().StatusText(), "Beltpack Connected...");
   EXPECT_GT(rig.live.Results().Model().ReportCount(), before + 5);
 }
 
@@ -141,7 +137,7 @@ TEST(LiveSession, EveryLineFaultInEveryLinkStateLeavesTheSessionUsable) {
       rig.beltpack.Plug();
       rig.live.Link().mnuForceSearch_Click();
       rig.time.Pass(60 * 1000);
-      EXPECT_EQ(rig.statusBar.panels[StatusPanel::Link], "Beltpack Connected...");
+      EXPECT_EQ(rig.live.Link().StatusText(), "Beltpack Connected...");
       EXPECT_GT(rig.live.Results().Model().ReportCount(), 5);
     }
   }

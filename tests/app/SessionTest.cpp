@@ -9,8 +9,6 @@
 namespace kelvara::app {
 namespace {
 
-using platform::MenuEntry;
-using platform::StatusPanel;
 using test::CrLf;
 using test::OneNeighbourReport;
 
@@ -54,27 +52,17 @@ TEST_F(SessionTest, ClearLeavesTheGridWithItsCornerAlone) {
   EXPECT_EQ(grid.Rows(), 1);
   EXPECT_EQ(grid.Columns(), 1);
   EXPECT_EQ(grid.ColumnWidth(0), 550);
-  EXPECT_TRUE(grid.IsCentred(0, 0));
+  EXPECT_TRUE(grid.At(0, 0).centred);
   EXPECT_EQ(grid.Text(0, 0), "RPN");
 }
 
-TEST_F(SessionTest, ClearShowsNoReportsAndNoAas) {
+TEST_F(SessionTest, ClearTellsOfNoReportsAndNoAas) {
   Process(OneNeighbourReport(1, 6, 7));
-  EXPECT_EQ(Panel(StatusPanel::Reports), "Reports: 1");
-  EXPECT_EQ(Panel(StatusPanel::Aas), "AAs: 2");
+  const int changesBefore = totalsChanges;
   session.ClearSyncResults();
-  EXPECT_EQ(Panel(StatusPanel::Reports), "Reports: 0");
-  EXPECT_EQ(Panel(StatusPanel::Aas), "AAs: 0");
-}
-
-TEST_F(SessionTest, ClearTakesBackTheCommandsThatNeedABeltpack) {
-  menuBar.SetEnabled(MenuEntry::mnuClearGrid, true);
-  menuBar.SetEnabled(MenuEntry::mnuForceSearch, true);
-  menuBar.SetEnabled(MenuEntry::mnuClearLog, true);
-  session.ClearSyncResults();
-  EXPECT_FALSE(menuBar.IsEnabled(MenuEntry::mnuClearGrid));
-  EXPECT_FALSE(menuBar.IsEnabled(MenuEntry::mnuForceSearch));
-  EXPECT_TRUE(menuBar.IsEnabled(MenuEntry::mnuClearLog));
+  EXPECT_EQ(totalsChanges, changesBefore + 1);
+  EXPECT_EQ(session.Model().ReportCount(), 0);
+  EXPECT_EQ(session.Model().AaCount(), 0);
 }
 
 TEST_F(SessionTest, ClearEmptiesTheLogBox) {
@@ -85,7 +73,7 @@ TEST_F(SessionTest, ClearEmptiesTheLogBox) {
 }
 
 TEST_F(SessionTest, ClearTakesTheColoursBack) {
-  constexpr platform::Colour kWhite{0xFFFFFF};
+  constexpr sync::Colour kWhite{0xFFFFFF};
   EXPECT_EQ(session.Grid().GetRpsColour(3), kWhite);
   EXPECT_NE(session.Grid().GetRpsColour(4), kWhite);
   session.ClearSyncResults();
@@ -97,7 +85,7 @@ TEST_F(SessionTest, ClearLeavesACaptureRunning) {
   session.ClearSyncResults();
   EXPECT_TRUE(session.Capture().IsLoggingActive());
   EXPECT_EQ(files.openFiles, 1);
-  EXPECT_EQ(Panel(StatusPanel::Capture), "Logging...");
+  EXPECT_EQ(session.Capture().StatusText(), "Logging...");
   Process(OneNeighbourReport(1, 6, 7));
   EXPECT_NE(files.files["log.txt"].find("01->06=7\r\n"), std::string::npos);
 }
@@ -139,9 +127,9 @@ TEST_F(SessionTest, AReportGoesToTheLogTheTotalsTheGridAndTheFiles) {
 
 TEST_F(SessionTest, DisplayOptionsAreReadAtTheMomentOfUse) {
   Process(OneNeighbourReport(1, 10, 7));
-  CheckOption(menuBar, MenuEntry::mnuRpnHex);
-  CheckOption(menuBar, MenuEntry::mnuFpsOn);
-  CheckOption(menuBar, MenuEntry::mnuDispMetres);
+  session.Options().rpnHex = true;
+  session.Options().fpsShown = true;
+  session.Options().units = sync::PhaseUnits::Metres;
   Process(OneNeighbourReport(1, 10, 7));
   EXPECT_EQ(logBox.text,
             CrLf("second1728043200, 01->10=7") + CrLf("second1728043200, 01[3]->0A[3]=7"));
@@ -158,7 +146,6 @@ TEST_F(SessionTest, AfterAFailedCaptureStartAReportWithNeighboursIsAbandoned) {
   EXPECT_EQ(session.Parser().AbandonedCount(), 1);
   EXPECT_EQ(session.Model().ReportCount(), 0);
   EXPECT_EQ(session.Model().AaCount(), 0);
-  EXPECT_EQ(Panel(StatusPanel::Reports), "Reports: 0");
   EXPECT_EQ(logBox.text, "");
   EXPECT_EQ(boxes.boxes.size(), 1U);
 }

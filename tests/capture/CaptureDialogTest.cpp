@@ -14,11 +14,7 @@ using test::EntryLine;
 
 class CaptureDialogTest : public ::testing::Test, public test::CaptureRig {
  protected:
-  test::ScriptedSettingsStore store;
-  test::ScriptedFileChooser chooser;
-  test::CountingBeeper beeper;
-  CaptureDialog dialog{capture, chooser, boxes,
-                       platform::LastFilenames(platform::ProgramSettings(store), beeper)};
+  CaptureDialog dialog{capture, desktop};
 };
 
 TEST_F(CaptureDialogTest, StartsWithTheRememberedFileName) {

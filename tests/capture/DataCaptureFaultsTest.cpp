@@ -9,7 +9,6 @@ namespace {
 
 using base::Fault;
 using base::FaultKind;
-using platform::MenuEntry;
 using test::EntryLine;
 
 class DataCaptureFaultsTest : public ::testing::Test, public test::CaptureRig {
@@ -29,10 +28,9 @@ class DataCaptureFaultsTest : public ::testing::Test, public test::CaptureRig {
     EXPECT_EQ(boxes.boxes[0].buttons, platform::MessageButtons::Ok);
   }
 
-  /// The menus and the panel as they are before any capture.
-  void ExpectIdleControls() {
-    EXPECT_TRUE(IsVisible(MenuEntry::mnuCaptureDataStart));
-    EXPECT_FALSE(IsVisible(MenuEntry::mnuCaptureData));
+  /// The state and the panel as they are before any capture.
+  void ExpectIdle() {
+    EXPECT_EQ(capture.State(), CaptureState::Idle);
     EXPECT_EQ(Panel(), "");
   }
 
@@ -54,7 +52,7 @@ TEST_F(DataCaptureFaultsTest, AFileThatCannotBeOpenedIsOneBoxAndLeavesTheFlagTru
   EXPECT_EQ(files.openFiles, 0);
   EXPECT_TRUE(files.files.empty());
   EXPECT_EQ(logBox.text, "");
-  ExpectIdleControls();
+  ExpectIdle();
 }
 
 TEST_F(DataCaptureFaultsTest, EntriesAfterAFailedStartFaultInTheCallerBeforeTheScreen) {
@@ -98,7 +96,7 @@ TEST_F(DataCaptureFaultsTest, AStartWhoseFirstEntryCannotBeWrittenFailsWithNoFil
   EXPECT_TRUE(capture.IsLoggingActive());
   EXPECT_EQ(files.openFiles, 0);
   EXPECT_EQ(logBox.text, "");
-  ExpectIdleControls();
+  ExpectIdle();
   files.writesLeft.reset();
   ExpectFileFault([&] { capture.PrintLogEntry("01->06=7"); });
 }
@@ -130,8 +128,7 @@ TEST_F(DataCaptureFaultsTest, APauseThatFailsHasChangedThePanelAlone) {
   ExpectFileFault([&] { capture.PauseLoggingToFile(); });
   EXPECT_EQ(Panel(), "Logging Paused...");
   EXPECT_TRUE(capture.IsLoggingActive());
-  EXPECT_TRUE(IsEnabled(MenuEntry::mnuCapturePause));
-  EXPECT_FALSE(IsEnabled(MenuEntry::mnuCaptureResume));
+  EXPECT_EQ(capture.State(), CaptureState::Logging);
 }
 
 TEST_F(DataCaptureFaultsTest, AResumeThatFailsHasChangedTheFlagAndThePanel) {
@@ -141,8 +138,7 @@ TEST_F(DataCaptureFaultsTest, AResumeThatFailsHasChangedTheFlagAndThePanel) {
   ExpectFileFault([&] { capture.ResumeLoggingToFile(); });
   EXPECT_EQ(Panel(), "Logging...");
   EXPECT_TRUE(capture.IsLoggingActive());
-  EXPECT_FALSE(IsEnabled(MenuEntry::mnuCapturePause));
-  EXPECT_TRUE(IsEnabled(MenuEntry::mnuCaptureResume));
+  EXPECT_EQ(capture.State(), CaptureState::Paused);
 }
 
 TEST_F(DataCaptureFaultsTest, AStopThatFailsHasChangedTheFlagAlone) {
@@ -153,7 +149,7 @@ TEST_F(DataCaptureFaultsTest, AStopThatFailsHasChangedTheFlagAlone) {
   EXPECT_TRUE(capture.IsLoggingActive());
   EXPECT_EQ(files.openFiles, 1);
   EXPECT_EQ(Panel(), "Logging Paused...");
-  EXPECT_TRUE(IsVisible(MenuEntry::mnuCaptureData));
+  EXPECT_EQ(capture.State(), CaptureState::Paused);
 }
 
 TEST_F(DataCaptureFaultsTest, AStopAfterAFailedStartFaultsAndLeavesTheFlagTrue) {
@@ -161,7 +157,7 @@ TEST_F(DataCaptureFaultsTest, AStopAfterAFailedStartFaultsAndLeavesTheFlagTrue) 
   ExpectFileFault([&] { capture.StopLoggingToFile(); });
   EXPECT_TRUE(capture.IsLoggingActive());
   EXPECT_EQ(logBox.text, "");
-  ExpectIdleControls();
+  ExpectIdle();
 }
 
 }  // namespace

@@ -7,8 +7,6 @@
 namespace kelvara::capture {
 namespace {
 
-using platform::MenuEntry;
-using platform::StatusPanel;
 using test::EntryLine;
 
 class DataCaptureTest : public ::testing::Test, public test::CaptureRig {
@@ -147,35 +145,26 @@ TEST_F(DataCaptureTest, TheEndOfTheProgramClosesTheFileWithoutAnEntry) {
 }
 
 /// A row of the table of capture states.
-struct CaptureState {
+struct ExpectedState {
   bool flag;
   int openFiles;
   const char* panel;
-  bool capturing;  ///< The submenu is visible and not the entry that opens the dialog.
-  bool pause;
-  bool resume;
+  CaptureState state;
 };
 
 class CaptureStatesTest : public DataCaptureTest {
  protected:
-  void ExpectState(const CaptureState& state, const char* after) {
+  void ExpectState(const ExpectedState& expected, const char* after) {
     SCOPED_TRACE(after);
-    EXPECT_EQ(capture.IsLoggingActive(), state.flag);
-    EXPECT_EQ(files.openFiles, state.openFiles);
-    EXPECT_EQ(Panel(), state.panel);
-    EXPECT_EQ(IsVisible(MenuEntry::mnuCaptureData), state.capturing);
-    EXPECT_EQ(IsVisible(MenuEntry::mnuCaptureDataStart), !state.capturing);
-    if (state.capturing) {
-      EXPECT_TRUE(IsEnabled(MenuEntry::mnuCaptureData));
-      EXPECT_TRUE(IsEnabled(MenuEntry::mnuCaptureStop));
-      EXPECT_EQ(IsEnabled(MenuEntry::mnuCapturePause), state.pause);
-      EXPECT_EQ(IsEnabled(MenuEntry::mnuCaptureResume), state.resume);
-    }
+    EXPECT_EQ(capture.IsLoggingActive(), expected.flag);
+    EXPECT_EQ(files.openFiles, expected.openFiles);
+    EXPECT_EQ(Panel(), expected.panel);
+    EXPECT_EQ(capture.State(), expected.state);
   }
 
-  static constexpr CaptureState kIdle{false, 0, "", false, false, false};
-  static constexpr CaptureState kLogging{true, 1, "Logging...", true, true, false};
-  static constexpr CaptureState kPaused{false, 1, "Logging Paused...", true, false, true};
+  static constexpr ExpectedState kIdle{false, 0, "", CaptureState::Idle};
+  static constexpr ExpectedState kLogging{true, 1, "Logging...", CaptureState::Logging};
+  static constexpr ExpectedState kPaused{false, 1, "Logging Paused...", CaptureState::Paused};
 };
 
 TEST_F(CaptureStatesTest, EveryTransitionEndsInTheStateOfTheTable) {
@@ -195,11 +184,21 @@ TEST_F(CaptureStatesTest, EveryTransitionEndsInTheStateOfTheTable) {
   ExpectState(kIdle, "stop while paused");
 }
 
-TEST_F(CaptureStatesTest, StopWritesTheEmptyTextIntoThePanel) {
+TEST_F(CaptureStatesTest, EveryTransitionIsTold) {
+  int changes = 0;
+  capture.SetStateChanged([&] { ++changes; });
+  const auto expectTold = [&](const char* after) {
+    EXPECT_GT(changes, 0) << after;
+    changes = 0;
+  };
   ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
+  expectTold("start");
+  capture.PauseLoggingToFile();
+  expectTold("pause");
+  capture.ResumeLoggingToFile();
+  expectTold("resume");
   capture.StopLoggingToFile();
-  ASSERT_EQ(statusBar.panels.count(StatusPanel::Capture), 1U);
-  EXPECT_EQ(statusBar.panels[StatusPanel::Capture], "");
+  expectTold("stop");
 }
 
 }  // namespace

@@ -10,11 +10,7 @@ namespace {
 
 class ExportCommandTest : public ::testing::Test, public test::ExportRig {
  protected:
-  test::ScriptedSettingsStore store;
-  test::ScriptedFileChooser chooser;
-  ExportCommand command{resultsExport, chooser,
-                        platform::LastFilenames(platform::ProgramSettings(store), beeper),
-                        [this] { Draw(); }};
+  ExportCommand command{resultsExport, desktop, [this] { Draw(); }};
 };
 
 TEST_F(ExportCommandTest, AsksForTheFileInTheFolderOfTheLastCapture) {
@@ -60,7 +56,7 @@ TEST_F(ExportCommandTest, WritesTheGridAsItShowsTheResults) {
   AddAas({1, 6});
   model.AddPhase(0, 1, 10);
   Draw();
-  Choose(platform::MenuEntry::mnuDispMetres);
+  options.units = sync::PhaseUnits::Metres;
   model.AddPhase(0, 1, 20);
   chooser.answer = "results.csv";
   command.ExportResults();

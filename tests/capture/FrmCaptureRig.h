@@ -12,7 +12,6 @@
 #include "capture/CaptureDialog.h"
 #include "capture/DataCapture.h"
 #include "capture/FrmCapture.h"
-#include "platform/MemoryMenuBar.h"
 #include "platform/qt/QtFileSystem.h"
 #include "platform/widgets/QtFileChooser.h"
 #include "platform/widgets/QtMessageBoxes.h"
@@ -24,7 +23,8 @@
 namespace kelvara::test {
 
 /// The capture dialog over the machine's own files, message boxes and choosers.
-struct FrmCaptureRig {
+struct FrmCaptureRig
+    : DesktopDoubles<qt::QtFileSystem, widgets::QtMessageBoxes, widgets::QtFileChooser> {
   FrmCaptureRig() {
     EXPECT_TRUE(folder.isValid());
     clock.wall = 20000.5;
@@ -46,19 +46,9 @@ struct FrmCaptureRig {
   QPushButton& Button(const char* name) { return Find<QPushButton>(*window, name); }
 
   QTemporaryDir folder;
-  ManualClock clock;
-  PlainDateFormat dateFormat;
-  qt::QtFileSystem files;
-  widgets::QtMessageBoxes boxes;
-  widgets::QtFileChooser chooser;
-  CountingBeeper beeper;
-  ScriptedSettingsStore store;
   RecordingLogBox logBox;
-  RecordingStatusBar statusBar;
-  platform::MemoryMenuBar menuBar;
-  capture::DataCapture dataCapture{clock, dateFormat, files, logBox, statusBar, menuBar, boxes};
-  capture::CaptureDialog dialog{dataCapture, chooser, boxes,
-                                platform::LastFilenames(platform::ProgramSettings(store), beeper)};
+  capture::DataCapture dataCapture{machine, &logBox};
+  capture::CaptureDialog dialog{dataCapture, desktop};
   std::unique_ptr<capture::FrmCapture> window;
 };
 

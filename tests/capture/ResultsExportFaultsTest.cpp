@@ -54,8 +54,7 @@ TEST_F(ResultsExportFaultsTest, AWriteThatFailsIsOneBeepAndKeepsTheLinesBefore) 
   std::string before;
   for (std::size_t written = 0; written < lines.size(); ++written) {
     SCOPED_TRACE(written);
-    ResultsExport fresh(model, grid, sync::DisplayOptions(menuBar), clock, dateFormat, files,
-                        beeper);
+    ResultsExport fresh(model, grid, options, machine);
     files.writesLeft = static_cast<int>(written);
     beeper.count = 0;
     fresh.WriteResults("results.csv");

@@ -10,7 +10,7 @@
 namespace kelvara::capture {
 namespace {
 
-using platform::MenuEntry;
+using sync::PhaseUnits;
 using test::kCsvFirstLine;
 
 class ResultsExportTest : public ::testing::Test, public test::ExportRig {
@@ -39,8 +39,8 @@ TEST_F(ResultsExportTest, ThreeAntennasInHexadecimalAndMetres) {
   AddAas({1, 6, 2});
   model.AddPhase(0, 1, 7);
   model.AddPhase(0, 2, -11);
-  Choose(MenuEntry::mnuDispMetres);
-  Choose(MenuEntry::mnuRpnHex);
+  options.units = PhaseUnits::Metres;
+  options.rpnHex = true;
   Draw();
   resultsExport.WriteResults("results.csv");
   EXPECT_EQ(Body(),
@@ -53,15 +53,14 @@ TEST_F(ResultsExportTest, ThreeAntennasInHexadecimalAndMetres) {
 
 TEST_F(ResultsExportTest, EveryUnitAndBase) {
   test::FillModel(model, "four-antennas.readings");
-  for (const auto& [unitsEntry, units] :
-       {std::pair(MenuEntry::mnuDispRFPS, "rfps"), std::pair(MenuEntry::mnuDispSync, "aasync"),
-        std::pair(MenuEntry::mnuDispMetres, "metres")}) {
-    for (const auto& [baseEntry, base] :
-         {std::pair(MenuEntry::mnuRpnDecimal, "dec"), std::pair(MenuEntry::mnuRpnHex, "hex")}) {
+  for (const auto& [shown, units] :
+       {std::pair(PhaseUnits::Rfps, "rfps"), std::pair(PhaseUnits::AaSync, "aasync"),
+        std::pair(PhaseUnits::Metres, "metres")}) {
+    for (const auto& [hex, base] : {std::pair(false, "dec"), std::pair(true, "hex")}) {
       const std::string name = std::string("csv-four-antennas-") + units + "-" + base + ".csv";
       SCOPED_TRACE(name);
-      Choose(unitsEntry);
-      Choose(baseEntry);
+      options.units = shown;
+      options.rpnHex = hex;
       Draw();
       ExpectGolden(name);
     }
@@ -71,15 +70,15 @@ TEST_F(ResultsExportTest, EveryUnitAndBase) {
 TEST_F(ResultsExportTest, AFullModel) {
   test::FillModel(model, "fifty-one-antennas.readings");
   ASSERT_EQ(model.AaCount(), 51);
-  Choose(MenuEntry::mnuDispMetres);
-  Choose(MenuEntry::mnuRpnHex);
+  options.units = PhaseUnits::Metres;
+  options.rpnHex = true;
   Draw();
   ExpectGolden("csv-fifty-one-antennas-metres-hex.csv");
 }
 
 TEST_F(ResultsExportTest, LabelsHaveNoFpsWhateverTheGridShows) {
   model.FindOrAddAa(7, 12, 0);
-  Choose(MenuEntry::mnuFpsOn);
+  options.fpsShown = true;
   Draw();
   ASSERT_EQ(grid.Text(0, 1), "07[12]");
   resultsExport.WriteResults("results.csv");
@@ -95,29 +94,16 @@ TEST_F(ResultsExportTest, DecimalLabelsHaveAtLeastTwoDigits) {
 
 TEST_F(ResultsExportTest, HexadecimalLabelsHaveAtLeastTwoDigits) {
   AddAas({10, 300, -1});
-  Choose(MenuEntry::mnuRpnHex);
+  options.rpnHex = true;
   Draw();
   resultsExport.WriteResults("results.csv");
   EXPECT_NE(Body().find("\r\n,AA.0A,AA.12C,AA.FFFF\r\n"), std::string::npos) << Body();
 }
 
 TEST_F(ResultsExportTest, WithoutAUnitTheBaseIsTheSecondLine) {
-  menuBar.SetChecked(MenuEntry::mnuDispRFPS, false);
+  options.units.reset();
   resultsExport.WriteResults("results.csv");
   EXPECT_EQ(Body(), "RPN Units: Decimal\r\n\r\n\r\n");
-}
-
-TEST_F(ResultsExportTest, OfSeveralCheckedUnitsTheFirstIsNamed) {
-  menuBar.SetChecked(MenuEntry::mnuDispMetres, true);
-  menuBar.SetChecked(MenuEntry::mnuDispSync, true);
-  resultsExport.WriteResults("results.csv");
-  EXPECT_EQ(Body().substr(0, 13), "Units: RFPS\r\n");
-  menuBar.SetChecked(MenuEntry::mnuDispRFPS, false);
-  resultsExport.WriteResults("results.csv");
-  EXPECT_EQ(Body().substr(0, 16), "Units: AA Sync\r\n");
-  menuBar.SetChecked(MenuEntry::mnuDispSync, false);
-  resultsExport.WriteResults("results.csv");
-  EXPECT_EQ(Body().substr(0, 15), "Units: Metres\r\n");
 }
 
 TEST_F(ResultsExportTest, ASecondExportReplacesTheFirst) {
@@ -148,31 +134,15 @@ TEST_F(ResultsExportTest, CellTextsGoInAsTheGridShowsThem) {
             ",AA.01,AA.02\r\nAA.01,self,a, \"b\"\r\nAA.02, ,\r\n");
 }
 
-/// A grid that runs `onRead` each time a cell's text is read.
-class WatchedGrid : public platform::MemoryGrid {
- public:
-  std::string Text(int row, int column) const override {
-    onRead(row, column);
-    return MemoryGrid::Text(row, column);
-  }
-
-  std::function<void(int, int)> onRead = [](int, int) {};
-};
-
 TEST_F(ResultsExportTest, TheBaseIsReadAgainForEveryRow) {
-  WatchedGrid watched;
-  watched.SetSize(4, 4);
-  watched.onRead = [&](int row, int) {
-    if (row == 2) {
-      Choose(MenuEntry::mnuRpnHex);
-    }
-  };
   AddAas({10, 11, 12});
-  ResultsExport(model, watched, sync::DisplayOptions(menuBar), clock, dateFormat, files, beeper)
-      .WriteResults("results.csv");
+  Draw();
+  int lines = 0;
+  files.onWrite = [&] { options.rpnHex = ++lines == 6; };
+  resultsExport.WriteResults("results.csv");
   EXPECT_EQ(Body(),
             "Units: RFPS\r\nRPN Units: Decimal\r\n\r\n"
-            ",AA.10,AA.11,AA.12\r\nAA.10,,,\r\nAA.11,,,\r\nAA.0C,,,\r\n");
+            ",AA.10,AA.11,AA.12\r\nAA.10,,,\r\nAA.0B,,,\r\nAA.12,,,\r\n");
 }
 
 }  // namespace

@@ -8,7 +8,6 @@
 
 #include "AllocationCount.h"
 #include "QuietControls.h"
-#include "platform/MemoryMenuBar.h"
 #include "sessions/RecordedSession.h"
 #include "sync/RfpsParser.h"
 #include "sync/SyncModel.h"
@@ -35,11 +34,10 @@ TEST(SteadyReplay, AsksForNoMemoryOnceTheAntennasAreKnown) {
   const std::string text = ExampleSession();
   ASSERT_FALSE(text.empty());
   sync::SyncModel model;
-  const platform::MemoryMenuBar menuBar;
+  const sync::DisplayOptions options;
   bench::QuietLog log;
-  bench::QuietStatusBar statusBar;
   bench::QuietBeeper beeper;
-  sync::RfpsParser parser(model, sync::DisplayOptions(menuBar), log, statusBar, beeper);
+  sync::RfpsParser parser(model, options, log, beeper);
   Reader reader(parser);
   sessions::RecordedSession session(reader);
   session.Feed(text);

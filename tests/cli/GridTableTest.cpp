@@ -4,19 +4,19 @@
 
 #include <sstream>
 
-#include "platform/MemoryGrid.h"
+#include "sync/GridCells.h"
 
 namespace kelvara::cli {
 namespace {
 
-std::string Printed(const platform::MemoryGrid& grid) {
+std::string Printed(const sync::GridCells& grid) {
   std::ostringstream out;
   PrintGrid(grid, out);
   return out.str();
 }
 
 TEST(PrintGrid, AlignsEachColumnOnTheRightTwoBlanksApart) {
-  platform::MemoryGrid grid;
+  sync::GridCells grid;
   grid.SetSize(3, 3);
   grid.SetText(0, 0, "RPN");
   grid.SetText(0, 1, "1");
@@ -32,7 +32,7 @@ TEST(PrintGrid, AlignsEachColumnOnTheRightTwoBlanksApart) {
 }
 
 TEST(PrintGrid, GivesARowOfEmptyCellsAnEmptyLine) {
-  platform::MemoryGrid grid;
+  sync::GridCells grid;
   EXPECT_EQ(Printed(grid), "\n");
   grid.SetSize(2, 2);
   grid.SetText(1, 1, "5");

@@ -4,7 +4,7 @@
 
 #include "Expect.h"
 #include "support/PlainSyncModel.h"
-#include "support/SyncRoom.h"
+#include "support/SyncRig.h"
 
 namespace kelvara::test {
 
@@ -12,7 +12,7 @@ namespace kelvara::test {
 /// which must say the same of them.
 class PlainComparison {
  public:
-  PlainComparison() { room_.ShowRpnHex(true); }
+  PlainComparison() { room_.options.rpnHex = true; }
 
   void Process(const std::string& report) {
     room_.Process(report);
@@ -53,7 +53,7 @@ class PlainComparison {
     }
   }
 
-  SyncRoom room_;
+  SyncRig room_;
   PlainSyncModel plain_;
 };
 

@@ -6,18 +6,14 @@
 
 #include "Expect.h"
 #include "PlainComparison.h"
-#include "app/OptionGroups.h"
-#include "platform/MemoryGrid.h"
-#include "platform/MemoryMenuBar.h"
 #include "support/Doubles.h"
+#include "sync/GridCells.h"
 #include "sync/RfpsParser.h"
 #include "sync/SyncGrid.h"
 #include "sync/SyncModel.h"
 
 namespace kelvara::test {
 namespace {
-
-using platform::MenuEntry;
 
 /// Ten neighbours, where the antenna they were heard from is named before the first marker only.
 constexpr int kMaxLogLines = 10;
@@ -40,14 +36,7 @@ class CheckingLog : public sync::LogFunnel {
 /// A parser with its model and grid, which are checked against what must hold for any text.
 class ParserUnderTest {
  public:
-  ParserUnderTest(MenuEntry units, MenuEntry rpnBase, MenuEntry fps)
-      : options_(menuBar_),
-        grid_(model_, cells_, options_, events_, gridBeeper_),
-        parser_(model_, options_, log_, statusBar_, beeper_) {
-    app::CheckOption(menuBar_, units);
-    app::CheckOption(menuBar_, rpnBase);
-    app::CheckOption(menuBar_, fps);
-  }
+  explicit ParserUnderTest(const sync::DisplayOptions& options) : options_(options) {}
 
   /// Enters so many antennas that nearly every further one is one too many.
   void FillModel(std::int16_t aaCount) {
@@ -121,38 +110,35 @@ class ParserUnderTest {
       for (int to = 0; to < model_.AaCount(); ++to) {
         Expect(cells_.Text(from + 1, to + 1).empty() == (model_.Cell(from, to).Count == 0),
                "a grid cell shows a phase where there are readings");
-        Expect(cells_.Background(from + 1, to + 1).has_value(), "every grid cell is coloured");
+        Expect(cells_.At(from + 1, to + 1).background.has_value(), "every grid cell is coloured");
       }
     }
   }
 
-  platform::MemoryMenuBar menuBar_;
   sync::DisplayOptions options_;
   sync::SyncModel model_;
   CheckingLog log_;
-  RecordingStatusBar statusBar_;
   CountingBeeper beeper_;
-  CountingBeeper gridBeeper_;
-  ScriptedEventPump events_;
-  platform::MemoryGrid cells_;
-  sync::SyncGrid grid_;
-  sync::RfpsParser parser_;
+  MachineDoubles<> gridMachine_;
+  sync::GridCells cells_;
+  sync::SyncGrid grid_{model_, cells_, options_, gridMachine_.machine};
+  sync::RfpsParser parser_{model_, options_, log_, beeper_};
 };
 
 }  // namespace
 }  // namespace kelvara::test
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  using kelvara::platform::MenuEntry;
   using kelvara::test::ParserUnderTest;
   const std::string_view report(reinterpret_cast<const char*>(data), size);
 
-  ParserUnderTest fresh(MenuEntry::mnuDispRFPS, MenuEntry::mnuRpnDecimal, MenuEntry::mnuFpsOff);
+  ParserUnderTest fresh({});
   fresh.Process(report);
   fresh.Process(report);
   fresh.CheckModel();
 
-  ParserUnderTest running(MenuEntry::mnuDispMetres, MenuEntry::mnuRpnHex, MenuEntry::mnuFpsOn);
+  ParserUnderTest running(
+      {.units = kelvara::sync::PhaseUnits::Metres, .rpnHex = true, .fpsShown = true});
   running.FillModel(49);
   running.Process(report);
   running.Process(report.substr(size / 2));

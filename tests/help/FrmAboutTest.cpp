@@ -9,7 +9,7 @@
 
 #include "help/MakerTexts.h"
 #include "help/ProgramIcon.h"
-#include "platform/ProgramTitle.h"
+#include "help/ProgramTitle.h"
 #include "support/WindowDriver.h"
 
 namespace kelvara::help {
@@ -24,7 +24,7 @@ class FrmAboutTest : public testing::Test {
 };
 
 TEST_F(FrmAboutTest, CaptionAndTitleFollowTheProgramsTitleAndVersion) {
-  const QString title = QString::fromLatin1(platform::kProgramTitle);
+  const QString title = QString::fromLatin1(help::kProgramTitle);
   EXPECT_EQ(about_.windowTitle(), "About " + title);
   EXPECT_EQ(Find<QLabel>(about_, "lblTitle").text(), QStringLiteral("%1 v%2.%3.%4")
                                                          .arg(title)

@@ -3,41 +3,21 @@
 #include <gtest/gtest.h>
 
 #include "help/MakerTexts.h"
-#include "support/Doubles.h"
+#include "support/DesktopDoubles.h"
 
 namespace kelvara::help {
 namespace {
 
-/// Remembers what was to be opened; `works` says whether the desktop could.
-class RecordingOpener : public platform::DocumentOpener {
- public:
-  bool OpenDocument(const std::string& path) override {
-    documents.push_back(path);
-    return works;
-  }
-  bool OpenAddress(const std::string& address) override {
-    addresses.push_back(address);
-    return works;
-  }
-
-  std::vector<std::string> documents;
-  std::vector<std::string> addresses;
-  bool works = true;
-};
-
-class HelpCommandsTest : public testing::Test {
+class HelpCommandsTest : public testing::Test, public test::DesktopDoubles<> {
  protected:
   /// The one box that was shown.
   test::RecordingMessageBoxes::Box TheBox() {
-    EXPECT_EQ(messageBoxes_.boxes.size(), 1U);
-    return messageBoxes_.boxes.at(0);
+    EXPECT_EQ(boxes.boxes.size(), 1U);
+    return boxes.boxes.at(0);
   }
 
   const std::string path_ = "C:\\Program Files\\Kelvara\\Help\\index.htm";
-  RecordingOpener opener_;
-  test::MemoryFileSystem fileSystem_;
-  test::RecordingMessageBoxes messageBoxes_;
-  HelpCommands commands_{opener_, fileSystem_, messageBoxes_};
+  HelpCommands commands_{desktop};
 };
 
 TEST(HelpPath, IsTheProgramsFolderAndTheFirstPage) {
@@ -51,17 +31,17 @@ TEST(HelpPath, HasOneSeparatorAfterARootFolder) {
 }
 
 TEST_F(HelpCommandsTest, HelpOpensThePage) {
-  fileSystem_.files[path_] = "<html>";
+  files.files[path_] = "<html>";
   commands_.mnuContents_Click(path_);
-  EXPECT_EQ(opener_.documents, std::vector{path_});
-  EXPECT_TRUE(opener_.addresses.empty());
-  EXPECT_TRUE(messageBoxes_.boxes.empty());
-  EXPECT_EQ(fileSystem_.openFiles, 0);
+  EXPECT_EQ(opener.documents, std::vector{path_});
+  EXPECT_TRUE(opener.addresses.empty());
+  EXPECT_TRUE(boxes.boxes.empty());
+  EXPECT_EQ(files.openFiles, 0);
 }
 
 TEST_F(HelpCommandsTest, MissingHelpIsToldWithItsPathAndNotOpened) {
   commands_.mnuContents_Click(path_);
-  EXPECT_TRUE(opener_.documents.empty());
+  EXPECT_TRUE(opener.documents.empty());
   const auto box = TheBox();
   EXPECT_EQ(box.text,
             "Error occured while attempting to display "
@@ -72,18 +52,18 @@ TEST_F(HelpCommandsTest, MissingHelpIsToldWithItsPathAndNotOpened) {
 }
 
 TEST_F(HelpCommandsTest, HelpThatTheDesktopCannotOpenIsToldTheSame) {
-  fileSystem_.files[path_] = "<html>";
-  opener_.works = false;
+  files.files[path_] = "<html>";
+  opener.answer = false;
   commands_.mnuContents_Click(path_);
-  EXPECT_EQ(opener_.documents.size(), 1U);
+  EXPECT_EQ(opener.documents.size(), 1U);
   const auto box = TheBox();
   EXPECT_EQ(box.text, "Error occured while attempting to display " + path_);
   EXPECT_EQ(box.title, "Kelvara Help");
 }
 
 TEST_F(HelpCommandsTest, UnreadableHelpIsToldTheSame) {
-  fileSystem_.files[path_] = "<html>";
-  fileSystem_.unopenable[path_] = true;
+  files.files[path_] = "<html>";
+  files.unopenable[path_] = true;
   commands_.mnuContents_Click(path_);
   EXPECT_EQ(TheBox().text, "Error occured while attempting to display " + path_);
 }
@@ -95,13 +75,13 @@ TEST_F(HelpCommandsTest, HelpBeforeTheProgramHasAPathIsToldWithoutOne) {
 
 TEST_F(HelpCommandsTest, WebLinkOpensTheMakersAddress) {
   commands_.mnuOrrinWeb_Click();
-  EXPECT_EQ(opener_.addresses, std::vector{std::string(kMakerWebAddress)});
-  EXPECT_TRUE(opener_.documents.empty());
-  EXPECT_TRUE(messageBoxes_.boxes.empty());
+  EXPECT_EQ(opener.addresses, std::vector{std::string(kMakerWebAddress)});
+  EXPECT_TRUE(opener.documents.empty());
+  EXPECT_TRUE(boxes.boxes.empty());
 }
 
 TEST_F(HelpCommandsTest, WebLinkThatFailsIsTold) {
-  opener_.works = false;
+  opener.answer = false;
   commands_.mnuOrrinWeb_Click();
   const auto box = TheBox();
   EXPECT_EQ(box.text, "Could not connect to the HGC Website.");

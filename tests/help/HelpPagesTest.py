@@ -27,9 +27,9 @@ TOLD = (
     ("menus.htm", "app/FrmMainCommands.cpp", r"new QAction\(QStringLiteral\(", 2),
     ("messages.htm", "link/LinkTexts.h", r"string_view k\w+ = ", 4),
     ("messages.htm", "link/BeltpackLink.cpp", r"SetStatusText\(", 1),
-    ("messages.htm", "link/ComPort.cpp", r'std::string text = | : (?="No)', 2),
-    ("messages.htm", "sync/Totals.cpp", r"StatusPanel::\w+, ", 2),
-    ("messages.htm", "capture/DataCapture.cpp", r"StatusPanel::Capture, ", 3),
+    ("messages.htm", "link/ComPort.cpp", r'std::string text = |Show\((?="No)', 2),
+    ("messages.htm", "app/FrmMainCommands.cpp", r"StatusPanel::(?:Reports|Aas), ", 2),
+    ("messages.htm", "capture/DataCapture.cpp", r"k\w+Text = ", 2),
     ("messages.htm", "capture/DataCapture.cpp", r"PrintLogEntry\(", 4),
     # That this program has the port is told in other words by the window.
     ("messages.htm", "ports/PortProbe.cpp", r"reason \+?= |return (?!\"this program)", 9),
@@ -37,8 +37,8 @@ TOLD = (
     ("messages.htm", "link/FrmComSelect.cpp", r"return (?=\"No port)", 1),
     ("messages.htm", "help/HelpCommands.cpp", r"k\w*Failure\w* = ", 3),
     ("files.htm", "link/ComPort.h", KEY, 2),
-    ("files.htm", "app/DisplaySettings.cpp", KEY, 4),
-    ("files.htm", "platform/LastFilenames.h", KEY, 2),
+    ("files.htm", "app/OptionTable.cpp", r"k(?:First|Later), ", 9),
+    ("files.htm", "capture/LastFilenames.h", KEY, 2),
     ("demo.htm", "app/Main.cpp", OPTION, 5),
     ("console.htm", "cli/ResultOptions.cpp", OPTION, 10),
     ("console.htm", "cli/RecordCommand.cpp", r"->add_(?:flag|option)\(", 8),
@@ -121,8 +121,12 @@ class HelpPagesTest(unittest.TestCase):
         self.assertEqual(contents[:len(in_order) - 1], in_order[1:])
 
     def test_menus_are_those_of_the_program_in_their_order(self):
-        captions = re.findall(r'MenuLine\{\d, "\w+",\s+"([^"]+)"', source("app/MainMenuTable.cpp"))
-        captions = [re.sub(r"&(.)", r"\1", caption) for caption in captions]
+        options = re.findall(r'\("\w+", ("[^"]+"), "(\w+)"', source("app/OptionTable.cpp"))
+        captions = []
+        for name, caption in re.findall(r'MenuLine\{\d, "(\w+)",\s+("[^"]+")',
+                                        source("app/MainMenuTable.cpp")):
+            captions += [caption, *(entry for entry, group in options if group == name)]
+        captions = [re.sub(r"&(.)", r"\1", literal(caption)) for caption in captions]
         self.assertGreater(len(captions), 30)
         self.assertEqual([words(entry) for entry in self.pages["menus.htm"].entries], captions)
 

@@ -10,18 +10,13 @@
 namespace kelvara::test {
 namespace {
 
-using platform::StatusPanel;
-
 struct ComPortRig {
-  std::string Panel(StatusPanel panel) { return statusBar.panels[panel]; }
-
   ManualClock clock;
   VirtualTime time{clock};
   VirtualTime::Timer timerComPort{time, 200};
   ScriptedPort port;
   ScriptedSettingsStore store;
-  RecordingStatusBar statusBar;
-  link::ComPort comPort{port, timerComPort, platform::ProgramSettings(store), statusBar};
+  link::ComPort comPort{port, timerComPort, store};
 };
 
 TEST(ComPort, IsPort1At19200WhenNothingIsStored) {
@@ -32,8 +27,8 @@ TEST(ComPort, IsPort1At19200WhenNothingIsStored) {
   EXPECT_EQ(rig.port.number, 1);
   EXPECT_EQ(rig.port.settings, "19200,n,8,1");
   EXPECT_TRUE(rig.port.open);
-  EXPECT_EQ(rig.Panel(StatusPanel::Port), "COM1");
-  EXPECT_EQ(rig.Panel(StatusPanel::Rate), "19200");
+  EXPECT_EQ(rig.comPort.PortText(), "COM1");
+  EXPECT_EQ(rig.comPort.RateText(), "19200");
 }
 
 TEST(ComPort, AppliesTheSettingsBeforeItOpensAtStartUp) {
@@ -42,7 +37,7 @@ TEST(ComPort, AppliesTheSettingsBeforeItOpensAtStartUp) {
   rig.store.SetValue("Baudrate", "9600");
   rig.comPort.OpenComPort(rig.comPort.GetComPort());
   EXPECT_EQ(rig.port.steps, (std::vector<std::string>{"settings 9600,n,8,1", "open"}));
-  EXPECT_EQ(rig.Panel(StatusPanel::Port), "COM7");
+  EXPECT_EQ(rig.comPort.PortText(), "COM7");
 }
 
 TEST(ComPort, FailsAtStartUpWithARateOver16BitsBeforeItOpens) {
@@ -60,7 +55,7 @@ TEST(ComPort, PassesOnThatItCannotBeOpened) {
   ComPortRig rig;
   rig.port.openable = false;
   EXPECT_THROW(rig.comPort.OpenComPort(3), base::Fault);
-  EXPECT_EQ(rig.statusBar.panels.count(StatusPanel::Port), 0U);
+  EXPECT_EQ(rig.comPort.PortText(), "");
 }
 
 TEST(PortDialogOk, OpensThenStartsTheBreakTimerThenSetsTheRateThenStores) {
@@ -93,15 +88,15 @@ TEST(PortDialogOk, LeavesThePortOpenWhenTheRateIsNoNumber) {
   }
 }
 
-TEST(PortPanels, ShowTheStoredPortWhereOneIsOpenElseNoComms) {
+TEST(PortTexts, AreTheStoredPortWhereOneIsOpenElseNoComms) {
   ComPortRig rig;
   rig.comPort.ShowPort();
-  EXPECT_EQ(rig.Panel(StatusPanel::Port), "No Comms");
-  EXPECT_EQ(rig.Panel(StatusPanel::Rate), "");
+  EXPECT_EQ(rig.comPort.PortText(), "No Comms");
+  EXPECT_EQ(rig.comPort.RateText(), "");
   rig.comPort.SelectPort(11, "4800");
   rig.comPort.ShowPort();
-  EXPECT_EQ(rig.Panel(StatusPanel::Port), "COM12");
-  EXPECT_EQ(rig.Panel(StatusPanel::Rate), "4800");
+  EXPECT_EQ(rig.comPort.PortText(), "COM12");
+  EXPECT_EQ(rig.comPort.RateText(), "4800");
 }
 
 TEST(CouldNotOpenText, HasTwoBlanksBeforeANumberThatIsNotNegative) {

@@ -54,9 +54,8 @@ struct FrmComSelectRig {
   VirtualTime::Timer timer{time, 200};
   ScriptedPort port;
   ScriptedSettingsStore store;
-  RecordingStatusBar statusBar;
   widgets::QtMessageBoxes boxes;
-  link::ComPort comPort{port, timer, platform::ProgramSettings(store), statusBar};
+  link::ComPort comPort{port, timer, store};
   std::function<std::string(int)> description;
   std::vector<int> described;
   std::unique_ptr<link::FrmComSelect> window;

@@ -61,7 +61,7 @@ TEST(Polling, EndsASendSilentlyOnAnError) {
   EXPECT_EQ(rig.port.TakeWritten(), "");
   EXPECT_EQ(rig.beeper.count, 0);
   EXPECT_TRUE(rig.boxes.boxes.empty());
-  EXPECT_EQ(rig.duties.redraws, 1) << "the tick goes on";
+  EXPECT_EQ(rig.actions.redraws, 1) << "the tick goes on";
   EXPECT_EQ(rig.link.iPollStep(), 1);
 }
 
@@ -69,7 +69,7 @@ TEST(Polling, TicksRedrawTheGridAndTryALostDeviceAgain) {
   LinkRig rig;
   rig.Start();
   rig.time.Pass(9000);
-  EXPECT_EQ(rig.duties.redraws, 3);
+  EXPECT_EQ(rig.actions.redraws, 3);
   EXPECT_EQ(rig.port.restores, 3);
 }
 
@@ -87,7 +87,7 @@ TEST(Polling, TheDebugWindowSeesCommandsOnlyWhileItsOptionIsOn) {
   LinkRig rig;
   rig.link.SendRfpsCommand();
   EXPECT_TRUE(rig.debugView.commands.empty());
-  rig.menuBar.SetChecked(platform::MenuEntry::mnuViewDebugOn, true);
+  rig.link.SetDebugView(&rig.debugView);
   rig.link.SendRfpsCommand();
   rig.link.SendBhoCommand();
   EXPECT_EQ(rig.debugView.commands, (std::vector<std::string>{"rfps", "bho"}));

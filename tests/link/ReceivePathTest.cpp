@@ -6,8 +6,6 @@
 namespace kelvara::test {
 namespace {
 
-using platform::MenuEntry;
-
 TEST(SignsOfLife, AreTheCharactersStrictlyBetweenCapitalAAndSmallZ) {
   for (int code = 0; code < 256; ++code) {
     LinkRig rig;
@@ -23,22 +21,16 @@ TEST(SignsOfLife, AreTheCharactersStrictlyBetweenCapitalAAndSmallZ) {
 
 TEST(SignsOfLife, EnableTheCommandsThatNeedABeltpack) {
   LinkRig rig;
-  rig.menuBar.SetEnabled(MenuEntry::mnuForceSearch, false);
-  rig.menuBar.SetEnabled(MenuEntry::mnuClearGrid, false);
   rig.Start();
+  rig.link.ResultsCleared();
+  int changes = 0;
+  rig.link.SetStateChanged([&] { ++changes; });
   rig.port.Receive("12 \r\n");
-  EXPECT_FALSE(rig.menuBar.IsEnabled(MenuEntry::mnuForceSearch));
+  EXPECT_FALSE(rig.link.CanClear());
+  EXPECT_EQ(changes, 0);
   rig.port.Receive("y");
-  EXPECT_TRUE(rig.menuBar.IsEnabled(MenuEntry::mnuForceSearch));
-  EXPECT_TRUE(rig.menuBar.IsEnabled(MenuEntry::mnuClearGrid));
-}
-
-TEST(SignsOfLife, LeaveAClearCommandAloneThatIsDisabledByItself) {
-  LinkRig rig;
-  rig.menuBar.SetEnabled(MenuEntry::mnuForceSearch, true);
-  rig.menuBar.SetEnabled(MenuEntry::mnuClearGrid, false);
-  rig.Connect();
-  EXPECT_FALSE(rig.menuBar.IsEnabled(MenuEntry::mnuClearGrid));
+  EXPECT_TRUE(rig.link.CanClear());
+  EXPECT_EQ(changes, 2) << "the text and the commands";
 }
 
 TEST(Report, IsHandedOverOnceWithExactlyTheTextSinceRfps) {
@@ -49,7 +41,7 @@ TEST(Report, IsHandedOverOnceWithExactlyTheTextSinceRfps) {
   const std::string report = RecordedReport({"100ec5A301 Sync"});
   rig.port.Receive(report);
   rig.port.Receive("noise behind\r\n");
-  EXPECT_EQ(rig.duties.reports, std::vector<std::string>{report});
+  EXPECT_EQ(rig.actions.reports, std::vector<std::string>{report});
   EXPECT_EQ(rig.link.iRfpsLinesLeft(), 0);
 }
 
@@ -62,7 +54,7 @@ TEST(Report, IsTheSameInPiecesOfAnySize) {
     for (std::size_t begin = 0; begin < report.size(); begin += size) {
       rig.port.Receive(std::string_view(report).substr(begin, size));
     }
-    EXPECT_EQ(rig.duties.reports, std::vector<std::string>{report}) << "pieces of " << size;
+    EXPECT_EQ(rig.actions.reports, std::vector<std::string>{report}) << "pieces of " << size;
   }
 }
 
@@ -74,9 +66,9 @@ TEST(Report, InterruptedByTheNextRfpsIsNeverParsedWhereverItIsCut) {
     rig.link.SendRfpsCommand();
     rig.port.Receive(report.substr(0, cut));
     rig.link.SendRfpsCommand();
-    EXPECT_TRUE(rig.duties.reports.empty()) << "cut at " << cut;
+    EXPECT_TRUE(rig.actions.reports.empty()) << "cut at " << cut;
     rig.port.Receive(report);
-    EXPECT_EQ(rig.duties.reports, std::vector<std::string>{report}) << "cut at " << cut;
+    EXPECT_EQ(rig.actions.reports, std::vector<std::string>{report}) << "cut at " << cut;
   }
 }
 
@@ -89,15 +81,15 @@ TEST(Report, GoesOnThroughChoAndBho) {
   }
   rig.link.SendChoCommand();
   rig.link.SendBhoCommand();
-  EXPECT_TRUE(rig.duties.reports.empty());
+  EXPECT_TRUE(rig.actions.reports.empty());
   rig.port.Receive("an answer\r\n");
-  ASSERT_EQ(rig.duties.reports.size(), 1U);
-  EXPECT_EQ(rig.duties.reports[0].substr(28 * 6), "an answer\r\n");
+  ASSERT_EQ(rig.actions.reports.size(), 1U);
+  EXPECT_EQ(rig.actions.reports[0].substr(28 * 6), "an answer\r\n");
 }
 
 TEST(Report, InTheDebugWindowGrowsLineByLineAndBeepsAtItsEnd) {
   LinkRig rig;
-  rig.menuBar.SetChecked(MenuEntry::mnuViewDebugOn, true);
+  rig.link.SetDebugView(&rig.debugView);
   rig.Start();
   rig.link.SendRfpsCommand();
   rig.port.Receive("first\r\nsecond");
@@ -110,7 +102,7 @@ TEST(Report, InTheDebugWindowGrowsLineByLineAndBeepsAtItsEnd) {
   }
   EXPECT_EQ(rig.debugView.reportTexts.size(), 29U);
   EXPECT_EQ(rig.beeper.count, 1);
-  EXPECT_EQ(rig.duties.reports.size(), 1U);
+  EXPECT_EQ(rig.actions.reports.size(), 1U);
 }
 
 TEST(Report, WithoutTheDebugWindowIsSilent) {
@@ -177,7 +169,7 @@ TEST(ReceiveError, ResetsThePortAndLosesTheChunk) {
   EXPECT_EQ(rig.port.InputCount(), 0U);
   rig.link.SendRfpsCommand();
   rig.port.Receive(RecordedReport({}));
-  EXPECT_EQ(rig.duties.reports.size(), 1U);
+  EXPECT_EQ(rig.actions.reports.size(), 1U);
 }
 
 TEST(ReceiveError, ThatCannotReopenThePortPassesNothingOn) {

@@ -34,7 +34,7 @@ TEST(Searching, NeverTimesOutAndNeverAsks) {
   rig.time.Pass(3600 * 1000);
   EXPECT_TRUE(rig.boxes.boxes.empty());
   EXPECT_TRUE(rig.log.entries.empty());
-  EXPECT_EQ(rig.duties.redraws, 1200) << "and polls in every state";
+  EXPECT_EQ(rig.actions.redraws, 1200) << "and polls in every state";
 }
 
 TEST(Connected, StaysSoAsLongAsSignsOfLifeComeWithin30Seconds) {
@@ -76,7 +76,7 @@ TEST(Connected, TheLogEntryThatFaultsBeepsOnceAndTheTickGoesOn) {
   rig.LoseAfterSilence();
   EXPECT_EQ(rig.beeper.count, 1);
   EXPECT_EQ(rig.link.bLinkLossPending(), 1);
-  EXPECT_EQ(rig.duties.redraws, 11);
+  EXPECT_EQ(rig.actions.redraws, 11);
 }
 
 TEST(LossSearch, BecomesConnectedAtASignOfLife) {
@@ -115,11 +115,11 @@ TEST(LossSearch, AnsweredYesReportsThenClearsThenSearches) {
   rig.boxes.answer = MessageAnswer::Yes;
   rig.LoseAfterSilence();
   int clearsAtReport = -1;
-  rig.duties.onReportCommand = [&] { clearsAtReport = rig.duties.clears; };
+  rig.actions.onReportCommand = [&] { clearsAtReport = rig.actions.clears; };
   rig.time.Pass(18000);
-  EXPECT_EQ(rig.duties.reportCommands, 1);
+  EXPECT_EQ(rig.actions.reportCommands, 1);
   EXPECT_EQ(clearsAtReport, 0) << "the report comes before the clear";
-  EXPECT_EQ(rig.duties.clears, 1);
+  EXPECT_EQ(rig.actions.clears, 1);
   EXPECT_EQ(rig.link.bLinkLossPending(), 0);
   EXPECT_TRUE(rig.timerComPort.IsOn());
   EXPECT_EQ(rig.Status(), "Attempting To Connect To Beltpack...");
@@ -130,8 +130,8 @@ TEST(LossSearch, AnsweredNoKeepsTheResultsAndSearches) {
   rig.boxes.answer = MessageAnswer::No;
   rig.LoseAfterSilence();
   rig.time.Pass(18000);
-  EXPECT_EQ(rig.duties.reportCommands, 0);
-  EXPECT_EQ(rig.duties.clears, 0);
+  EXPECT_EQ(rig.actions.reportCommands, 0);
+  EXPECT_EQ(rig.actions.clears, 0);
   EXPECT_EQ(rig.link.bLinkLossPending(), 0);
   EXPECT_TRUE(rig.timerComPort.IsOn());
   EXPECT_EQ(rig.Status(), "Attempting To Connect To Beltpack...");
@@ -155,10 +155,10 @@ TEST(LossQuestion, LeavesThePollingRunningAndIsNeverAskedTwice) {
   int redrawsMeanwhile = 0;
   std::string sentMeanwhile;
   rig.boxes.whileOpen = [&] {
-    const int before = rig.duties.redraws;
+    const int before = rig.actions.redraws;
     rig.port.TakeWritten();
     rig.time.Pass(60 * 1000);
-    redrawsMeanwhile = rig.duties.redraws - before;
+    redrawsMeanwhile = rig.actions.redraws - before;
     sentMeanwhile = rig.port.TakeWritten();
   };
   rig.time.Pass(18000);
@@ -171,10 +171,10 @@ TEST(LossQuestion, KeepsSupervisionAloneWhileTheReportItLedToIsOpen) {
   LinkRig rig;
   rig.boxes.answer = MessageAnswer::Yes;
   rig.LoseAfterSilence();
-  rig.duties.onReportCommand = [&] { rig.time.Pass(120 * 1000); };
+  rig.actions.onReportCommand = [&] { rig.time.Pass(120 * 1000); };
   rig.time.Pass(18000);
   EXPECT_EQ(rig.boxes.boxes.size(), 1U);
-  EXPECT_EQ(rig.duties.reportCommands, 1);
+  EXPECT_EQ(rig.actions.reportCommands, 1);
 }
 
 TEST(LossQuestion, IsFollowedByARedraw) {
@@ -182,12 +182,12 @@ TEST(LossQuestion, IsFollowedByARedraw) {
   rig.boxes.answer = MessageAnswer::No;
   rig.LoseAfterSilence();
   int redrawsAtQuestion = 0;
-  rig.boxes.whileOpen = [&] { redrawsAtQuestion = rig.duties.redraws; };
+  rig.boxes.whileOpen = [&] { redrawsAtQuestion = rig.actions.redraws; };
   while (rig.boxes.boxes.empty() && rig.time.Milliseconds() < 60000) {
     rig.time.Pass(100);
   }
   ASSERT_EQ(rig.boxes.boxes.size(), 1U);
-  EXPECT_EQ(rig.duties.redraws, redrawsAtQuestion + 1);
+  EXPECT_EQ(rig.actions.redraws, redrawsAtQuestion + 1);
 }
 
 TEST(LossQuestion, IsNotFakedByAClockThatIsSet) {
@@ -217,7 +217,7 @@ TEST(ForceSearch, SearchesFromAnyStateAndClears) {
     EXPECT_TRUE(rig.rfpsTimer.IsOn());
     EXPECT_EQ(rig.link.bLinkLossPending(), 0);
     EXPECT_EQ(rig.link.dtLastRx(), rig.clock.now);
-    EXPECT_EQ(rig.duties.clears, 1);
+    EXPECT_EQ(rig.actions.clears, 1);
     EXPECT_EQ(rig.Status(), "Attempting To Connect To Beltpack...");
   }
 }

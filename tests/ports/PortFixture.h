@@ -35,7 +35,7 @@ class PortTest : public testing::Test {
   }
 
   QTemporaryDir folder_;
-  qt::QtSettingsStore settings_{folder_.path()};
+  qt::QtSettingsStore settings_{folder_.filePath("settings.ini"), "Ports"};
   ports::PortTable table_{settings_};
   PseudoTerminal terminal_;
   ports::QtSerialPort port_{table_};

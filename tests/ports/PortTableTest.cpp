@@ -27,7 +27,7 @@ class PortTableTest : public testing::Test {
   }
 
   QTemporaryDir folder_;
-  qt::QtSettingsStore settings_{folder_.path()};
+  qt::QtSettingsStore settings_{folder_.filePath("settings.ini"), "Ports"};
   ports::PortTable table_{settings_};
 };
 
@@ -38,8 +38,8 @@ TEST_F(PortTableTest, DefaultsAreAdaptersModemsAndBuiltInPorts) {
 }
 
 TEST_F(PortTableTest, SettingsComeBeforeDefaultsAndTheRunBeforeSettings) {
-  settings_.Write("CorvanaSync", "Ports", "COM2", "/dev/serial/by-id/usb-FTDI_A-if00");
-  settings_.Write("CorvanaSync", "Ports", "COM12", "/dev/ttyUSB7");
+  settings_.Write("COM2", "/dev/serial/by-id/usb-FTDI_A-if00");
+  settings_.Write("COM12", "/dev/ttyUSB7");
   EXPECT_EQ(table_.DeviceOf(1), "/dev/ttyUSB0");
   EXPECT_EQ(table_.DeviceOf(2), "/dev/serial/by-id/usb-FTDI_A-if00");
   EXPECT_EQ(table_.DeviceOf(12), "/dev/ttyUSB7");
@@ -48,13 +48,12 @@ TEST_F(PortTableTest, SettingsComeBeforeDefaultsAndTheRunBeforeSettings) {
   table_.Assign({3, "/dev/pts/2"});
   EXPECT_EQ(table_.DeviceOf(2), "/dev/pts/9");
   EXPECT_EQ(table_.DeviceOf(3), "/dev/pts/2");
-  settings_.Write("CorvanaSync", "Ports", "COM12", "");
+  settings_.Write("COM12", "");
   EXPECT_EQ(table_.DeviceOf(12), "/dev/ttyS3");
 }
 
 TEST_F(PortTableTest, TableWrittenByHandIsRead) {
-  QDir(folder_.path()).mkpath("CorvanaSync");
-  QFile file(folder_.filePath("CorvanaSync/CorvanaSync.ini"));
+  QFile file(folder_.filePath("settings.ini"));
   ASSERT_TRUE(file.open(QIODevice::WriteOnly));
   file.write("; the adapter in the cabinet\r\n[Ports]\r\nCOM1 = /dev/ttyUSB5\r\ncom2=ttyACM1\r\n");
   file.close();

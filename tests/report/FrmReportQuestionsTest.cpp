@@ -207,9 +207,17 @@ class DeadlyMessageBoxes : public platform::MessageBoxes {
 TEST_F(FrmReportQuestionsTest, WindowMayDieWhileAQuestionIsOpen) {
   DeadlyMessageBoxes deadly;
   deadly.onShow = [this] { window.reset(); };
-  ReportDialog deadlyDialog(model, syncReport, ReportDesktop{files, chooser, deadly, opener},
-                            platform::LastFilenames(platform::ProgramSettings(store), beeper),
-                            RememberedFields(files, folder.path().toStdString()));
+  const platform::Desktop deadlyDesktop{{.clock = clock,
+                                         .dateFormat = dateFormat,
+                                         .fileSystem = files,
+                                         .beeper = beeper,
+                                         .messageBoxes = deadly,
+                                         .events = events},
+                                        chooser,
+                                        opener,
+                                        store,
+                                        folder.path().toStdString()};
+  ReportDialog deadlyDialog(model, syncReport, deadlyDesktop);
   WriteTextFile(Path("report.html"), "old");
   store.SetValue("LastReportFile", Path("report.html"));
   for (const bool byKey : {true, false}) {

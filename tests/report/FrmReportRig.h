@@ -10,7 +10,6 @@
 #include <memory>
 #include <string>
 
-#include "platform/MemoryMenuBar.h"
 #include "platform/qt/QtFileSystem.h"
 #include "platform/widgets/QtFileChooser.h"
 #include "platform/widgets/QtMessageBoxes.h"
@@ -25,7 +24,8 @@ namespace kelvara::test {
 
 /// The report dialog over the machine's own files, message boxes and choosers; documents are not
 /// opened but remembered.
-struct FrmReportRig {
+struct FrmReportRig
+    : DesktopDoubles<qt::QtFileSystem, widgets::QtMessageBoxes, widgets::QtFileChooser> {
   FrmReportRig() {
     EXPECT_TRUE(folder.isValid());
     model.FindOrAddAa(13, 1, 2);
@@ -57,23 +57,17 @@ struct FrmReportRig {
   QPushButton& Button(const char* name) { return Find<QPushButton>(*window, name); }
 
   QTemporaryDir folder;
-  ManualClock clock;
-  PlainDateFormat dateFormat;
-  qt::QtFileSystem files;
-  widgets::QtMessageBoxes boxes;
-  widgets::QtFileChooser chooser;
-  CountingBeeper beeper;
-  RecordingDocumentOpener opener;
-  ScriptedSettingsStore store;
-  platform::MemoryMenuBar menuBar;
   sync::SyncModel model;
-  report::SyncReport syncReport{model, sync::DisplayOptions(menuBar), clock, dateFormat, files,
-                                boxes};
-  report::ReportDialog dialog{model, syncReport,
-                              report::ReportDesktop{files, chooser, boxes, opener},
-                              platform::LastFilenames(platform::ProgramSettings(store), beeper),
-                              report::RememberedFields(files, folder.path().toStdString())};
+  sync::DisplayOptions options;
+  report::SyncReport syncReport{model, options, machine};
+  report::ReportDialog dialog{model, syncReport, InProgramFolder()};
   std::unique_ptr<report::FrmReport> window;
+
+ private:
+  platform::Desktop& InProgramFolder() {
+    desktop.programFolder = folder.path().toStdString();
+    return desktop;
+  }
 };
 
 }  // namespace kelvara::test

@@ -27,13 +27,7 @@ class ReportDialogTest : public ::testing::Test, public test::ReportRig {
   }
   bool IsRemembered() const { return files.files.count(kRememberedPath) > 0; }
 
-  test::ScriptedSettingsStore store;
-  test::ScriptedFileChooser chooser;
-  test::RecordingDocumentOpener opener;
-  test::CountingBeeper beeper;
-  platform::LastFilenames lastFilenames{platform::ProgramSettings(store), beeper};
-  ReportDialog dialog{model, syncReport, ReportDesktop{files, chooser, boxes, opener},
-                      lastFilenames, RememberedFields(files, "C:\\Program")};
+  ReportDialog dialog{model, syncReport, desktop};
 };
 
 TEST_F(ReportDialogTest, WithoutAntennasOneBoxSaysSo) {
@@ -53,8 +47,8 @@ TEST_F(ReportDialogTest, WithAnAntennaThereIsNoBox) {
 }
 
 TEST_F(ReportDialogTest, StartsWithTheLastReportAndTheRememberedFields) {
-  lastFilenames.SaveLastFilename("C:\\logs\\log.txt");
-  lastFilenames.SaveLastReportFilename("C:\\sites\\hall.html");
+  store.SetValue("LastFile", "C:\\logs\\log.txt");
+  store.SetValue("LastReportFile", "C:\\sites\\hall.html");
   files.files[kRememberedPath] = "s\r\nt\r\n 0 \r\nn\r\n";
   ReportFields fields;
   EXPECT_EQ(dialog.Form_Load(fields), "C:\\sites\\hall.html");
@@ -65,8 +59,8 @@ TEST_F(ReportDialogTest, StartsWithTheLastReportAndTheRememberedFields) {
 }
 
 TEST_F(ReportDialogTest, BrowseLooksInTheFolderOfTheLastCapture) {
-  lastFilenames.SaveLastFilename("C:\\logs\\log.txt");
-  lastFilenames.SaveLastReportFilename("C:\\sites\\hall.html");
+  store.SetValue("LastFile", "C:\\logs\\log.txt");
+  store.SetValue("LastReportFile", "C:\\sites\\hall.html");
   chooser.answer = "C:\\logs\\hall.html";
   EXPECT_EQ(dialog.CommandBrowse_Click(), "C:\\logs\\hall.html");
   ASSERT_EQ(chooser.requests.size(), 1U);
@@ -85,7 +79,7 @@ TEST_F(ReportDialogTest, BrowseWithoutALastCaptureHasNoFolder) {
 }
 
 TEST_F(ReportDialogTest, LastCaptureWithoutAFolderEndsTheBrowseBeforeTheChooser) {
-  lastFilenames.SaveLastFilename("log.txt");
+  store.SetValue("LastFile", "log.txt");
   chooser.answer = "C:\\x.html";
   EXPECT_EQ(dialog.CommandBrowse_Click(), std::nullopt);
   EXPECT_TRUE(chooser.requests.empty());

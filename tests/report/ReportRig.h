@@ -3,24 +3,14 @@
 #include <initializer_list>
 #include <string>
 
-#include "app/OptionGroups.h"
-#include "platform/MemoryMenuBar.h"
 #include "report/SyncReport.h"
-#include "support/Doubles.h"
+#include "support/DesktopDoubles.h"
 
 namespace kelvara::test {
 
-/// A report generator beside the model and the option menus that it reads.
-struct ReportRig {
-  ReportRig() {
-    clock.wall = 20000.5;
-    ShowFps(false);
-  }
-
-  void ShowFps(bool shown) {
-    app::CheckOption(menuBar,
-                     shown ? platform::MenuEntry::mnuFpsOn : platform::MenuEntry::mnuFpsOff);
-  }
+/// A report generator beside the model and the options that it reads.
+struct ReportRig : DesktopDoubles<> {
+  ReportRig() { clock.wall = 20000.5; }
 
   bool Generate(const std::string& notes = "") {
     return syncReport.GenerateReport("report.html", "a site", "a tester", notes);
@@ -49,14 +39,9 @@ struct ReportRig {
     return HtmlFrom(text).substr(text.size(), expected.size());
   }
 
-  ManualClock clock;
-  PlainDateFormat dateFormat;
-  MemoryFileSystem files;
-  RecordingMessageBoxes boxes;
-  platform::MemoryMenuBar menuBar;
   sync::SyncModel model;
-  report::SyncReport syncReport{model, sync::DisplayOptions(menuBar), clock, dateFormat, files,
-                                boxes};
+  sync::DisplayOptions options;
+  report::SyncReport syncReport{model, options, machine};
 };
 
 /// The lines, each ended by CR LF.

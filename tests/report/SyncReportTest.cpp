@@ -37,19 +37,19 @@ TEST_F(SyncReportTest, FourAntennasWithoutFps) {
 
 TEST_F(SyncReportTest, FourAntennasWithFps) {
   test::FillModel(model, "four-antennas.readings");
-  ShowFps(true);
+  options.fpsShown = true;
   ExpectGolden("report-four-antennas-fps-on.html");
 }
 
 TEST_F(SyncReportTest, NoAntennaAtAll) {
-  ShowFps(true);
+  options.fpsShown = true;
   ExpectGolden("report-empty.html", "", "", "");
 }
 
 TEST_F(SyncReportTest, AFullModel) {
   test::FillModel(model, "fifty-one-antennas.readings");
   ASSERT_EQ(model.AaCount(), 51);
-  ShowFps(true);
+  options.fpsShown = true;
   ExpectGolden("report-fifty-one-antennas-fps-on.html");
 }
 
@@ -73,7 +73,7 @@ TEST_F(SyncReportTest, TwoAntennasThatHearEachOther) {
 
 TEST_F(SyncReportTest, FpsStandsInTheHeadersOfThePhaseTable) {
   FillWithTwoAntennas();
-  ShowFps(true);
+  options.fpsShown = true;
   ASSERT_TRUE(Generate());
   EXPECT_NE(Html().find("<td width=40><b><b>13 [1]</b></td>\r\n"), std::string::npos);
   EXPECT_NE(Html().find("<td width=40><b>13 [1]</b></td>\r\n"), std::string::npos);
@@ -84,16 +84,16 @@ TEST_F(SyncReportTest, TheFpsOptionIsReadAtEachReport) {
   FillWithTwoAntennas();
   ASSERT_TRUE(Generate());
   EXPECT_EQ(Html().find("13 [1]"), std::string::npos);
-  ShowFps(true);
+  options.fpsShown = true;
   ASSERT_TRUE(Generate());
   EXPECT_NE(Html().find("13 [1]"), std::string::npos);
 }
 
 TEST_F(SyncReportTest, RpnsAreDecimalWhateverTheBase) {
   model.FindOrAddAa(200, 10, 0);
-  app::CheckOption(menuBar, platform::MenuEntry::mnuRpnHex);
-  app::CheckOption(menuBar, platform::MenuEntry::mnuDispMetres);
-  ShowFps(true);
+  options.rpnHex = true;
+  options.units = sync::PhaseUnits::Metres;
+  options.fpsShown = true;
   ASSERT_TRUE(Generate());
   EXPECT_NE(Html().find("<td width=75>200</td>\r\n"), std::string::npos);
   EXPECT_NE(Html().find("<td width=40><b>200 [A]</b></td>\r\n"), std::string::npos);

@@ -13,13 +13,12 @@ namespace {
 class TestReportTest : public ::testing::Test, public test::ReportRig {
  protected:
   bool Run() {
-    return testReport.Run([this] { model.Clear(); }, "C:\\Program");
+    return testReport.Run([this] { model.Clear(); });
   }
   const std::string& TestHtml() { return files.files["C:\\Program/test.html"]; }
   bool Has(const std::string& text) { return TestHtml().find(text) != std::string::npos; }
 
-  test::RecordingDocumentOpener opener;
-  TestReport testReport{model, syncReport, opener, boxes};
+  TestReport testReport{model, syncReport, desktop};
 };
 
 TEST_F(TestReportTest, FillsTheModelWithTheFixedData) {
@@ -43,13 +42,11 @@ TEST_F(TestReportTest, FillsTheModelWithTheFixedData) {
 
 TEST_F(TestReportTest, ClearsByTheOperationGivenBeforeItFills) {
   int clears = 0;
-  testReport.Run(
-      [&] {
-        ++clears;
-        EXPECT_EQ(model.AaCount(), 0);
-        EXPECT_TRUE(files.files.empty());
-      },
-      "C:\\Program");
+  testReport.Run([&] {
+    ++clears;
+    EXPECT_EQ(model.AaCount(), 0);
+    EXPECT_TRUE(files.files.empty());
+  });
   EXPECT_EQ(clears, 1);
   EXPECT_EQ(model.AaCount(), 4);
 }

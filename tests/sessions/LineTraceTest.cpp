@@ -94,8 +94,8 @@ TEST(LineTrace, OfALiveLinkReplaysToTheSameReports) {
   rig.port.Receive(report.substr(60));
   rig.time.Pass(3000);
   trace.Close();
-  ASSERT_GE(rig.duties.reports.size(), 2U);
-  EXPECT_EQ(Replayed(files.files["trace"]), rig.duties.reports);
+  ASSERT_GE(rig.actions.reports.size(), 2U);
+  EXPECT_EQ(Replayed(files.files["trace"]), rig.actions.reports);
 }
 
 }  // namespace

@@ -7,7 +7,7 @@
 #include "sim/ExampleSite.h"
 #include "sim/RfpsReportText.h"
 #include "sim/SiteWalk.h"
-#include "support/SyncRoom.h"
+#include "support/SyncRig.h"
 #include "sync/AaSyncUnits.h"
 
 namespace kelvara::sim {
@@ -28,7 +28,7 @@ bool IsMatrixFull(const sync::SyncModel& model, std::size_t antennas) {
 }
 
 /// Walks until every antenna was heard from every other, and returns after how many reports.
-int FillMatrix(const Site& site, std::uint64_t seed, test::SyncRoom& room) {
+int FillMatrix(const Site& site, std::uint64_t seed, test::SyncRig& room) {
   constexpr int kPatience = 5000;
   constexpr int kReportsPerLook = 20;
   SiteWalk walk(site, seed);
@@ -65,7 +65,7 @@ class SiteTruthTest : public ::testing::TestWithParam<const char*> {};
 TEST_P(SiteTruthTest, LengthsRelativeToTheShortestCableComeOutWithinOneSyncUnit) {
   const Site site = test::ExampleSite(GetParam());
   for (std::uint64_t seed = 1; seed <= 10; ++seed) {
-    test::SyncRoom room;
+    test::SyncRig room;
     const int reports = FillMatrix(site, seed, room);
     ASSERT_TRUE(IsMatrixFull(room.model, site.size())) << "seed " << seed;
     EXPECT_EQ(room.model.ReportCount(), reports);
@@ -76,7 +76,7 @@ TEST_P(SiteTruthTest, LengthsRelativeToTheShortestCableComeOutWithinOneSyncUnit)
 
 TEST_P(SiteTruthTest, LengthsStayTrueOverManyReports) {
   const Site site = test::ExampleSite(GetParam());
-  test::SyncRoom room;
+  test::SyncRig room;
   SiteWalk walk(site, 4);
   for (int report = 0; report < 3000; ++report) {
     room.Process(RfpsReportText(walk.Next()));
@@ -92,7 +92,7 @@ INSTANTIATE_TEST_SUITE_P(Examples, SiteTruthTest,
 TEST(SiteTruthOfExtremesTest, TheLongestCableOfAllIsMeasuredToo) {
   const Site site{{1, 0, 0, 0}, {2, 0, 0, kMaxCableMetres}, {3, 0, 0, 1000}};
   for (std::uint64_t seed = 1; seed <= 50; ++seed) {
-    test::SyncRoom room;
+    test::SyncRig room;
     FillMatrix(site, seed, room);
     ASSERT_TRUE(IsMatrixFull(room.model, site.size()));
     ExpectTrueLengths(site, room.model);

@@ -4,13 +4,15 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "base/Fault.h"
+#include "platform/Desktop.h"
 #include "platform/DocumentOpener.h"
 #include "platform/FileChooser.h"
 #include "platform/SettingsStore.h"
+#include "support/Doubles.h"
 
 /// Stand-ins for the desktop and its settings that tests move by hand.
 namespace kelvara::test {
@@ -18,36 +20,24 @@ namespace kelvara::test {
 /// Keeps the settings in memory. With `writable` off every write is a file fault.
 class ScriptedSettingsStore : public platform::SettingsStore {
  public:
-  using Place = std::tuple<std::string, std::string, std::string>;
-
-  std::string Read(std::string_view application, std::string_view section, std::string_view key,
-                   std::string_view defaultText) const override {
-    const auto found = values.find(PlaceOf(application, section, key));
+  std::string Read(std::string_view key, std::string_view defaultText) const override {
+    const auto found = values.find(key);
     return found == values.end() ? std::string(defaultText) : found->second;
   }
 
-  void Write(std::string_view application, std::string_view section, std::string_view key,
-             std::string_view text) override {
+  void Write(std::string_view key, std::string_view text) override {
     if (!writable) {
       throw base::Fault(base::FaultKind::File, "cannot write the settings");
     }
-    values[PlaceOf(application, section, key)] = text;
+    values[std::string(key)] = text;
   }
 
-  /// A value of this program's own section; empty when it is absent.
-  std::string Value(std::string_view key) const { return Read("CorvanaSync", "Settings", key, ""); }
-  void SetValue(std::string_view key, std::string_view text) {
-    values[PlaceOf("CorvanaSync", "Settings", key)] = text;
-  }
+  /// A value; empty when it is absent.
+  std::string Value(std::string_view key) const { return Read(key, ""); }
+  void SetValue(std::string_view key, std::string_view text) { values[std::string(key)] = text; }
 
-  std::map<Place, std::string> values;
+  std::map<std::string, std::string, std::less<>> values;
   bool writable = true;
-
- private:
-  static Place PlaceOf(std::string_view application, std::string_view section,
-                       std::string_view key) {
-    return {std::string(application), std::string(section), std::string(key)};
-  }
 };
 
 /// Remembers every request; the user's choice is `answer`, nothing for cancel. With `failing` set
@@ -82,6 +72,19 @@ class RecordingDocumentOpener : public platform::DocumentOpener {
   std::vector<std::string> documents;
   std::vector<std::string> addresses;
   bool answer = true;
+};
+
+/// A desktop that tests move by hand.
+template <class Files = MemoryFileSystem, class Boxes = RecordingMessageBoxes,
+          class Chooser = ScriptedFileChooser>
+struct DesktopDoubles : MachineDoubles<Files, Boxes> {
+  explicit DesktopDoubles(std::string programFolder = "C:\\Program")
+      : desktop{this->machine, chooser, opener, store, std::move(programFolder)} {}
+
+  Chooser chooser;
+  RecordingDocumentOpener opener;
+  ScriptedSettingsStore store;
+  platform::Desktop desktop;
 };
 
 }  // namespace kelvara::test

@@ -10,14 +10,14 @@
 #include <vector>
 
 #include "base/Fault.h"
+#include "capture/LogBox.h"
 #include "platform/Beeper.h"
 #include "platform/Clock.h"
 #include "platform/DateFormat.h"
 #include "platform/EventPump.h"
 #include "platform/FileSystem.h"
-#include "platform/LogBox.h"
+#include "platform/Machine.h"
 #include "platform/MessageBoxes.h"
-#include "platform/StatusBar.h"
 
 /// Stand-ins for the machine that tests move by hand.
 namespace kelvara::test {
@@ -106,6 +106,8 @@ class MemoryFileSystem : public platform::FileSystem {
   std::map<std::string, std::string> files;
   std::map<std::string, bool> unopenable;
   std::optional<int> writesLeft;
+  /// Runs after each write.
+  std::function<void()> onWrite;
   int openFiles = 0;
 
  private:
@@ -123,6 +125,9 @@ class MemoryFileSystem : public platform::FileSystem {
         throw base::Fault(base::FaultKind::File, "cannot write " + path_);
       }
       owner_.files[path_] += bytes;
+      if (owner_.onWrite) {
+        owner_.onWrite();
+      }
     }
 
    private:
@@ -152,19 +157,9 @@ class MemoryFileSystem : public platform::FileSystem {
   }
 };
 
-class RecordingStatusBar : public platform::StatusBar {
- public:
-  void SetPanel(platform::StatusPanel panel, std::string_view text) override {
-    panels[panel] = text;
-  }
-
-  std::map<platform::StatusPanel, std::string> panels;
-};
-
-class RecordingLogBox : public platform::LogBox {
+class RecordingLogBox : public capture::LogBox {
  public:
   bool IsShown() const override { return shown; }
-  void SetShown(bool nowShown) override { shown = nowShown; }
   void Append(std::string_view added) override {
     if (shown) {
       text += added;
@@ -186,10 +181,28 @@ class ScriptedEventPump : public platform::EventPump {
     }
     return !ending;
   }
+  void End() override { ending = true; }
 
   std::function<void()> onYield;
   int yields = 0;
   bool ending = false;
+};
+
+/// A machine that tests move by hand.
+template <class Files = MemoryFileSystem, class Boxes = RecordingMessageBoxes>
+struct MachineDoubles {
+  ManualClock clock;
+  PlainDateFormat dateFormat;
+  Files files;
+  CountingBeeper beeper;
+  Boxes boxes;
+  ScriptedEventPump events;
+  platform::Machine machine{.clock = clock,
+                            .dateFormat = dateFormat,
+                            .fileSystem = files,
+                            .beeper = beeper,
+                            .messageBoxes = boxes,
+                            .events = events};
 };
 
 }  // namespace kelvara::test

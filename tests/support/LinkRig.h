@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "link/BeltpackLink.h"
-#include "platform/MemoryMenuBar.h"
 #include "support/Doubles.h"
 #include "support/RecordingLog.h"
 #include "support/ScriptedPort.h"
@@ -13,21 +12,24 @@
 namespace kelvara::test {
 
 /// Remembers what the link asked of the rest of the program.
-class RecordingDuties : public link::LinkDuties {
- public:
-  void ProcessRfpsReport(std::string_view report) override { reports.emplace_back(report); }
-  void ClearSyncResults() override {
-    ++clears;
-    if (onClear) {
-      onClear();
-    }
-  }
-  void UpdateSyncGrid() override { ++redraws; }
-  void mnuGenReport_Click() override {
-    ++reportCommands;
-    if (onReportCommand) {
-      onReportCommand();
-    }
+struct RecordedActions {
+  link::LinkActions Actions() {
+    return {.processRfpsReport = [this](std::string_view report) { reports.emplace_back(report); },
+            .clearSyncResults =
+                [this] {
+                  ++clears;
+                  if (onClear) {
+                    onClear();
+                  }
+                },
+            .updateSyncGrid = [this] { ++redraws; },
+            .generateReport =
+                [this] {
+                  ++reportCommands;
+                  if (onReportCommand) {
+                    onReportCommand();
+                  }
+                }};
   }
 
   std::vector<std::string> reports;
@@ -38,7 +40,7 @@ class RecordingDuties : public link::LinkDuties {
   std::function<void()> onReportCommand;
 };
 
-class RecordingDebugView : public platform::DebugView {
+class RecordingDebugView : public link::DebugView {
  public:
   void DebugLastTxMsg(std::string_view strTx) override { commands.emplace_back(strTx); }
   void ShowReportText(std::string_view text) override { reportTexts.emplace_back(text); }
@@ -64,9 +66,9 @@ class OpenQuestions : public RecordingMessageBoxes {
 };
 
 /// The link on a scripted port, in virtual time.
-struct LinkRig {
+struct LinkRig : MachineDoubles<MemoryFileSystem, OpenQuestions> {
   LinkRig() {
-    duties.onClear = [this] { link.ForgetLoss(); };
+    actions.onClear = [this] { link.ResultsCleared(); };
     port.open = true;
   }
 
@@ -90,26 +92,18 @@ struct LinkRig {
     time.Pass(32600);
   }
 
-  std::string Status() const { return statusBar.panels.at(platform::StatusPanel::Link); }
+  std::string Status() const { return link.StatusText(); }
 
-  ManualClock clock;
   VirtualTime time{clock};
   VirtualTime::Timer rfpsTimer{time, link::kRfpsTimerMilliseconds};
   VirtualTime::Timer timerComPort{time, link::kTimerComPortMilliseconds};
   VirtualTime::Timer silenceTimer{time, link::kSilenceMilliseconds};
   ScriptedPort port;
-  PlainDateFormat dateFormat;
-  CountingBeeper beeper;
-  OpenQuestions boxes;
-  ScriptedEventPump events;
-  RecordingStatusBar statusBar;
-  platform::MemoryMenuBar menuBar;
   RecordingDebugView debugView;
   RecordingLog log;
-  RecordingDuties duties;
-  link::BeltpackLink link{{port, rfpsTimer, timerComPort, silenceTimer, clock, dateFormat, beeper,
-                           boxes, events, statusBar, menuBar, debugView, log},
-                          duties};
+  RecordedActions actions;
+  link::BeltpackLink link{
+      machine, {port, rfpsTimer, timerComPort, silenceTimer}, log, actions.Actions()};
 };
 
 }  // namespace kelvara::test

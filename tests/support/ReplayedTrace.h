@@ -4,8 +4,6 @@
 #include <string>
 #include <string_view>
 
-#include "app/OptionGroups.h"
-#include "platform/MemoryMenuBar.h"
 #include "sessions/RecordedSession.h"
 #include "sessions/TraceMarks.h"
 #include "support/Doubles.h"
@@ -19,7 +17,6 @@ namespace kelvara::test {
 class ReplayedTrace : private sessions::RecordedTextReader {
  public:
   explicit ReplayedTrace(std::string_view trace) {
-    app::CheckOption(menuBar_, platform::MenuEntry::mnuFpsOff);
     sessions::RecordedSession session(*this);
     session.Feed(trace);
     session.End();
@@ -34,10 +31,9 @@ class ReplayedTrace : private sessions::RecordedTextReader {
   void ProcessRfpsReport(std::string_view report) override { parser_.ProcessRfpsReport(report); }
   void NoteDropped(sessions::DropReason /*reason*/) override {}
 
-  platform::MemoryMenuBar menuBar_;
-  RecordingStatusBar statusBar_;
+  sync::DisplayOptions options_;
   CountingBeeper beeper_;
-  sync::RfpsParser parser_{model, sync::DisplayOptions(menuBar_), log, statusBar_, beeper_};
+  sync::RfpsParser parser_{model, options_, log, beeper_};
 };
 
 /// All that a model holds, as text: two models that hold the same have the same.

@@ -10,7 +10,7 @@ namespace kelvara::sync {
 namespace {
 
 using base::FaultKind;
-using platform::Colour;
+using sync::Colour;
 using test::FaultOf;
 
 struct PaletteEntry {

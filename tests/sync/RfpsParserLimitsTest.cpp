@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "support/SyncRoom.h"
+#include "support/SyncRig.h"
 #include "sync/RfpsParser.h"
 
 namespace kelvara::sync {
@@ -18,7 +18,7 @@ class RfpsParserLimitsTest : public ::testing::Test {
  protected:
   RfpsParserLimitsTest() {
     room.Clear();
-    room.ShowRpnHex(true);
+    room.options.rpnHex = true;
   }
 
   /// RPN 0 to 50, by reports that RPN 0 is synchronised to.
@@ -27,7 +27,7 @@ class RfpsParserLimitsTest : public ::testing::Test {
       room.Process(ReportOfMany(0, firstRpn, 5));
     }
     ASSERT_EQ(room.model.AaCount(), 51);
-    ASSERT_EQ(room.ReportsPanel(), "Reports: 10");
+    ASSERT_EQ(room.shownReports, 10);
     room.log.entries.clear();
   }
 
@@ -40,7 +40,7 @@ class RfpsParserLimitsTest : public ::testing::Test {
     return index;
   }
 
-  test::SyncRoom room;
+  test::SyncRig room;
 };
 
 TEST_F(RfpsParserLimitsTest, ElevenEntriesAbandonTheReportBeforeAnythingIsLogged) {
@@ -50,14 +50,14 @@ TEST_F(RfpsParserLimitsTest, ElevenEntriesAbandonTheReportBeforeAnythingIsLogged
   EXPECT_EQ(room.log.entries, Lines{});
   EXPECT_EQ(room.model.AaCount(), 0);
   EXPECT_EQ(room.model.ReportCount(), 0);
-  EXPECT_EQ(room.ReportsPanel(), "Reports: 0");
+  EXPECT_EQ(room.shownReports, 0);
 }
 
 TEST_F(RfpsParserLimitsTest, TenEntriesAreTakenWhole) {
   room.Process(ReportOfMany(0, 1, 9));
   EXPECT_EQ(room.beeper.count, 0);
   EXPECT_EQ(room.log.entries.size(), 9U);
-  EXPECT_EQ(room.AasPanel(), "AAs: 10");
+  EXPECT_EQ(room.shownAas, 10);
 }
 
 TEST_F(RfpsParserLimitsTest, AnEleventhEntryOfTheFinalRoundIsTakenToo) {
@@ -75,7 +75,7 @@ TEST_F(RfpsParserLimitsTest, AnAbandonedReportDoesNotDisturbTheNext) {
   room.Process(ReportOfMany(0, 1, 10));
   room.Process(ExampleReport());
   EXPECT_EQ(room.model.AaCount(), 3);
-  EXPECT_EQ(room.ReportsPanel(), "Reports: 1");
+  EXPECT_EQ(room.shownReports, 1);
   EXPECT_EQ(room.beeper.count, 1);
   EXPECT_EQ(room.parser.AbandonedCount(), 1);
 }
@@ -89,8 +89,8 @@ TEST_F(RfpsParserLimitsTest, ALogThatFaultsAbandonsTheReportAndKeepsTheWorkDone)
   EXPECT_EQ(room.model.AaCount(), 2);
   EXPECT_EQ(room.model.Cell(0, 1).Sum, 7);
   EXPECT_EQ(room.model.ReportCount(), 0);
-  EXPECT_EQ(room.ReportsPanel(), "Reports: 0");
-  EXPECT_EQ(room.AasPanel(), "AAs: 0");
+  EXPECT_EQ(room.shownReports, 0);
+  EXPECT_EQ(room.shownAas, 0);
 }
 
 TEST_F(RfpsParserLimitsTest, The52ndAntennaAbandonsItsReportAndKeepsTheWorkDone) {
@@ -105,8 +105,8 @@ TEST_F(RfpsParserLimitsTest, The52ndAntennaAbandonsItsReportAndKeepsTheWorkDone)
   EXPECT_EQ(room.model.Cell(IndexOf(0), IndexOf(2)).Sum, 5 + 42);
   EXPECT_EQ(room.model.Cell(IndexOf(0), IndexOf(1)).Sum, 5);
   EXPECT_EQ(room.model.ReportCount(), 10);
-  EXPECT_EQ(room.ReportsPanel(), "Reports: 10");
-  EXPECT_EQ(room.AasPanel(), "AAs: 51");
+  EXPECT_EQ(room.shownReports, 10);
+  EXPECT_EQ(room.shownAas, 51);
 }
 
 TEST_F(RfpsParserLimitsTest, AsTheSynchronisedToAntennaThe52ndAddsNothing) {
@@ -115,7 +115,7 @@ TEST_F(RfpsParserLimitsTest, AsTheSynchronisedToAntennaThe52ndAddsNothing) {
   EXPECT_EQ(room.beeper.count, 1);
   EXPECT_EQ(room.model.AaCount(), 52);
   EXPECT_EQ(room.log.entries, (Lines{"80[3]->01[3]=40"}));
-  EXPECT_EQ(room.ReportsPanel(), "Reports: 10");
+  EXPECT_EQ(room.shownReports, 10);
 }
 
 TEST_F(RfpsParserLimitsTest, BehindThe52ndKnownAntennasStillAccumulateAndUnknownOnesFault) {
@@ -124,8 +124,8 @@ TEST_F(RfpsParserLimitsTest, BehindThe52ndKnownAntennasStillAccumulateAndUnknown
   room.Process(ReportOfMany(0, 1, 2));
   EXPECT_EQ(room.beeper.count, 1);
   EXPECT_EQ(room.model.Cell(IndexOf(0), IndexOf(1)).Count, 2);
-  EXPECT_EQ(room.ReportsPanel(), "Reports: 11");
-  EXPECT_EQ(room.AasPanel(), "AAs: 52");
+  EXPECT_EQ(room.shownReports, 11);
+  EXPECT_EQ(room.shownAas, 52);
 
   room.Process(ReportOfMany(0, 0x80, 1));
   room.Process(ReportOfMany(0, 0x90, 2));
@@ -139,13 +139,13 @@ TEST_F(RfpsParserLimitsTest, OnlyAClearRecoversFromThe52nd) {
   FillAntennaList();
   room.Process(ReportOfMany(0, 0x80, 1));
   room.Clear();
-  EXPECT_EQ(room.ReportsPanel(), "Reports: 0");
-  EXPECT_EQ(room.AasPanel(), "AAs: 0");
+  EXPECT_EQ(room.shownReports, 0);
+  EXPECT_EQ(room.shownAas, 0);
 
   room.Process(ReportOfMany(0, 0x80, 1));
   EXPECT_EQ(room.beeper.count, 1);
-  EXPECT_EQ(room.ReportsPanel(), "Reports: 1");
-  EXPECT_EQ(room.AasPanel(), "AAs: 2");
+  EXPECT_EQ(room.shownReports, 1);
+  EXPECT_EQ(room.shownAas, 2);
 }
 
 }  // namespace

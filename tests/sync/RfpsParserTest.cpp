@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "support/SyncRoom.h"
+#include "support/SyncRig.h"
 
 namespace kelvara::sync {
 namespace {
@@ -18,7 +18,7 @@ class RfpsParserTest : public ::testing::Test {
  protected:
   RfpsParserTest() {
     room.Clear();
-    room.ShowRpnHex(true);
+    room.options.rpnHex = true;
   }
 
   void ExpectAa(int index, int rpn, int fps, int fpn) {
@@ -38,11 +38,11 @@ class RfpsParserTest : public ::testing::Test {
     EXPECT_EQ(room.model.AaCount(), 0);
     EXPECT_EQ(room.model.ReportCount(), 0);
     EXPECT_EQ(room.log.entries, Lines{});
-    EXPECT_EQ(room.ReportsPanel(), "Reports: 0");
-    EXPECT_EQ(room.AasPanel(), "AAs: 0");
+    EXPECT_EQ(room.shownReports, 0);
+    EXPECT_EQ(room.shownAas, 0);
   }
 
-  test::SyncRoom room;
+  test::SyncRig room;
 };
 
 TEST_F(RfpsParserTest, TheExampleFillsTheModel) {
@@ -61,8 +61,8 @@ TEST_F(RfpsParserTest, TheExampleFillsTheModel) {
     }
   }
   EXPECT_EQ(cellsWithData, 2);
-  EXPECT_EQ(room.ReportsPanel(), "Reports: 1");
-  EXPECT_EQ(room.AasPanel(), "AAs: 3");
+  EXPECT_EQ(room.shownReports, 1);
+  EXPECT_EQ(room.shownAas, 3);
   EXPECT_EQ(room.beeper.count, 0);
   EXPECT_EQ(room.parser.AbandonedCount(), 0);
 }
@@ -76,31 +76,31 @@ TEST_F(RfpsParserTest, LogLinesFollowTheDisplayOptions) {
   const std::string report =
       Report({SyncBlock("100ec5AA0A"), NeighbourBlock("100ec5ACFF", {"-12"})});
   room.Process(report);
-  room.ShowFps(false);
+  room.options.fpsShown = false;
   room.Process(report);
-  room.ShowRpnHex(false);
+  room.options.rpnHex = false;
   room.Process(report);
-  room.ShowFps(true);
+  room.options.fpsShown = true;
   room.Process(report);
   EXPECT_EQ(room.log.entries,
             (Lines{"0A[A]->FF[C]=-12", "0A->FF=-12", "10->255=-12", "10[10]->255[12]=-12"}));
 }
 
 TEST_F(RfpsParserTest, DecimalRpnsHaveAtLeastTwoDigits) {
-  room.ShowRpnHex(false);
-  room.ShowFps(false);
+  room.options.rpnHex = false;
+  room.options.fpsShown = false;
   room.Process(ExampleReport());
   EXPECT_EQ(room.log.entries, (Lines{"01->06=7", "01->02=-11"}));
 }
 
 TEST_F(RfpsParserTest, DisplayOptionsAreReadAtTheMomentOfEachLine) {
-  room.log.onEntry = [this] { room.ShowFps(false); };
+  room.log.onEntry = [this] { room.options.fpsShown = false; };
   room.Process(ExampleReport());
   EXPECT_EQ(room.log.entries, (Lines{"01[3]->06[3]=7", "01->02=-11"}));
 }
 
 TEST_F(RfpsParserTest, PhasesAreLoggedInRfpsUnitsWhateverTheGridShows) {
-  room.ShowUnits(PhaseUnits::Metres);
+  room.options.units = PhaseUnits::Metres;
   room.Process(ExampleReport());
   EXPECT_EQ(room.log.entries.front(), "01[3]->06[3]=7");
 }
@@ -114,8 +114,8 @@ TEST_F(RfpsParserTest, ReportsAddToWhatEarlierOnesLeft) {
   ExpectCell(0, 2, -14, 2, -3, -11);
   ExpectCell(0, 1, 7, 1, 7, 7);
   ExpectCell(0, 3, 1, 1, 1, 1);
-  EXPECT_EQ(room.ReportsPanel(), "Reports: 2");
-  EXPECT_EQ(room.AasPanel(), "AAs: 4");
+  EXPECT_EQ(room.shownReports, 2);
+  EXPECT_EQ(room.shownAas, 4);
 }
 
 TEST_F(RfpsParserTest, ThePairIsOrdered) {
@@ -138,10 +138,10 @@ TEST_F(RfpsParserTest, NothingKeptIsNoReport) {
 
 TEST_F(RfpsParserTest, NothingKeptLeavesTheTotalsAsTheyWere) {
   room.Process(ExampleReport());
-  room.statusBar.panels.clear();
+  room.shownReports = -1;
   room.Process("rfps\r\n");
   EXPECT_EQ(room.model.ReportCount(), 1);
-  EXPECT_TRUE(room.statusBar.panels.empty());
+  EXPECT_EQ(room.shownReports, -1);
 }
 
 TEST_F(RfpsParserTest, ASyncBlockAloneJoinsTheListAndCounts) {
@@ -150,8 +150,8 @@ TEST_F(RfpsParserTest, ASyncBlockAloneJoinsTheListAndCounts) {
   ExpectAa(0, 1, 3, 90);
   EXPECT_EQ(room.log.entries, Lines{});
   EXPECT_EQ(room.model.Cell(0, 0).Count, 0);
-  EXPECT_EQ(room.ReportsPanel(), "Reports: 1");
-  EXPECT_EQ(room.AasPanel(), "AAs: 1");
+  EXPECT_EQ(room.shownReports, 1);
+  EXPECT_EQ(room.shownAas, 1);
 }
 
 TEST_F(RfpsParserTest, ANeighbourIsEnteredWithTheFpnOfTheSynchronisedToAntenna) {
@@ -192,7 +192,7 @@ TEST_F(RfpsParserTest, WithoutAMarkerTheWordSyncMakesABogusAntenna) {
   EXPECT_EQ(room.model.AaCount(), 1);
   ExpectAa(0, 7, 4, 0x1B);
   EXPECT_EQ(room.log.entries, Lines{});
-  EXPECT_EQ(room.ReportsPanel(), "Reports: 1");
+  EXPECT_EQ(room.shownReports, 1);
 }
 
 TEST_F(RfpsParserTest, TwoAntennasWithOneRpnAreOne) {
@@ -218,7 +218,7 @@ TEST_F(RfpsParserTest, ALogThatReachesNothingGetsNoLinesAndChangesNothingElse) {
   EXPECT_EQ(room.log.entries, Lines{});
   EXPECT_EQ(room.model.AaCount(), 3);
   ExpectCell(0, 1, 7, 1, 7, 7);
-  EXPECT_EQ(room.ReportsPanel(), "Reports: 1");
+  EXPECT_EQ(room.shownReports, 1);
 }
 
 TEST_F(RfpsParserTest, TheGridIsNotRedrawn) {

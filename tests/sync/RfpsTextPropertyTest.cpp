@@ -8,7 +8,7 @@
 #include "support/PlainRfpsReader.h"
 #include "support/PlainSyncModel.h"
 #include "support/RandomText.h"
-#include "support/SyncRoom.h"
+#include "support/SyncRig.h"
 #include "sync/RfpsReport.h"
 
 namespace kelvara::sync {
@@ -20,7 +20,7 @@ using test::PlainReport;
 using test::PlainRfpsReader;
 using test::PlainSyncModel;
 using test::RandomText;
-using test::SyncRoom;
+using test::SyncRig;
 
 std::string AnyText(RandomText& random) {
   switch (random.Below(4)) {
@@ -81,7 +81,7 @@ void ExpectInsideBounds(const SyncModel& model) {
   }
 }
 
-void ExpectSameModel(const SyncRoom& room, const PlainSyncModel& plain) {
+void ExpectSameModel(const SyncRig& room, const PlainSyncModel& plain) {
   ASSERT_EQ(room.model.AaCount(), plain.aaCount);
   ASSERT_EQ(room.model.ReportCount(), plain.reports);
   ASSERT_EQ(room.beeper.count, plain.beeps);
@@ -153,7 +153,7 @@ TEST(AnyReportText, EndsWhereTheViewEnds) {
 
 TEST(AnyReportText, LeavesTheModelInsideItsBounds) {
   RandomText random(84);
-  SyncRoom room;
+  SyncRig room;
   for (int round = 0; round < 20000; ++round) {
     if (round % 500 == 0) {
       ASSERT_NO_FATAL_FAILURE(ExpectInsideBounds(room.model));
@@ -168,8 +168,8 @@ TEST(AnyReportText, LeavesTheModelInsideItsBounds) {
 TEST(AnyReportText, FillsTheModelAsThePlainRulesFillIt) {
   RandomText random(85);
   for (int session = 0; session < 100; ++session) {
-    SyncRoom room;
-    room.ShowRpnHex(true);
+    SyncRig room;
+    room.options.rpnHex = true;
     PlainSyncModel plain;
     for (int round = random.Below(60); round >= 0; --round) {
       const std::string text = AnyText(random);
@@ -183,8 +183,8 @@ TEST(AnyReportText, FillsTheModelAsThePlainRulesFillIt) {
 TEST(AnyReportText, OverfillsTheAntennaListAsThePlainRulesDo) {
   RandomText random(86);
   for (int session = 0; session < 20; ++session) {
-    SyncRoom room;
-    room.ShowRpnHex(true);
+    SyncRig room;
+    room.options.rpnHex = true;
     PlainSyncModel plain;
     for (int round = 0; round < 40; ++round) {
       const std::string text =
@@ -200,7 +200,7 @@ TEST(AnyReportText, OverfillsTheAntennaListAsThePlainRulesDo) {
 
 TEST(AnyReportText, CanBeDrawnUnlessTheAntennaListOverflowed) {
   RandomText random(87);
-  SyncRoom room;
+  SyncRig room;
   for (int round = 0; round < 200; ++round) {
     room.Process(AnyText(random));
     if (round % 20 == 0) {

@@ -3,13 +3,13 @@
 #include <gtest/gtest.h>
 
 #include "support/Faults.h"
-#include "support/SyncRoom.h"
+#include "support/SyncRig.h"
 
 namespace kelvara::sync {
 namespace {
 
 using base::FaultKind;
-using platform::Colour;
+using sync::Colour;
 using test::FaultOf;
 
 class SyncGridTest : public ::testing::Test {
@@ -24,7 +24,7 @@ class SyncGridTest : public ::testing::Test {
 
   std::string Text(int row, int column) { return room.grid.Text(row, column); }
 
-  test::SyncRoom room;
+  test::SyncRig room;
 };
 
 TEST_F(SyncGridTest, AfterAClearIsTheSingleCellRpn) {
@@ -34,10 +34,10 @@ TEST_F(SyncGridTest, AfterAClearIsTheSingleCellRpn) {
   EXPECT_EQ(room.grid.Rows(), 1);
   EXPECT_EQ(room.grid.Columns(), 1);
   EXPECT_EQ(Text(0, 0), "RPN");
-  EXPECT_TRUE(room.grid.IsCentred(0, 0));
+  EXPECT_TRUE(room.grid.At(0, 0).centred);
   EXPECT_EQ(room.grid.ColumnWidth(0), 550);
-  EXPECT_EQ(room.ReportsPanel(), "Reports: 0");
-  EXPECT_EQ(room.AasPanel(), "AAs: 0");
+  EXPECT_EQ(room.shownReports, 0);
+  EXPECT_EQ(room.shownAas, 0);
 }
 
 TEST_F(SyncGridTest, AnEmptyModelIsTheSingleCellRpnToo) {
@@ -57,7 +57,7 @@ TEST_F(SyncGridTest, OneAntennaHasAGreyEmptyCellAndTakesNoColour) {
   EXPECT_EQ(Text(0, 1), "00[3]");
   EXPECT_EQ(Text(1, 0), "00[3]");
   EXPECT_EQ(Text(1, 1), "");
-  EXPECT_EQ(room.grid.Background(1, 1), Colour{0xC0C0C0});
+  EXPECT_EQ(room.grid.At(1, 1).background, Colour{0xC0C0C0});
   EXPECT_EQ(room.syncGrid.GetRpsColour(9), Colour{0xFFFFFF});
 }
 
@@ -69,7 +69,7 @@ TEST_F(SyncGridTest, EveryCellIsCentredAndEveryColumn550TwipsWide) {
   for (int row = 0; row <= 4; ++row) {
     EXPECT_EQ(room.grid.ColumnWidth(row), 550) << row;
     for (int column = 0; column <= 4; ++column) {
-      EXPECT_TRUE(room.grid.IsCentred(row, column)) << row << ", " << column;
+      EXPECT_TRUE(room.grid.At(row, column).centred) << row << ", " << column;
     }
   }
 }
@@ -88,11 +88,11 @@ TEST_F(SyncGridTest, HeadersShowRpnAndFpsInTheChosenForm) {
     }
   };
   expectHeaders({"01[3]", "31[12]", "255[0]"});
-  room.ShowFps(false);
+  room.options.fpsShown = false;
   expectHeaders({"01", "31", "255"});
-  room.ShowRpnHex(true);
+  room.options.rpnHex = true;
   expectHeaders({"01", "1F", "FF"});
-  room.ShowFps(true);
+  room.options.fpsShown = true;
   expectHeaders({"01[3]", "1F[C]", "FF[0]"});
 }
 
@@ -131,7 +131,7 @@ TEST_F(SyncGridTest, ShowsTheChosenUnits) {
   AddPhases(0, 2, {7});
   AddPhases(0, 3, {-20});
   const auto expectRow = [this](PhaseUnits units, std::initializer_list<std::string> texts) {
-    room.ShowUnits(units);
+    room.options.units = units;
     EXPECT_TRUE(room.syncGrid.UpdateSyncGrid());
     int column = 2;
     for (const std::string& text : texts) {
@@ -149,11 +149,11 @@ TEST_F(SyncGridTest, TheMeanIsRoundedBeforeItsUnitsAreConverted) {
   room.AddAas(3);
   AddPhases(0, 1, {2, 3});
   AddPhases(0, 2, {6, 7, 7});
-  room.ShowUnits(PhaseUnits::AaSync);
+  room.options.units = PhaseUnits::AaSync;
   EXPECT_TRUE(room.syncGrid.UpdateSyncGrid());
   EXPECT_EQ(Text(1, 2), "0");
   EXPECT_EQ(Text(1, 3), "2");
-  room.ShowUnits(PhaseUnits::Metres);
+  room.options.units = PhaseUnits::Metres;
   EXPECT_TRUE(room.syncGrid.UpdateSyncGrid());
   EXPECT_EQ(Text(1, 2), "0");
   EXPECT_EQ(Text(1, 3), "260");
@@ -171,13 +171,13 @@ TEST_F(SyncGridTest, AWholeRowTakesTheColourOfItsAntennasFps) {
       {{grey, first, first}, {second, grey, second}, {first, first, grey}}};
   for (int row = 0; row < 3; ++row) {
     for (int column = 0; column < 3; ++column) {
-      EXPECT_EQ(room.grid.Background(row + 1, column + 1),
+      EXPECT_EQ(room.grid.At(row + 1, column + 1).background,
                 expected.at(static_cast<std::size_t>(row)).at(static_cast<std::size_t>(column)))
           << row << ", " << column;
     }
   }
-  EXPECT_EQ(room.grid.Background(0, 1), std::nullopt);
-  EXPECT_EQ(room.grid.Background(1, 0), std::nullopt);
+  EXPECT_EQ(room.grid.At(0, 1).background, std::nullopt);
+  EXPECT_EQ(room.grid.At(1, 0).background, std::nullopt);
 }
 
 TEST_F(SyncGridTest, ColoursAreKeptUntilTheNextClear) {
@@ -186,16 +186,16 @@ TEST_F(SyncGridTest, ColoursAreKeptUntilTheNextClear) {
   EXPECT_TRUE(room.syncGrid.UpdateSyncGrid());
   room.model.FindOrAddAa(3, 0, 90);
   EXPECT_TRUE(room.syncGrid.UpdateSyncGrid());
-  EXPECT_EQ(room.grid.Background(1, 2), Colour{0xFFFFFF});
-  EXPECT_EQ(room.grid.Background(2, 1), Colour{0xFFE6E6});
-  EXPECT_EQ(room.grid.Background(3, 1), Colour{0xE6FFE6});
+  EXPECT_EQ(room.grid.At(1, 2).background, Colour{0xFFFFFF});
+  EXPECT_EQ(room.grid.At(2, 1).background, Colour{0xFFE6E6});
+  EXPECT_EQ(room.grid.At(3, 1).background, Colour{0xE6FFE6});
 
   room.Clear();
   room.model.FindOrAddAa(3, 0, 90);
   room.model.FindOrAddAa(1, 5, 90);
   EXPECT_TRUE(room.syncGrid.UpdateSyncGrid());
-  EXPECT_EQ(room.grid.Background(1, 2), Colour{0xFFFFFF});
-  EXPECT_EQ(room.grid.Background(2, 1), Colour{0xFFE6E6});
+  EXPECT_EQ(room.grid.At(1, 2).background, Colour{0xFFFFFF});
+  EXPECT_EQ(room.grid.At(2, 1).background, Colour{0xFFE6E6});
 }
 
 TEST_F(SyncGridTest, SixteenFpsValuesHaveTheirColours) {
@@ -203,10 +203,10 @@ TEST_F(SyncGridTest, SixteenFpsValuesHaveTheirColours) {
     room.model.FindOrAddAa(fps, fps, 90);
   }
   EXPECT_TRUE(room.syncGrid.UpdateSyncGrid());
-  EXPECT_EQ(room.grid.Background(1, 2), Colour{0xFFFFFF});
-  EXPECT_EQ(room.grid.Background(14, 1), Colour{0x9999FF});
-  EXPECT_EQ(room.grid.Background(15, 1), Colour{0xFF99FF});
-  EXPECT_EQ(room.grid.Background(16, 1), Colour{0xFF99FF});
+  EXPECT_EQ(room.grid.At(1, 2).background, Colour{0xFFFFFF});
+  EXPECT_EQ(room.grid.At(14, 1).background, Colour{0x9999FF});
+  EXPECT_EQ(room.grid.At(15, 1).background, Colour{0xFF99FF});
+  EXPECT_EQ(room.grid.At(16, 1).background, Colour{0xFF99FF});
   EXPECT_EQ(room.beeper.count, 0);
 }
 
@@ -250,7 +250,7 @@ TEST_F(SyncGridTest, With52AntennasTheHeaderRowIsDrawnUpToColumn51) {
   EXPECT_EQ(Text(0, 51), "50[3]");
   EXPECT_EQ(Text(0, 52), "");
   EXPECT_EQ(Text(1, 0), "");
-  EXPECT_EQ(room.grid.Background(1, 1), std::nullopt);
+  EXPECT_EQ(room.grid.At(1, 1).background, std::nullopt);
   EXPECT_EQ(room.events.yields, 0);
 
   EXPECT_FALSE(room.syncGrid.UpdateSyncGrid());
@@ -270,8 +270,8 @@ TEST_F(SyncGridTest, AnFpsOutsideTheColourTableAbandonsTheRedrawAtItsRow) {
   EXPECT_FALSE(room.syncGrid.UpdateSyncGrid());
   EXPECT_EQ(room.beeper.count, 1);
   EXPECT_EQ(Text(2, 0), "02[17]");
-  EXPECT_EQ(room.grid.Background(1, 2), Colour{0xFFFFFF});
-  EXPECT_EQ(room.grid.Background(2, 1), std::nullopt);
+  EXPECT_EQ(room.grid.At(1, 2).background, Colour{0xFFFFFF});
+  EXPECT_EQ(room.grid.At(2, 1).background, std::nullopt);
   EXPECT_EQ(Text(1, 2), "");
   EXPECT_EQ(room.events.yields, 0);
 }

@@ -27,7 +27,7 @@ class SyncGridViewTest : public testing::Test {
         model_.SetText(i, j, std::to_string(i * 100 + j));
         model_.SetCentred(i, j);
         if (i > 0 && j > 0) {
-          model_.SetBackground(i, j, platform::Colour{0xFFE6E6});
+          model_.SetBackground(i, j, sync::Colour{0xFFE6E6});
         }
       }
     }

@@ -18,26 +18,21 @@ QString UserConfigFolder() {
 
 }  // namespace
 
-QtSettingsStore::QtSettingsStore(std::chrono::milliseconds patience)
-    : QtSettingsStore(UserConfigFolder(), patience) {}
+QString UserSettingsFile(std::string_view application) {
+  const QString name = QString::fromUtf8(application.data(), qsizetype(application.size()));
+  return QStringLiteral("%1/%2/%2.ini").arg(UserConfigFolder(), name);
+}
 
-std::string QtSettingsStore::Read(std::string_view application, std::string_view section,
-                                  std::string_view key, std::string_view defaultText) const {
-  const std::optional<IniText> text = IniFile(FileOf(application), patience_).Read();
-  const std::optional<std::string> value = text ? text->Value(section, key) : std::nullopt;
+std::string QtSettingsStore::Read(std::string_view key, std::string_view defaultText) const {
+  const std::optional<IniText> text = IniFile(file_, patience_).Read();
+  const std::optional<std::string> value = text ? text->Value(section_, key) : std::nullopt;
   return value.value_or(std::string(defaultText));
 }
 
-void QtSettingsStore::Write(std::string_view application, std::string_view section,
-                            std::string_view key, std::string_view text) {
-  IniFile(FileOf(application), patience_).Change([&](IniText& settings) {
-    settings.SetValue(section, key, text);
+void QtSettingsStore::Write(std::string_view key, std::string_view text) {
+  IniFile(file_, patience_).Change([&](IniText& settings) {
+    settings.SetValue(section_, key, text);
   });
-}
-
-QString QtSettingsStore::FileOf(std::string_view application) const {
-  const QString name = QString::fromUtf8(application.data(), qsizetype(application.size()));
-  return QStringLiteral("%1/%2/%2.ini").arg(configFolder_, name);
 }
 
 }  // namespace kelvara::qt

@@ -25,9 +25,7 @@ class QtDocumentOpener : public platform::DocumentOpener {
 class QtEventPump : public platform::EventPump {
  public:
   bool ProcessEvents() override;
-
-  /// From now on the program is ending.
-  void End() { ending_ = true; }
+  void End() override { ending_ = true; }
 
  private:
   bool ending_ = false;

@@ -228,16 +228,17 @@ TEST(LostCaptureFolderTest, ACaptureWhoseFolderGoesGoesOnAndTheNextStartIsTold) 
 
 class FullSettingsTest : public testing::Test {
  protected:
-  void Write(const std::string& text) { store.Write("CorvanaSync", "Settings", "LastFile", text); }
-  std::string Read() const { return store.Read("CorvanaSync", "Settings", "LastFile", "default"); }
-  std::string FileName() const { return store.FileOf("CorvanaSync").toStdString(); }
+  void Write(const std::string& text) { store.Write("LastFile", text); }
+  std::string Read() const { return store.Read("LastFile", "default"); }
+  std::string FileName() const { return folder.PathOf("CorvanaSync/CorvanaSync.ini"); }
   std::size_t FilesThere() const {
     const std::filesystem::directory_iterator all(std::filesystem::path(FileName()).parent_path());
     return static_cast<std::size_t>(std::distance(begin(all), end(all)));
   }
 
   TemporaryFolder folder;
-  qt::QtSettingsStore store{QString::fromStdString(folder.Path())};
+  qt::QtSettingsStore store{QString::fromStdString(folder.PathOf("CorvanaSync/CorvanaSync.ini")),
+                            "Settings"};
 };
 
 TEST_F(FullSettingsTest, StayAsTheyWereWhereverTheDiskFillsUpAndTheUserIsTold) {
@@ -261,10 +262,11 @@ TEST_F(FullSettingsTest, StayAsTheyWereOnADiskThatIsReallyFull) {
   if (!disk.IsMounted()) {
     GTEST_SKIP() << "only the superuser can have a small disk";
   }
-  qt::QtSettingsStore full(QString::fromStdString(disk.PathOf("")));
-  full.Write("CorvanaSync", "Settings", "LastFile", "/before.txt");
-  EXPECT_THROW(full.Write("CorvanaSync", "Settings", "LastFile", "/after.txt"), base::Fault);
-  EXPECT_EQ(full.Read("CorvanaSync", "Settings", "LastFile", ""), "/before.txt");
+  qt::QtSettingsStore full(QString::fromStdString(disk.PathOf("CorvanaSync/CorvanaSync.ini")),
+                           "Settings");
+  full.Write("LastFile", "/before.txt");
+  EXPECT_THROW(full.Write("LastFile", "/after.txt"), base::Fault);
+  EXPECT_EQ(full.Read("LastFile", ""), "/before.txt");
 }
 
 TEST_F(FullSettingsTest, BeginAnewWhenTheirFolderIsGone) {

@@ -25,13 +25,14 @@ class KilledSettingsTest : public testing::Test {
   /// Changes one setting after the other without end, telling of each as soon as it is written.
   void ChangeWithoutEnd(int first, const std::function<void(const std::string&)>& report) {
     for (int number = first;; ++number) {
-      store.Write("CorvanaSync", "Settings", Key(number), Value(number));
+      store.Write(Key(number), Value(number));
       report(std::to_string(number));
     }
   }
 
   TemporaryFolder folder;
-  qt::QtSettingsStore store{QString::fromStdString(folder.Path())};
+  qt::QtSettingsStore store{QString::fromStdString(folder.PathOf("CorvanaSync/CorvanaSync.ini")),
+                            "Settings"};
 };
 
 TEST_F(KilledSettingsTest, KeepEveryChangeThatHadReturnedAtTwoHundredMoments) {
@@ -49,7 +50,7 @@ TEST_F(KilledSettingsTest, KeepEveryChangeThatHadReturnedAtTwoHundredMoments) {
       number = std::stoi(line);
     }
     for (int key = std::max(0, number - kKeys + 1); key <= number; ++key) {
-      const std::string value = store.Read("CorvanaSync", "Settings", Key(key), "");
+      const std::string value = store.Read(Key(key), "");
       const int found = NumberIn(value);
       // The write that was under way may be done and untold.
       ASSERT_TRUE(found == key || (found == number + 1 && Key(key) == Key(number + 1)))

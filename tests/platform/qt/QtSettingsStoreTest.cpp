@@ -23,17 +23,14 @@ namespace {
 using qt::QtSettingsStore;
 using testing::ElementsAre;
 
-constexpr const char* kApplication = "CorvanaSync";
 constexpr const char* kSection = "Settings";
 
 class QtSettingsStoreTest : public testing::Test {
  protected:
   std::string Read(const std::string& key, const std::string& defaultText = "default") const {
-    return store_.Read(kApplication, kSection, key, defaultText);
+    return store_.Read(key, defaultText);
   }
-  void Write(const std::string& key, const std::string& text) {
-    store_.Write(kApplication, kSection, key, text);
-  }
+  void Write(const std::string& key, const std::string& text) { store_.Write(key, text); }
 
   std::string FileText() const {
     QFile file(path_);
@@ -57,8 +54,8 @@ class QtSettingsStoreTest : public testing::Test {
   }
 
   QTemporaryDir folder_;
-  QtSettingsStore store_{folder_.path()};
   const QString path_ = folder_.filePath("CorvanaSync/CorvanaSync.ini");
+  QtSettingsStore store_{path_, kSection};
 };
 
 TEST_F(QtSettingsStoreTest, AbsentKeysHaveTheirDefault) {
@@ -72,7 +69,7 @@ TEST_F(QtSettingsStoreTest, AbsentKeysHaveTheirDefault) {
 TEST_F(QtSettingsStoreTest, FileCanBeReadByAPerson) {
   Write("ComPort", "3");
   Write("LastFile", R"(C:\temp\new log, hall 2.txt)");
-  store_.Write(kApplication, "Ports", "COM1", "/dev/ttyUSB0");
+  QtSettingsStore(path_, "Ports").Write("COM1", "/dev/ttyUSB0");
   Write("ComPort", "4");
   EXPECT_EQ(FileText(),
             "[Settings]\nComPort=4\nLastFile=C:\\temp\\new log, hall 2.txt\n\n"
@@ -86,31 +83,23 @@ TEST_F(QtSettingsStoreTest, TextsComeBackAsTheyWere) {
        {"", "True", "19200", "/home/x/a, b; c.log", R"(C:\new\table.txt)", " blanks around ",
         "\"quoted\"", "J\xC3\xBCrgen", "two\r\nlines", "General"}) {
     Write("LastFile", text);
-    EXPECT_EQ(QtSettingsStore(folder_.path()).Read(kApplication, kSection, "LastFile", "default"),
-              text);
+    EXPECT_EQ(QtSettingsStore(path_, kSection).Read("LastFile", "default"), text);
   }
   for (const char* section : {"General", "general", "%General"}) {
-    store_.Write(kApplication, section, "Key", section);
+    QtSettingsStore(path_, section).Write("Key", section);
   }
-  EXPECT_EQ(store_.Read(kApplication, "%General", "Key", ""), "%General");
+  EXPECT_EQ(QtSettingsStore(path_, "%General").Read("Key", ""), "%General");
 }
 
-TEST_F(QtSettingsStoreTest, ApplicationsHaveTheirOwnFiles) {
-  Write("ComPort", "3");
-  store_.Write("Other", kSection, "ComPort", "5");
-  EXPECT_EQ(Read("ComPort"), "3");
-  EXPECT_EQ(store_.Read("Other", kSection, "ComPort", ""), "5");
-}
-
-TEST_F(QtSettingsStoreTest, StandsInTheUsersConfigurationFolder) {
+TEST_F(QtSettingsStoreTest, AnApplicationsFileIsInTheUsersConfigurationFolder) {
   const QByteArray before = qgetenv("XDG_CONFIG_HOME");
   qputenv("XDG_CONFIG_HOME", folder_.path().toLocal8Bit());
-  EXPECT_EQ(QtSettingsStore().FileOf(kApplication), path_);
+  EXPECT_EQ(qt::UserSettingsFile("CorvanaSync"), path_);
   const QString home = QDir::homePath() + "/.config/CorvanaSync/CorvanaSync.ini";
   qputenv("XDG_CONFIG_HOME", "not/absolute");
-  EXPECT_EQ(QtSettingsStore().FileOf(kApplication), home);
+  EXPECT_EQ(qt::UserSettingsFile("CorvanaSync"), home);
   qunsetenv("XDG_CONFIG_HOME");
-  EXPECT_EQ(QtSettingsStore().FileOf(kApplication), home);
+  EXPECT_EQ(qt::UserSettingsFile("CorvanaSync"), home);
   if (!before.isNull()) {
     qputenv("XDG_CONFIG_HOME", before);
   }
@@ -174,7 +163,7 @@ TEST_F(QtSettingsStoreTest, FolderThatCannotBeWrittenIsAFault) {
   PutFile("[Settings]\nComPort=3\n");
   const auto faultOfWriting = [](QtSettingsStore& store) -> std::string {
     try {
-      store.Write(kApplication, kSection, "ComPort", "4");
+      store.Write("ComPort", "4");
       return "none";
     } catch (const base::Fault& fault) {
       return fault.Kind() == base::FaultKind::File ? fault.what() : "another fault";
@@ -189,10 +178,11 @@ TEST_F(QtSettingsStoreTest, FolderThatCannotBeWrittenIsAFault) {
   EXPECT_EQ(Read("ComPort"), "3");
   ::chmod(QFileInfo(path_).path().toLocal8Bit().constData(), 0755);
   // A file where the folder should be, for every user.
-  QtSettingsStore blocked(path_);
-  EXPECT_EQ(blocked.Read(kApplication, kSection, "ComPort", "1"), "1");
+  const QString blockedPath = path_ + "/CorvanaSync/CorvanaSync.ini";
+  QtSettingsStore blocked(blockedPath, kSection);
+  EXPECT_EQ(blocked.Read("ComPort", "1"), "1");
   EXPECT_EQ(faultOfWriting(blocked),
-            "cannot write \"" + blocked.FileOf(kApplication).toStdString() + "\": Not a directory");
+            "cannot write \"" + blockedPath.toStdString() + "\": Not a directory");
 }
 
 TEST_F(QtSettingsStoreTest, WaitsForAnotherProgramNoLongerThanItsPatience) {
@@ -200,11 +190,11 @@ TEST_F(QtSettingsStoreTest, WaitsForAnotherProgramNoLongerThanItsPatience) {
   const int held =
       ::open(QFileInfo(path_).path().toLocal8Bit().constData(), O_RDONLY | O_DIRECTORY);
   ASSERT_EQ(::flock(held, LOCK_EX), 0);
-  QtSettingsStore hasty(folder_.path(), std::chrono::milliseconds(1));
-  EXPECT_THROW(hasty.Write(kApplication, kSection, "ComPort", "4"), base::Fault);
+  QtSettingsStore hasty(path_, kSection, std::chrono::milliseconds(1));
+  EXPECT_THROW(hasty.Write("ComPort", "4"), base::Fault);
   EXPECT_EQ(Read("ComPort"), "3");
   ::close(held);
-  hasty.Write(kApplication, kSection, "ComPort", "4");
+  hasty.Write("ComPort", "4");
   EXPECT_EQ(Read("ComPort"), "4");
 }
 

@@ -25,6 +25,7 @@ struct RealFilesRig : SessionRigOn<qt::QtFileSystem> {
   ScriptedFileChooser chooser;
   RecordingDocumentOpener opener;
   ScriptedSettingsStore store;
+  platform::Desktop desktop{machine, chooser, opener, store, "/program"};
 };
 
 }  // namespace kelvara::test

@@ -92,10 +92,11 @@ TEST_F(StartUpFilesTest, SettingsThatCannotBeReadAreSetAsideAndBeginAnew) {
     std::filesystem::remove_all(folder.PathOf("CorvanaSync"));
     Put(found, name, "[Settings]\nLastFile=/log\nComPort=3\n");
     const std::string port = AsUser([&](RealFilesRig&) {
-      qt::QtSettingsStore store(QString::fromStdString(folder.Path()));
-      std::string text = store.Read("CorvanaSync", "Settings", "ComPort", "1");
-      store.Write("CorvanaSync", "Settings", "ComPort", "4");
-      text += store.Read("CorvanaSync", "Settings", "ComPort", "1");
+      qt::QtSettingsStore store(
+          QString::fromStdString(folder.PathOf("CorvanaSync/CorvanaSync.ini")), "Settings");
+      std::string text = store.Read("ComPort", "1");
+      store.Write("ComPort", "4");
+      text += store.Read("ComPort", "1");
       return text;
     });
     // Half of it ends inside a line that has no "=" yet.
@@ -113,8 +114,9 @@ TEST_F(StartUpFilesTest, SettingsCutOffAnywhereAreReadSoFarOrSetAsideWhole) {
   for (std::size_t size = 0; size <= whole.size(); ++size) {
     const std::string cut = whole.substr(0, size);
     WriteTextFile(folder.PathOf(name), cut);
-    const qt::QtSettingsStore store(QString::fromStdString(folder.Path()));
-    const std::string port = store.Read("CorvanaSync", "Settings", "ComPort", "default");
+    const qt::QtSettingsStore store(
+        QString::fromStdString(folder.PathOf("CorvanaSync/CorvanaSync.ini")), "Settings");
+    const std::string port = store.Read("ComPort", "default");
     const std::string aside = folder.PathOf(name + ".broken-1");
     if (std::filesystem::exists(aside)) {
       EXPECT_EQ(ReadTextFile(aside), cut);
@@ -220,7 +222,7 @@ TEST_F(StartUpFilesTest, AHelpPageIsOpenedAsItStandsOrToldWithItsPath) {
     SCOPED_TRACE(testing::PrintToString(found));
     Put(found, "Help/index.htm", "<html></html>");
     const std::string result = AsUser([&](RealFilesRig& rig) {
-      help::HelpCommands(rig.opener, rig.files, rig.boxes).mnuContents_Click(path);
+      help::HelpCommands(rig.desktop).mnuContents_Click(path);
       return std::to_string(rig.opener.documents.size()) + Boxes(rig);
     });
     const bool readable =
@@ -240,11 +242,8 @@ TEST_F(StartUpFilesTest, APreviousReportIsReplacedOrTheUserIsToldAndItStays) {
     Put(found, "report.html", "<html>older</html>");
     const std::string result = AsUser([&](RealFilesRig& rig) {
       rig.boxes.answer = platform::MessageAnswer::Yes;
-      report::ReportDialog dialog(
-          rig.session.Model(), rig.session.Report(),
-          report::ReportDesktop{rig.files, rig.chooser, rig.boxes, rig.opener},
-          platform::LastFilenames(platform::ProgramSettings(rig.store), rig.beeper),
-          report::RememberedFields(rig.files, folder.Path()));
+      rig.desktop.programFolder = folder.Path();
+      report::ReportDialog dialog(rig.session.Model(), rig.session.Report(), rig.desktop);
       const bool closes = dialog.CommandGenerate_Click(path, {"a site", "a tester", false, ""});
       return (closes ? "written" : "stays open") + Boxes(rig);
     });
@@ -265,8 +264,9 @@ TEST_F(StartUpFilesTest, APreviousTestReportIsReplacedWithoutAQuestionOrTheUserI
     SCOPED_TRACE(testing::PrintToString(found));
     Put(found, "test.html", "<html>older</html>");
     const std::string result = AsUser([&](RealFilesRig& rig) {
-      report::TestReport test(rig.session.Model(), rig.session.Report(), rig.opener, rig.boxes);
-      const bool written = test.Run([&] { rig.session.ClearSyncResults(); }, folder.Path());
+      rig.desktop.programFolder = folder.Path();
+      report::TestReport test(rig.session.Model(), rig.session.Report(), rig.desktop);
+      const bool written = test.Run([&] { rig.session.ClearSyncResults(); });
       return (written ? "written" : "failed") + Boxes(rig);
     });
     const bool refused = found == Found::Unreadable || found == Found::Folder;

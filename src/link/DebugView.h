@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-namespace kelvara::platform {
+namespace kelvara::link {
 
 /// The debug window, written to only while the "View Debug" option is on.
 class DebugView {
@@ -16,4 +16,4 @@ class DebugView {
   virtual void ShowReportText(std::string_view text) = 0;
 };
 
-}  // namespace kelvara::platform
+}  // namespace kelvara::link

@@ -1,18 +1,16 @@
-#include "platform/LastFilenames.h"
+#include "capture/LastFilenames.h"
 
 #include <gtest/gtest.h>
 
 #include "support/DesktopDoubles.h"
 #include "support/Doubles.h"
 
-namespace kelvara::platform {
+namespace kelvara::capture {
 namespace {
 
-class LastFilenamesTest : public ::testing::Test {
+class LastFilenamesTest : public ::testing::Test, public test::DesktopDoubles<> {
  protected:
-  test::ScriptedSettingsStore store;
-  test::CountingBeeper beeper;
-  LastFilenames lastFilenames{ProgramSettings(store), beeper};
+  LastFilenames lastFilenames{desktop};
 };
 
 TEST_F(LastFilenamesTest, BothAreEmptyUntilOneWasSaved) {
@@ -40,4 +38,4 @@ TEST_F(LastFilenamesTest, ANameThatCannotBeKeptIsOneBeep) {
 }
 
 }  // namespace
-}  // namespace kelvara::platform
+}  // namespace kelvara::capture

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-namespace kelvara::platform {
+namespace kelvara::capture {
 
 /// The log box `TextLog` of the main window.
 class LogBox {
@@ -12,13 +12,10 @@ class LogBox {
   /// Whether text is kept at all; a hidden log box keeps nothing.
   virtual bool IsShown() const = 0;
 
-  /// Shows or hides it; its text stays.
-  virtual void SetShown(bool shown) = 0;
-
   /// Appends the text as it stands, line ends included.
   virtual void Append(std::string_view text) = 0;
 
   virtual void Clear() = 0;
 };
 
-}  // namespace kelvara::platform
+}  // namespace kelvara::capture

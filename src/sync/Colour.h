@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-namespace kelvara::platform {
+namespace kelvara::sync {
 
 /// A 24-bit colour, blue × 65536 + green × 256 + red.
 struct Colour {
@@ -15,4 +15,4 @@ struct Colour {
   friend constexpr bool operator==(Colour, Colour) = default;
 };
 
-}  // namespace kelvara::platform
+}  // namespace kelvara::sync

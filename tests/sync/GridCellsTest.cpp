@@ -1,27 +1,27 @@
-#include "platform/MemoryGrid.h"
+#include "sync/GridCells.h"
 
 #include <gtest/gtest.h>
 
 #include "support/Faults.h"
 
-namespace kelvara::platform {
+namespace kelvara::sync {
 namespace {
 
 using base::FaultKind;
 using test::FaultOf;
 
-TEST(MemoryGrid, StartsAsOneEmptyCell) {
-  const MemoryGrid grid;
+TEST(GridCells, StartsAsOneEmptyCell) {
+  const GridCells grid;
   EXPECT_EQ(grid.Rows(), 1);
   EXPECT_EQ(grid.Columns(), 1);
   EXPECT_EQ(grid.Text(0, 0), "");
-  EXPECT_FALSE(grid.IsCentred(0, 0));
-  EXPECT_EQ(grid.Background(0, 0), std::nullopt);
+  EXPECT_FALSE(grid.At(0, 0).centred);
+  EXPECT_EQ(grid.At(0, 0).background, std::nullopt);
   EXPECT_EQ(grid.ColumnWidth(0), 0);
 }
 
-TEST(MemoryGrid, RemembersWhatEachCellWasGiven) {
-  MemoryGrid grid;
+TEST(GridCells, RemembersWhatEachCellWasGiven) {
+  GridCells grid;
   grid.SetSize(2, 3);
   grid.SetText(1, 2, "-11");
   grid.SetCentred(0, 1);
@@ -30,16 +30,16 @@ TEST(MemoryGrid, RemembersWhatEachCellWasGiven) {
 
   EXPECT_EQ(grid.Text(1, 2), "-11");
   EXPECT_EQ(grid.Text(0, 2), "");
-  EXPECT_TRUE(grid.IsCentred(0, 1));
-  EXPECT_FALSE(grid.IsCentred(1, 1));
-  EXPECT_EQ(grid.Background(1, 0), Colour{0xC0C0C0});
-  EXPECT_EQ(grid.Background(0, 0), std::nullopt);
+  EXPECT_TRUE(grid.At(0, 1).centred);
+  EXPECT_FALSE(grid.At(1, 1).centred);
+  EXPECT_EQ(grid.At(1, 0).background, Colour{0xC0C0C0});
+  EXPECT_EQ(grid.At(0, 0).background, std::nullopt);
   EXPECT_EQ(grid.ColumnWidth(2), 550);
   EXPECT_EQ(grid.ColumnWidth(1), 0);
 }
 
-TEST(MemoryGrid, CellsThatStayInsideKeepWhatTheyHold) {
-  MemoryGrid grid;
+TEST(GridCells, CellsThatStayInsideKeepWhatTheyHold) {
+  GridCells grid;
   grid.SetSize(2, 2);
   grid.SetText(0, 0, "RPN");
   grid.SetText(1, 1, "x");
@@ -50,14 +50,14 @@ TEST(MemoryGrid, CellsThatStayInsideKeepWhatTheyHold) {
   grid.SetSize(4, 3);
   EXPECT_EQ(grid.Text(0, 0), "RPN");
   EXPECT_EQ(grid.Text(1, 1), "x");
-  EXPECT_TRUE(grid.IsCentred(1, 1));
-  EXPECT_EQ(grid.Background(1, 1), Colour{0xFFFFFF});
+  EXPECT_TRUE(grid.At(1, 1).centred);
+  EXPECT_EQ(grid.At(1, 1).background, Colour{0xFFFFFF});
   EXPECT_EQ(grid.ColumnWidth(1), 550);
   EXPECT_EQ(grid.Text(3, 2), "");
 }
 
-TEST(MemoryGrid, CellsThatWereCutOffComeBackEmpty) {
-  MemoryGrid grid;
+TEST(GridCells, CellsThatWereCutOffComeBackEmpty) {
+  GridCells grid;
   grid.SetSize(3, 3);
   grid.SetText(0, 2, "a");
   grid.SetText(2, 0, "b");
@@ -66,11 +66,11 @@ TEST(MemoryGrid, CellsThatWereCutOffComeBackEmpty) {
   grid.SetSize(3, 3);
   EXPECT_EQ(grid.Text(0, 2), "");
   EXPECT_EQ(grid.Text(2, 0), "");
-  EXPECT_EQ(grid.Background(2, 2), std::nullopt);
+  EXPECT_EQ(grid.At(2, 2).background, std::nullopt);
 }
 
-TEST(MemoryGrid, ACellOutsideTheGridIsASubscriptFault) {
-  MemoryGrid grid;
+TEST(GridCells, ACellOutsideTheGridIsASubscriptFault) {
+  GridCells grid;
   grid.SetSize(2, 3);
   EXPECT_EQ(FaultOf([&] { grid.SetText(2, 0, "x"); }), FaultKind::Subscript);
   EXPECT_EQ(FaultOf([&] { grid.SetText(0, 3, "x"); }), FaultKind::Subscript);
@@ -82,4 +82,4 @@ TEST(MemoryGrid, ACellOutsideTheGridIsASubscriptFault) {
 }
 
 }  // namespace
-}  // namespace kelvara::platform
+}  // namespace kelvara::sync

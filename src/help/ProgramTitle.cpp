@@ -1,6 +1,6 @@
-#include "platform/ProgramTitle.h"
+#include "help/ProgramTitle.h"
 
-namespace kelvara::platform {
+namespace kelvara::help {
 
 std::string ProgramVersion() {
   return std::to_string(KELVARA_VERSION_MAJOR) + "." + std::to_string(KELVARA_VERSION_MINOR) + "." +
@@ -11,4 +11,4 @@ std::string ProgramTitleAndVersion() {
   return std::string(kProgramTitle) + " v" + ProgramVersion();
 }
 
-}  // namespace kelvara::platform
+}  // namespace kelvara::help

@@ -1,8 +1,8 @@
-#include "platform/ProgramTitle.h"
+#include "help/ProgramTitle.h"
 
 #include <gtest/gtest.h>
 
-namespace kelvara::platform {
+namespace kelvara::help {
 namespace {
 
 TEST(ProgramTitle, IsKelvaraOnePointOnePointNought) {
@@ -12,4 +12,4 @@ TEST(ProgramTitle, IsKelvaraOnePointOnePointNought) {
 }
 
 }  // namespace
-}  // namespace kelvara::platform
+}  // namespace kelvara::help

@@ -4,17 +4,17 @@
 #include <string_view>
 
 #include "base/Fault.h"
-#include "platform/Beeper.h"
-#include "platform/ProgramSettings.h"
+#include "platform/Desktop.h"
 
-namespace kelvara::platform {
+namespace kelvara::capture {
 
 /// The file names that the dialogs remember between runs: of the last capture and of the last
 /// report. Each is an empty text until one was saved. A name that cannot be kept is one beep: the
 /// dialog's work, which is done by then, goes on.
 class LastFilenames {
  public:
-  LastFilenames(ProgramSettings settings, Beeper& beeper) : settings_(settings), beeper_(beeper) {}
+  explicit LastFilenames(const platform::Desktop& desktop)
+      : settings_(desktop.settings), beeper_(desktop.beeper) {}
 
   /// The last capture file. Its folder is also where the report and the export start to look.
   std::string GetLastFilename() const { return settings_.Read(kLastFileKey, ""); }
@@ -36,8 +36,8 @@ class LastFilenames {
     }
   }
 
-  ProgramSettings settings_;
-  Beeper& beeper_;
+  platform::SettingsStore& settings_;
+  platform::Beeper& beeper_;
 };
 
-}  // namespace kelvara::platform
+}  // namespace kelvara::capture

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "QuietControls.h"
+#include "platform/Machine.h"
+#include "platform/qt/QtClock.h"
+#include "platform/qt/QtDateFormat.h"
+#include "platform/qt/QtFileSystem.h"
+
+namespace kelvara::bench {
+
+/// A machine of the real clock, dates and files that is otherwise quiet.
+struct QuietMachine {
+  qt::QtClock clock;
+  qt::QtDateFormat dateFormat;
+  qt::QtFileSystem fileSystem;
+  QuietBeeper beeper;
+  QuietMessageBoxes messageBoxes;
+  QuietEventPump events;
+  platform::Machine machine{.clock = clock,
+                            .dateFormat = dateFormat,
+                            .fileSystem = fileSystem,
+                            .beeper = beeper,
+                            .messageBoxes = messageBoxes,
+                            .events = events};
+};
+
+}  // namespace kelvara::bench

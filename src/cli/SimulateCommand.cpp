@@ -88,9 +88,10 @@ void Serve(sim::Beltpack& beltpack, sim::BeltpackTerminal& terminal, bool takesC
   sim::ControlLines control(beltpack);
   PrintDeviceName(terminal);
   while (true) {
-    std::array<pollfd, 3> waits{{{stopPipe[0], POLLIN, 0},
+    std::array<pollfd, 4> waits{{{stopPipe[0], POLLIN, 0},
                                  {takesControl ? STDIN_FILENO : -1, POLLIN, 0},
-                                 {terminal.Descriptor(), POLLIN, 0}}};
+                                 {terminal.Descriptor(), POLLIN, 0},
+                                 {terminal.HandlesDescriptor(), POLLIN, 0}}};
     if (poll(waits.data(), waits.size(), SleepMs(beltpack, stopwatch.Ms())) < 0) {
       continue;
     }

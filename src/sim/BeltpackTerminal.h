@@ -22,6 +22,7 @@ class BeltpackTerminal {
   /// As the terminal's.
   const std::string& DeviceName() const { return terminal_.DeviceName(); }
   int Descriptor() const { return terminal_.Descriptor(); }
+  int HandlesDescriptor() const { return terminal_.HandlesDescriptor(); }
 
  private:
   Beltpack& beltpack_;

@@ -1,7 +1,7 @@
 #include "sim/PseudoTerminal.h"
 
 #include <fcntl.h>
-#include <termios.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <array>
@@ -46,51 +46,62 @@ void PseudoTerminal::Open() {
 
 void PseudoTerminal::Close() {
   RemoveLink();
+  handles_.Unwatch();
   CloseEnd(far_);
   CloseEnd(near_);
   deviceName_.clear();
 }
 
 std::string PseudoTerminal::Read() {
+  constexpr int kOwnHandle = 1;
+  if (handles_.TakeClosing() && handles_.Count() <= kOwnHandle) {
+    MakeFresh();
+  }
   std::array<char, 4096> piece{};
   const ssize_t got = IsOpen() ? read(near_, piece.data(), piece.size()) : 0;
   return got > 0 ? std::string(piece.data(), static_cast<std::size_t>(got)) : std::string();
 }
 
-void PseudoTerminal::Write(std::string_view bytes) {
-  while (IsOpen() && !bytes.empty()) {
-    const ssize_t written = write(near_, bytes.data(), bytes.size());
+std::size_t PseudoTerminal::Write(std::string_view bytes) {
+  std::size_t taken = 0;
+  while (IsOpen() && taken < bytes.size()) {
+    const ssize_t written = write(near_, bytes.data() + taken, bytes.size() - taken);
     if (written > 0) {
-      bytes.remove_prefix(static_cast<std::size_t>(written));
+      taken += static_cast<std::size_t>(written);
     } else if (written == 0 || errno != EINTR) {
       break;
     }
   }
+  return taken;
 }
 
 void PseudoTerminal::OpenEnds() {
   near_ = posix_openpt(O_RDWR | O_NOCTTY);
-  if (near_ < 0 || grantpt(near_) != 0 || unlockpt(near_) != 0) {
-    ThrowPortFault("open", errno);
-  }
-  if (fcntl(near_, F_SETFL, O_NONBLOCK) != 0 || fcntl(near_, F_SETFD, FD_CLOEXEC) != 0) {
-    ThrowPortFault("set up", errno);
-  }
-  const char* const name = ptsname(near_);
+  const char* const name = near_ < 0 || grantpt(near_) != 0 ? nullptr : ptsname(near_);
   if (name == nullptr) {
-    ThrowPortFault("name", errno);
+    ThrowPortFault("open", errno);
   }
   deviceName_ = name;
-  far_ = open(name, O_RDWR | O_NOCTTY | O_CLOEXEC);
-  termios settings{};
-  if (far_ < 0 || tcgetattr(far_, &settings) != 0) {
+  // While it is locked no program can open it uncounted.
+  handles_.Watch(deviceName_);
+  if (unlockpt(near_) != 0) {
     ThrowPortFault("open", errno);
   }
-  cfmakeraw(&settings);
-  cfsetspeed(&settings, B19200);
-  if (tcsetattr(far_, TCSANOW, &settings) != 0) {
+  far_ = open(name, O_RDWR | O_NOCTTY | O_CLOEXEC);
+  if (far_ < 0 || tcgetattr(far_, &lineSettings_) != 0) {
+    ThrowPortFault("open", errno);
+  }
+  cfmakeraw(&lineSettings_);
+  cfsetspeed(&lineSettings_, B19200);
+  if (fcntl(near_, F_SETFL, O_NONBLOCK) != 0 || fcntl(near_, F_SETFD, FD_CLOEXEC) != 0 ||
+      !MakeFresh()) {
     ThrowPortFault("set up", errno);
   }
+}
+
+bool PseudoTerminal::MakeFresh() {
+  return tcsetattr(far_, TCSANOW, &lineSettings_) == 0 && tcflow(far_, TCOON) == 0 &&
+         tcflush(far_, TCIFLUSH) == 0 && ioctl(far_, TIOCNXCL) == 0;
 }
 
 void PseudoTerminal::MakeLink() {

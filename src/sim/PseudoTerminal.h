@@ -1,14 +1,24 @@
 #pragma once
 
+#include <termios.h>
+
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <utility>
+
+#include "sim/DeviceHandles.h"
 
 namespace kelvara::sim {
 
 /// A pseudo-terminal that other programs open as a serial port: its near end is read and written
 /// here, its far end is a device with a name, and with a symbolic link to it if one is asked for.
 /// The far end neither echoes nor changes anything.
+///
+/// Like a serial line, it is fresh for the next program when no program has the device open any
+/// more: exclusive mode, line settings, a stopped output and input that was not read are gone, even
+/// if the last program was killed. A pseudo-terminal by itself keeps them, and an exclusive mode
+/// whose program is dead locks out every ordinary user.
 class PseudoTerminal {
  public:
   /// Opens nothing yet. An empty path means no link.
@@ -35,16 +45,21 @@ class PseudoTerminal {
   /// The near end, to wait for input with; -1 while closed.
   int Descriptor() const { return near_; }
 
+  /// Becomes readable when a program has opened or closed the device, for `Read` to take note of;
+  /// -1 while closed.
+  int HandlesDescriptor() const { return handles_.Descriptor(); }
+
   /// Bytes that have been written to the device, up to a few thousand at a time; none when there
-  /// are none. Never waits.
+  /// are none. Makes the device fresh when the last program has left it. Never waits.
   std::string Read();
 
   /// Writes what the device has room for and never waits; what it has no room for is lost, as on a
-  /// line whose end nobody reads.
-  void Write(std::string_view bytes);
+  /// line whose end nobody reads. Returns how many bytes the device took.
+  std::size_t Write(std::string_view bytes);
 
  private:
   void OpenEnds();
+  bool MakeFresh();
   void MakeLink();
   void RemoveLink();
   bool IsLinkOurs() const;
@@ -52,8 +67,11 @@ class PseudoTerminal {
   std::string linkPath_;
   std::string deviceName_;
   int near_ = -1;
-  /// Held so that the near end sees no hang-up while no other program has the device open.
+  /// Held so that the near end sees no hang-up while no other program has the device open, and
+  /// because an exclusive device can be freed only through a handle that is open already.
   int far_ = -1;
+  DeviceHandles handles_;
+  termios lineSettings_{};
   bool hasLink_ = false;
 };
 

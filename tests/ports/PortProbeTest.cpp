@@ -125,6 +125,7 @@ TEST_F(PortProbeTest, PortOfAKilledProgramIsFreeAgain) {
   ASSERT_EQ(session.ReadLine(), "");
   EXPECT_NE(FaultOfOpening(port_), "");
   session.Kill();
+  terminal_.ReadAll();
   EXPECT_EQ(ProbePort(terminal_.Device()).state, PortState::Free);
   EXPECT_EQ(FaultOfOpening(port_), "");
 }

@@ -1,6 +1,13 @@
 #include "sim/PseudoTerminal.h"
 
 #include <gtest/gtest.h>
+#include <sys/file.h>
+#include <sys/ioctl.h>
+#include <sys/wait.h>
+#include <termios.h>
+
+#include <array>
+#include <csignal>
 
 #include "sim/TerminalUser.h"
 #include "support/Faults.h"
@@ -66,6 +73,92 @@ TEST_F(PseudoTerminalTest, UsersMayComeAndGo) {
     terminal.Write("ok");
     EXPECT_EQ(user.Take(), "ok");
   }
+}
+
+/// What a program can leave on a device, and what the next one finds there.
+struct LineState {
+  explicit LineState(const TerminalUser& user) {
+    ::ioctl(user.Descriptor(), TIOCGEXCL, &exclusive);
+    ::tcgetattr(user.Descriptor(), &settings);
+    isLocked = ::flock(user.Descriptor(), LOCK_EX | LOCK_NB) != 0;
+  }
+
+  bool operator==(const LineState& other) const {
+    return exclusive == other.exclusive && isLocked == other.isLocked &&
+           settings.c_iflag == other.settings.c_iflag &&
+           settings.c_oflag == other.settings.c_oflag &&
+           settings.c_cflag == other.settings.c_cflag &&
+           settings.c_lflag == other.settings.c_lflag &&
+           std::equal(std::begin(settings.c_cc), std::end(settings.c_cc),
+                      std::begin(other.settings.c_cc));
+  }
+
+  int exclusive = 0;
+  bool isLocked = false;
+  termios settings{};
+};
+
+/// Takes the device for itself and leaves nothing as it was.
+void Seize(const TerminalUser& user) {
+  termios settings{};
+  ::tcgetattr(user.Descriptor(), &settings);
+  settings.c_iflag |= ICRNL | IXON;
+  settings.c_oflag |= OPOST | ONLCR;
+  settings.c_cflag |= PARENB | CSTOPB | CRTSCTS;
+  settings.c_lflag |= ICANON | ECHO | ISIG;
+  settings.c_cc[VMIN] = 7;
+  ::cfsetspeed(&settings, B4800);
+  EXPECT_EQ(::tcsetattr(user.Descriptor(), TCSANOW, &settings), 0);
+  EXPECT_EQ(::flock(user.Descriptor(), LOCK_EX | LOCK_NB), 0);
+  EXPECT_EQ(::ioctl(user.Descriptor(), TIOCEXCL), 0);
+  EXPECT_EQ(::tcflow(user.Descriptor(), TCOOFF), 0);
+}
+
+/// Not 0 while the device refuses every further ordinary user.
+int ExclusiveMode(const TerminalUser& user) {
+  int exclusive = 0;
+  ::ioctl(user.Descriptor(), TIOCGEXCL, &exclusive);
+  return exclusive;
+}
+
+TEST_F(PseudoTerminalTest, IsFreshAgainWhenTheLastProgramIsKilled) {
+  PseudoTerminal terminal;
+  terminal.Open();
+  const LineState fresh{TerminalUser(terminal.DeviceName())};
+  terminal.Write("nobody reads this\r");
+  const pid_t program = ::fork();
+  if (program == 0) {
+    const TerminalUser user(terminal.DeviceName());
+    test::WaitForInput(user.Descriptor());
+    Seize(user);
+    ::raise(SIGKILL);
+  }
+  ASSERT_EQ(::waitpid(program, nullptr, 0), program);
+  EXPECT_TRUE(test::WaitForInput(terminal.HandlesDescriptor()));
+  terminal.Read();
+  // Before this, an ordinary user could not open it.
+  const TerminalUser next(terminal.DeviceName());
+  ASSERT_TRUE(next.IsOpen());
+  EXPECT_TRUE(LineState(next) == fresh);
+  EXPECT_EQ(next.Take(), "");
+  ASSERT_TRUE(next.Send("cho\r"));
+  ASSERT_TRUE(test::WaitForInput(terminal.Descriptor()));
+  EXPECT_EQ(terminal.Read(), "cho\r");
+}
+
+TEST_F(PseudoTerminalTest, KeepsWhatAProgramSetAsLongAsOneHasItOpen) {
+  PseudoTerminal terminal;
+  terminal.Open();
+  const TerminalUser first(terminal.DeviceName());
+  {
+    const TerminalUser second(terminal.DeviceName());
+    const TerminalUser third(terminal.DeviceName());
+    Seize(first);
+  }
+  terminal.Write("answer\n");
+  terminal.Read();
+  EXPECT_NE(ExclusiveMode(first), 0);
+  EXPECT_EQ(first.Take(), "answer\n");
 }
 
 TEST_F(PseudoTerminalTest, WritingNeverWaitsAndWhatDoesNotFitIsLost) {

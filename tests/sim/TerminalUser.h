@@ -27,6 +27,8 @@ class TerminalUser {
 
   bool IsOpen() const { return descriptor_ >= 0; }
 
+  int Descriptor() const { return descriptor_; }
+
   bool Send(std::string_view text) const {
     return write(descriptor_, text.data(), text.size()) == static_cast<ssize_t>(text.size());
   }

@@ -1,56 +1,49 @@
 #pragma once
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <termios.h>
-#include <unistd.h>
 
-#include <array>
-#include <cstdlib>
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <utility>
+
+#include "sim/PseudoTerminal.h"
 
 namespace kelvara::test {
 
-/// A pseudo-terminal: the program under test opens its device, the test sits at the other end.
+/// A pseudo-terminal: the program under test opens its device, the test sits at the other end. The
+/// device begins as a terminal for typing, so that what a port needs otherwise it has to set.
 class PseudoTerminal {
  public:
-  PseudoTerminal() : handle_(::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC)) {
-    std::array<char, 64> name{};
-    if (handle_ < 0 || ::grantpt(handle_) != 0 || ::unlockpt(handle_) != 0 ||
-        ::ptsname_r(handle_, name.data(), name.size()) != 0) {
+  PseudoTerminal() {
+    terminal_.Open();
+    device_ = terminal_.DeviceName();
+    struct termios settings = LineSettings();
+    settings.c_iflag |= ICRNL | IXON;
+    settings.c_oflag |= OPOST | ONLCR;
+    settings.c_lflag |= ICANON | ECHO | ISIG | IEXTEN;
+    if (::cfsetspeed(&settings, B38400) != 0 ||
+        ::tcsetattr(terminal_.Descriptor(), TCSANOW, &settings) != 0) {
       throw std::runtime_error("no pseudo-terminal");
     }
-    device_ = name.data();
   }
-  ~PseudoTerminal() { HangUp(); }
   PseudoTerminal(const PseudoTerminal&) = delete;
   PseudoTerminal& operator=(const PseudoTerminal&) = delete;
 
   const std::string& Device() const { return device_; }
 
   /// Lets the device vanish, as a pulled adapter does.
-  void HangUp() {
-    if (handle_ >= 0) {
-      ::close(std::exchange(handle_, -1));
-    }
-  }
+  void HangUp() { terminal_.Close(); }
 
   /// Sends text to the device; returns how many bytes the system took.
-  std::size_t Write(std::string_view text) {
-    const ssize_t written = ::write(handle_, text.data(), text.size());
-    return written < 0 ? 0 : static_cast<std::size_t>(written);
-  }
+  std::size_t Write(std::string_view text) { return terminal_.Write(text); }
 
-  /// What was written to the device and has not been read here.
+  /// What was written to the device and has not been read here. As a side effect the terminal lets
+  /// go of what a program left that has ended.
   std::string ReadAll() {
     std::string text;
-    std::array<char, 4096> piece{};
-    ssize_t got = 0;
-    while ((got = ::read(handle_, piece.data(), piece.size())) > 0) {
-      text.append(piece.data(), static_cast<std::size_t>(got));
+    for (std::string piece = terminal_.Read(); !piece.empty(); piece = terminal_.Read()) {
+      text += piece;
     }
     return text;
   }
@@ -58,7 +51,7 @@ class PseudoTerminal {
   /// The line settings of the device.
   struct termios LineSettings() const {
     struct termios settings {};
-    ::tcgetattr(handle_, &settings);
+    ::tcgetattr(terminal_.Descriptor(), &settings);
     return settings;
   }
 
@@ -68,7 +61,7 @@ class PseudoTerminal {
   }
 
  private:
-  int handle_;
+  sim::PseudoTerminal terminal_;
   std::string device_;
 };
 

@@ -201,12 +201,12 @@ TEST_F(HeldPortTest, IsHeldWithoutALockFileToo) {
 }
 
 TEST_F(HeldPortTest, IsFreeAgainWhenTheRecordIsKilled) {
-  const PseudoTerminal terminal;
-  Process first(WithStatusLine(Request({"record", "--port", terminal.Device()})));
+  const SimulatedBeltpack beltpack(Request({"simulate"}));
+  Process first(WithStatusLine(Request({"record", "--port", beltpack.Device()})));
   ASSERT_TRUE(first.WaitForErrors("Attempting To Connect"));
   first.Signal(SIGKILL);
   EXPECT_EQ(first.Finish().signal, SIGKILL);
-  EXPECT_EQ(Output({"record", "--port", terminal.Device(), "--for", "0.2"}),
+  EXPECT_EQ(Output({"record", "--port", beltpack.Device(), "--for", "0.2"}),
             "Reports: 0\nAAs: 0\n");
 }
 

@@ -21,7 +21,7 @@
 #include "platform/widgets/QtDesktop.h"
 #include "platform/widgets/QtFileChooser.h"
 #include "platform/widgets/QtMessageBoxes.h"
-#include "ports/PortDescription.h"
+#include "ports/PortDevice.h"
 #include "ports/PortTable.h"
 #include "ports/QtSerialPort.h"
 #include "sim/DemoSerialPort.h"

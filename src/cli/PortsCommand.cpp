@@ -6,7 +6,7 @@
 #include "help/ProgramTitle.h"
 #include "link/ComPort.h"
 #include "platform/qt/QtSettingsStore.h"
-#include "ports/PortProbe.h"
+#include "ports/PortDevice.h"
 #include "ports/PortTable.h"
 
 namespace kelvara::cli {
@@ -32,7 +32,7 @@ ExitCode PortsCommand::Run() {
   std::vector<std::string> obstacles;
   for (int port = 1; port <= platform::kLastComPort; ++port) {
     const std::string device = table.DeviceOf(port);
-    const ports::PortFinding finding = ports::ProbePort(device);
+    const ports::PortFinding finding = ports::LookAt(device);
     const std::string name = "COM" + std::to_string(port);
     std::cout << name << ' ' << device << ' ' << (finding.IsPresent() ? "present" : "absent")
               << '\n';

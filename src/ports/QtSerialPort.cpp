@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "base/Fault.h"
-#include "ports/PortProbe.h"
 
 namespace kelvara::ports {
 namespace {
@@ -71,8 +70,8 @@ void QtSerialPort::SetOpen(bool open) {
 void QtSerialPort::OpenDevice() {
   const std::string device = FollowLinks(deviceName_);
   auto lock = std::make_unique<PortLock>(device);
-  if (lock->State() != PortState::Free) {
-    ThrowCannotOpen(deviceName_, ports::ReasonOf(lock->State(), device));
+  if (lock->Finding().state != PortState::Free) {
+    ThrowCannotOpen(deviceName_, lock->Finding().reason);
   }
   const QSignalBlocker failureIsThrown(device_);
   device_.setPortName(QFile::decodeName(device.c_str()));

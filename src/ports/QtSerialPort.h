@@ -5,7 +5,7 @@
 
 #include "platform/PortSettings.h"
 #include "platform/SerialPort.h"
-#include "ports/PortLock.h"
+#include "ports/PortDevice.h"
 #include "ports/PortTable.h"
 
 namespace kelvara::ports {

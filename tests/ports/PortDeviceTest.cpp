@@ -1,4 +1,4 @@
-#include "ports/PortProbe.h"
+#include "ports/PortDevice.h"
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
@@ -8,16 +8,15 @@
 
 #include <QFile>
 
-#include "ports/PortDescription.h"
 #include "ports/PortFixture.h"
-#include "ports/PortHolder.h"
 #include "support/ChildProcess.h"
 
 namespace kelvara::test {
 namespace {
 
+using ports::LookAt;
 using ports::PortState;
-using ports::ProbePort;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
 
@@ -27,7 +26,7 @@ TEST_F(PortTest, DescribesThePortThatThisProgramHasOpenWithoutALockFile) {
             terminal_.Device() + ": open now, in this program.");
 }
 
-class PortProbeTest : public PortTest {
+class PortDeviceTest : public PortTest {
  protected:
   /// What a second process is told that opens COM1 while this one is as it is.
   std::string FaultOfSecondOpener(RunAs user) {
@@ -39,10 +38,10 @@ class PortProbeTest : public PortTest {
         user);
   }
 
-  std::string ProbedBySecond(RunAs user) {
+  std::string SeenBySecond(RunAs user) {
     return ReportOfChild(
         [this](const auto& report) {
-          const ports::PortFinding finding = ProbePort(terminal_.Device());
+          const ports::PortFinding finding = LookAt(terminal_.Device());
           report((finding.IsPresent() ? "present: " : "absent: ") + finding.reason);
         },
         user);
@@ -61,8 +60,8 @@ class PortProbeTest : public PortTest {
   std::string Here() const { return "cannot open \"" + terminal_.Device() + "\": "; }
 };
 
-TEST_F(PortProbeTest, FreeDeviceHasNoReason) {
-  const ports::PortFinding finding = ProbePort(terminal_.Device());
+TEST_F(PortDeviceTest, FreeDeviceHasNoReason) {
+  const ports::PortFinding finding = LookAt(terminal_.Device());
   EXPECT_EQ(finding.state, PortState::Free);
   EXPECT_TRUE(finding.IsPresent());
   EXPECT_EQ(finding.reason, "");
@@ -70,67 +69,67 @@ TEST_F(PortProbeTest, FreeDeviceHasNoReason) {
   EXPECT_EQ(FaultOfOpening(port_), "");
 }
 
-TEST_F(PortProbeTest, NamesWhatIsNoPort) {
-  EXPECT_EQ(ProbePort("/dev/no-such-device").state, PortState::Absent);
-  EXPECT_EQ(ProbePort("/dev/no-such-device").reason, "there is no such device");
-  EXPECT_EQ(ProbePort("/dev/null/serial").state, PortState::Absent);
+TEST_F(PortDeviceTest, NamesWhatIsNoPort) {
+  EXPECT_EQ(LookAt("/dev/no-such-device").state, PortState::Absent);
+  EXPECT_EQ(LookAt("/dev/no-such-device").reason, "there is no such device");
+  EXPECT_EQ(LookAt("/dev/null/serial").state, PortState::Absent);
   const std::string dangling = folder_.filePath("link").toStdString();
   ASSERT_TRUE(QFile::link("/dev/no-such-device", folder_.filePath("link")));
-  EXPECT_EQ(ProbePort(dangling).state, PortState::Absent);
+  EXPECT_EQ(LookAt(dangling).state, PortState::Absent);
   for (const std::string& other :
        {std::string("/dev/null"), folder_.path().toStdString(), std::string("/etc/passwd")}) {
-    EXPECT_EQ(ProbePort(other).state, PortState::NotAPort) << other;
-    EXPECT_EQ(ProbePort(other).reason, "it is not a serial port");
+    EXPECT_EQ(LookAt(other).state, PortState::NotAPort) << other;
+    EXPECT_EQ(LookAt(other).reason, "it is not a serial port");
   }
 }
 
-TEST_F(PortProbeTest, OwnPortIsSaidToBeOpenHere) {
+TEST_F(PortDeviceTest, OwnPortIsSaidToBeOpenHere) {
   Open();
-  EXPECT_EQ(ProbePort(terminal_.Device()).state, PortState::HeldHere);
-  EXPECT_EQ(ProbePort(terminal_.Device()).reason, "this program has it open");
+  EXPECT_EQ(LookAt(terminal_.Device()).state, PortState::HeldHere);
+  EXPECT_EQ(LookAt(terminal_.Device()).reason, "this program has it open");
   ports::QtSerialPort second(table_);
   EXPECT_EQ(FaultOfOpening(second), Here() + "this program has it open");
   EXPECT_TRUE(port_.HasDevice());
 }
 
-TEST_F(PortProbeTest, SecondProgramIsToldThatThePortIsInUse) {
+TEST_F(PortDeviceTest, SecondProgramIsToldThatThePortIsInUse) {
   terminal_.OpenToEveryone();
   Open();
   for (const RunAs user : {RunAs::Same, RunAs::Nobody}) {
     EXPECT_THAT(FaultOfSecondOpener(user), StartsWith(Here() + "in use by another program"));
-    EXPECT_THAT(ProbedBySecond(user), StartsWith("present: in use by another program"));
+    EXPECT_THAT(SeenBySecond(user), StartsWith("present: in use by another program"));
   }
   port_.SetOpen(false);
   for (const RunAs user : {RunAs::Same, RunAs::Nobody}) {
     EXPECT_EQ(FaultOfSecondOpener(user), "");
-    EXPECT_EQ(ProbedBySecond(user), "present: ");
+    EXPECT_EQ(SeenBySecond(user), "present: ");
   }
 }
 
-TEST_F(PortProbeTest, RunningSessionIsNotDisturbed) {
+TEST_F(PortDeviceTest, RunningSessionIsNotDisturbed) {
   terminal_.OpenToEveryone();
   ChildProcess session(Session(), RunAs::Nobody);
   ASSERT_EQ(session.ReadLine(), "");
   terminal_.Write("waiting");
   const std::string holder = "process " + std::to_string(session.Id());
   EXPECT_THAT(FaultOfOpening(port_), HasSubstr(holder));
-  EXPECT_THAT(ProbePort(terminal_.Device()).reason, HasSubstr(holder));
+  EXPECT_THAT(LookAt(terminal_.Device()).reason, HasSubstr(holder));
   const struct termios line = terminal_.LineSettings();
   EXPECT_EQ(cfgetospeed(&line), tcflag_t{B57600});
 }
 
-TEST_F(PortProbeTest, PortOfAKilledProgramIsFreeAgain) {
+TEST_F(PortDeviceTest, PortOfAKilledProgramIsFreeAgain) {
   terminal_.OpenToEveryone();
   ChildProcess session(Session());
   ASSERT_EQ(session.ReadLine(), "");
   EXPECT_NE(FaultOfOpening(port_), "");
   session.Kill();
   terminal_.ReadAll();
-  EXPECT_EQ(ProbePort(terminal_.Device()).state, PortState::Free);
+  EXPECT_EQ(LookAt(terminal_.Device()).state, PortState::Free);
   EXPECT_EQ(FaultOfOpening(port_), "");
 }
 
-TEST_F(PortProbeTest, DeviceLockOfAnotherProgramIsSeen) {
+TEST_F(PortDeviceTest, DeviceLockOfAnotherProgramIsSeen) {
   const ChildProcess::Work lockDevice = [this](const auto& report) {
     const int device = ::open(terminal_.Device().c_str(), O_RDWR | O_NOCTTY);
     report(::flock(device, LOCK_EX | LOCK_NB) == 0 ? "" : "no lock");
@@ -139,19 +138,19 @@ TEST_F(PortProbeTest, DeviceLockOfAnotherProgramIsSeen) {
   ChildProcess other(lockDevice);
   ASSERT_EQ(other.ReadLine(), "");
   EXPECT_EQ(FaultOfOpening(port_), Here() + "in use by another program");
-  EXPECT_EQ(ProbePort(terminal_.Device()).reason, "in use by another program");
+  EXPECT_EQ(LookAt(terminal_.Device()).reason, "in use by another program");
 }
 
-TEST_F(PortProbeTest, ExclusiveModeOfAnotherProgramIsSeen) {
+TEST_F(PortDeviceTest, ExclusiveModeOfAnotherProgramIsSeen) {
   terminal_.OpenToEveryone();
   const int device = ::open(terminal_.Device().c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
   ASSERT_EQ(::ioctl(device, TIOCEXCL), 0);
   EXPECT_EQ(FaultOfSecondOpener(RunAs::Nobody), Here() + "in use by another program");
-  EXPECT_EQ(ProbedBySecond(RunAs::Nobody), "present: in use by another program");
+  EXPECT_EQ(SeenBySecond(RunAs::Nobody), "present: in use by another program");
   ::close(device);
 }
 
-TEST_F(PortProbeTest, LockFileOfARunningProgramIsSeen) {
+TEST_F(PortDeviceTest, LockFileOfARunningProgramIsSeen) {
   QString name = QString::fromStdString(terminal_.Device()).mid(5).replace('/', '_');
   QFile lockFile("/var/lock/LCK.." + name);
   if (!lockFile.open(QIODevice::WriteOnly)) {
@@ -163,26 +162,27 @@ TEST_F(PortProbeTest, LockFileOfARunningProgramIsSeen) {
     lockFile.write(text.c_str());
     lockFile.flush();
   };
+  const auto reason = [this] { return LookAt(terminal_.Device()).reason; };
   write("         1\n");
-  EXPECT_EQ(ports::HolderOf(terminal_.Device()), std::optional<long>(1));
+  EXPECT_THAT(reason(), EndsWith(", process 1)"));
   EXPECT_THAT(FaultOfOpening(port_), StartsWith(Here() + "in use by another program ("));
   // Its program has died, and the number was given away since.
   write("1\nanother-program\nhere\n");
-  EXPECT_EQ(ports::HolderOf(terminal_.Device()), std::nullopt);
+  EXPECT_EQ(reason(), "");
   write("no number\n");
-  EXPECT_EQ(ports::HolderOf(terminal_.Device()), std::nullopt);
+  EXPECT_EQ(reason(), "");
   pid_t gone = 0;
   {
     ChildProcess child([](const auto&) {});
     gone = child.Id();
   }
   write(std::to_string(gone) + "\n");
-  EXPECT_EQ(ports::HolderOf(terminal_.Device()), std::nullopt);
+  EXPECT_EQ(reason(), "");
   lockFile.remove();
   EXPECT_EQ(FaultOfOpening(port_), "");
 }
 
-TEST_F(PortProbeTest, MissingPermissionNamesWhoHasIt) {
+TEST_F(PortDeviceTest, MissingPermissionNamesWhoHasIt) {
   if (::getuid() != 0) {
     GTEST_SKIP() << "only the superuser can give a device away";
   }
@@ -190,10 +190,10 @@ TEST_F(PortProbeTest, MissingPermissionNamesWhoHasIt) {
   ASSERT_EQ(::chmod(terminal_.Device().c_str(), 0660), 0);
   EXPECT_EQ(FaultOfSecondOpener(RunAs::Nobody),
             Here() + "no permission; members of the group \"root\" have it");
-  EXPECT_EQ(ProbedBySecond(RunAs::Nobody),
+  EXPECT_EQ(SeenBySecond(RunAs::Nobody),
             "present: no permission; members of the group \"root\" have it");
   ASSERT_EQ(::chmod(terminal_.Device().c_str(), 0600), 0);
-  EXPECT_EQ(ProbedBySecond(RunAs::Nobody), "present: no permission; only the user \"root\" has it");
+  EXPECT_EQ(SeenBySecond(RunAs::Nobody), "present: no permission; only the user \"root\" has it");
 }
 
 }  // namespace

@@ -1,0 +1,108 @@
+#include "ports/PortDevice.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include "base/Fault.h"
+
+namespace kelvara::ports {
+namespace {
+
+constexpr const char* kOpenHere = "open now, in this program.";
+
+std::string NoPermissionReason(const std::string& device) {
+  const QFileInfo info(QFile::decodeName(device.c_str()));
+  std::string reason = "no permission";
+  constexpr QFile::Permissions kGroupMay = QFile::ReadGroup | QFile::WriteGroup;
+  if (!info.group().isEmpty() && (info.permissions() & kGroupMay) == kGroupMay) {
+    reason += "; members of the group \"";
+    reason += info.group().toStdString();
+    reason += "\" have it";
+  } else if (!info.owner().isEmpty()) {
+    reason += "; only the user \"";
+    reason += info.owner().toStdString();
+    reason += "\" has it";
+  }
+  return reason;
+}
+
+std::string HeldElsewhereReason(const std::string& holder) {
+  std::string reason = "in use by another program";
+  if (!holder.empty()) {
+    reason += " (";
+    reason += holder;
+    reason += ")";
+  }
+  return reason;
+}
+
+std::string ReasonOf(PortState state, const std::string& device, const std::string& holder) {
+  switch (state) {
+    case PortState::Free:
+      return "";
+    case PortState::Absent:
+      return "there is no such device";
+    case PortState::NotAPort:
+      return "it is not a serial port";
+    case PortState::NoPermission:
+      return NoPermissionReason(device);
+    case PortState::HeldHere:
+      return "this program has it open";
+    case PortState::HeldElsewhere:
+      return HeldElsewhereReason(holder);
+    case PortState::Dead:
+      break;
+  }
+  return "no serial hardware answers behind it";
+}
+
+/// What helps where a device cannot be opened.
+std::string Advice(PortState state) {
+  switch (state) {
+    case PortState::Absent:
+      return "Plug the adapter in, or choose another port.";
+    case PortState::NotAPort:
+    case PortState::Dead:
+      return "Choose another port.";
+    case PortState::NoPermission:
+      return "Have the user given access, then log in again.";
+    case PortState::HeldElsewhere:
+      return "End the other program first.";
+    case PortState::Free:
+    case PortState::HeldHere:
+      break;
+  }
+  return {};
+}
+
+}  // namespace
+
+PortFinding FindingOf(PortState state, const std::string& device, const std::string& holder) {
+  return {state, ReasonOf(state, device, holder)};
+}
+
+PortFinding LookAt(const std::string& device) { return PortLock(FollowLinks(device)).Finding(); }
+
+std::string DescribePort(const PortTable& ports, int port, const std::string& openDevice) {
+  try {
+    const std::string device = ports.DeviceOf(port);
+    std::string text = device;
+    text += ": ";
+    if (!openDevice.empty() && FollowLinks(device) == FollowLinks(openDevice)) {
+      return text + kOpenHere;
+    }
+    const PortFinding finding = LookAt(device);
+    if (finding.state == PortState::Free) {
+      text += "ready to be opened.";
+    } else if (finding.state == PortState::HeldHere) {
+      text += kOpenHere;
+    } else {
+      text += finding.reason + ". " + Advice(finding.state);
+    }
+    return text;
+  } catch (const base::Fault& fault) {
+    return fault.what();
+  }
+}
+
+}  // namespace kelvara::ports

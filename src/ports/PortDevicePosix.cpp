@@ -1,0 +1,128 @@
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <charconv>
+#include <filesystem>
+#include <fstream>
+#include <optional>
+
+#include "platform/qt/Trimmed.h"
+#include "ports/PortDevice.h"
+
+namespace kelvara::ports {
+namespace {
+
+/// The next line of a file without the blanks around it; empty at its end.
+std::string NextLine(std::istream& file) {
+  std::string line;
+  std::getline(file, line);
+  return std::string(qt::Trimmed(line));
+}
+
+/// The program's name as the system keeps it, cut to 15 characters, or empty.
+std::string ProgramOf(pid_t process) {
+  std::ifstream file("/proc/" + std::to_string(process) + "/comm");
+  return NextLine(file);
+}
+
+bool IsRunning(pid_t process) { return ::kill(process, 0) == 0 || errno == EPERM; }
+
+/// "NAME, process NUMBER", or "process NUMBER" where the name is not known.
+std::string NameOfProcess(pid_t process) {
+  std::string text = ProgramOf(process);
+  text += text.empty() ? "process " : ", process ";
+  text += std::to_string(process);
+  return text;
+}
+
+/// The process that holds a device by its lock file (LCK..NAME, as serial programs leave them in
+/// the machine's lock folder), or nothing when there is no such file or its process is gone.
+std::optional<pid_t> LockFileHolder(const std::string& device) {
+  constexpr std::string_view kDevices = "/dev/";
+  if (!device.starts_with(kDevices)) {
+    return std::nullopt;
+  }
+  std::string name = device.substr(kDevices.size());
+  std::replace(name.begin(), name.end(), '/', '_');
+  std::ifstream file("/var/lock/LCK.." + name);
+  const std::string number = NextLine(file);
+  pid_t process = 0;
+  const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), process);
+  if (error != std::errc() || end != number.data() + number.size() || process <= 0 ||
+      !IsRunning(process)) {
+    return std::nullopt;
+  }
+  // Many programs write their name too. Another name tells that the holder died and its number went
+  // to a process that has nothing to do with the port.
+  const std::string program = NextLine(file);
+  if (!program.empty() && !program.starts_with(ProgramOf(process))) {
+    return std::nullopt;
+  }
+  return process;
+}
+
+PortState StateOfError(int error) {
+  switch (error) {
+    case EACCES:
+    case EPERM:
+      return PortState::NoPermission;
+    case EBUSY:
+    case EWOULDBLOCK:
+      return PortState::HeldElsewhere;
+    case ENOENT:
+    case ENOTDIR:
+    case ENXIO:
+    case ENODEV:
+    case ELOOP:
+      return PortState::Absent;
+    case ENOTTY:
+      return PortState::NotAPort;
+    default:
+      return PortState::Dead;
+  }
+}
+
+}  // namespace
+
+PortLock::~PortLock() {
+  if (handle_ >= 0) {
+    ::close(handle_);
+  }
+}
+
+PortFinding PortLock::Take(const std::string& device) {
+  struct stat status {};
+  if (::stat(device.c_str(), &status) != 0) {
+    return FindingOf(StateOfError(errno), device);
+  }
+  if (!S_ISCHR(status.st_mode)) {
+    return FindingOf(PortState::NotAPort, device);
+  }
+  if (const std::optional<pid_t> holder = LockFileHolder(device)) {
+    return *holder == ::getpid()
+               ? FindingOf(PortState::HeldHere, device)
+               : FindingOf(PortState::HeldElsewhere, device, NameOfProcess(*holder));
+  }
+  handle_ = ::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+  // A built-in port that the machine does not have can be opened, but not asked.
+  struct termios settings {};
+  if (handle_ < 0 || ::flock(handle_, LOCK_EX | LOCK_NB) != 0 ||
+      ::tcgetattr(handle_, &settings) != 0) {
+    return FindingOf(StateOfError(errno), device);
+  }
+  return FindingOf(PortState::Free, device);
+}
+
+std::string FollowLinks(const std::string& device) {
+  std::error_code error;
+  const std::filesystem::path followed = std::filesystem::canonical(device, error);
+  return error ? device : followed.string();
+}
+
+}  // namespace kelvara::ports

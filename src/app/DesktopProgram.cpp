@@ -21,7 +21,6 @@
 #include "platform/widgets/QtDesktop.h"
 #include "platform/widgets/QtFileChooser.h"
 #include "platform/widgets/QtMessageBoxes.h"
-#include "ports/PortDevice.h"
 #include "ports/PortTable.h"
 #include "ports/QtSerialPort.h"
 #include "sim/DemoSerialPort.h"
@@ -76,12 +75,9 @@ int RunDesktopProgram(const DesktopOptions& options) {
       documentOpener,
       options.demo ? static_cast<platform::SettingsStore&>(demoSettings) : storedSettings,
       qt::ToText(QDir::toNativeSeparators(QCoreApplication::applicationDirPath()))};
-  FrmMain window(desktop, options.demo ? static_cast<platform::SerialPort&>(demoPort) : machinePort,
-                 [&](int port) {
-                   return options.demo
-                              ? DescribeDemoPort(port)
-                              : ports::DescribePort(ports, port, machinePort.OpenDeviceName());
-                 });
+  FrmMain window(
+      desktop, options.demo ? static_cast<platform::SerialPort&>(demoPort) : machinePort,
+      [&](int port) { return options.demo ? DescribeDemoPort(port) : machinePort.Describe(port); });
   if (options.testReport) {
     window.Live().Display().GetDisplaySettings();
     return window.TestReport() ? 0 : 1;

@@ -3,12 +3,8 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include "base/Fault.h"
-
 namespace kelvara::ports {
 namespace {
-
-constexpr const char* kOpenHere = "open now, in this program.";
 
 std::string NoPermissionReason(const std::string& device) {
   const QFileInfo info(QFile::decodeName(device.c_str()));
@@ -81,28 +77,14 @@ PortFinding FindingOf(PortState state, const std::string& device, const std::str
   return {state, ReasonOf(state, device, holder)};
 }
 
-PortFinding LookAt(const std::string& device) { return PortLock(FollowLinks(device)).Finding(); }
-
-std::string DescribePort(const PortTable& ports, int port, const std::string& openDevice) {
-  try {
-    const std::string device = ports.DeviceOf(port);
-    std::string text = device;
-    text += ": ";
-    if (!openDevice.empty() && FollowLinks(device) == FollowLinks(openDevice)) {
-      return text + kOpenHere;
-    }
-    const PortFinding finding = LookAt(device);
-    if (finding.state == PortState::Free) {
-      text += "ready to be opened.";
-    } else if (finding.state == PortState::HeldHere) {
-      text += kOpenHere;
-    } else {
-      text += finding.reason + ". " + Advice(finding.state);
-    }
-    return text;
-  } catch (const base::Fault& fault) {
-    return fault.what();
+std::string PortFinding::Description() const {
+  if (state == PortState::Free) {
+    return "ready to be opened.";
   }
+  if (state == PortState::HeldHere) {
+    return "open now, in this program.";
+  }
+  return reason + ". " + Advice(state);
 }
 
 }  // namespace kelvara::ports

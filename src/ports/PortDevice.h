@@ -2,8 +2,6 @@
 
 #include <string>
 
-#include "ports/PortTable.h"
-
 namespace kelvara::ports {
 
 /// How a device stands to a program that wants to open it as its serial port.
@@ -24,21 +22,21 @@ struct PortFinding {
   std::string reason;
 
   bool IsPresent() const { return state != PortState::Absent; }
+
+  /// What the user is told before choosing the device: that it can be opened, or why not and what
+  /// to do.
+  std::string Description() const;
 };
 
 /// A state with its reason. `holder` is the program that has the device open elsewhere, as text,
 /// or empty where it is not known.
 PortFinding FindingOf(PortState state, const std::string& device, const std::string& holder = {});
 
-/// Finds out whether a device can be opened, and why not. A session that runs on it, this program's
-/// or another's, is not disturbed; a device that nobody has open is opened for a moment, which
-/// raises its control lines as every opening does.
+/// Finds out whether a device can be opened, and why not, without opening it: opening moves the
+/// control lines, and what is connected may take that for a command. Two things only an opening
+/// shows: that no hardware is behind a name, and that a program has the device in exclusive mode
+/// that left neither a lock file nor a lock on the device itself.
 PortFinding LookAt(const std::string& device);
-
-/// What the user is told of a port before it is chosen: the device it stands for and whether that
-/// can be opened; if not, why and what to do. `openDevice`: the device that this program has open,
-/// or an empty text.
-std::string DescribePort(const PortTable& ports, int port, const std::string& openDevice);
 
 /// The device that a name stands for after all links, or the name itself where that leads nowhere.
 std::string FollowLinks(const std::string& device);

@@ -2,15 +2,20 @@
 #include <signal.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <termios.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <charconv>
+#include <cstdint>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <optional>
+#include <sstream>
 
 #include "platform/qt/Trimmed.h"
 #include "ports/PortDevice.h"
@@ -67,6 +72,45 @@ std::optional<pid_t> LockFileHolder(const std::string& device) {
   return process;
 }
 
+/// The process that holds an advisory lock on a device, as `PortLock` does, or nothing.
+std::optional<pid_t> DeviceLockHolder(const struct stat& status) {
+  std::array<char, 64> wanted{};
+  std::snprintf(wanted.data(), wanted.size(), "%02x:%02x:%ju", major(status.st_dev),
+                minor(status.st_dev), static_cast<std::uintmax_t>(status.st_ino));
+  std::ifstream locks("/proc/locks");
+  for (std::string line; std::getline(locks, line);) {
+    std::istringstream fields(line);
+    std::string number;
+    std::string kind;
+    std::string manner;
+    std::string access;
+    pid_t process = 0;
+    std::string file;
+    if (fields >> number >> kind >> manner >> access >> process >> file && kind == "FLOCK" &&
+        file == wanted.data()) {
+      return process;
+    }
+  }
+  return std::nullopt;
+}
+
+PortFinding HeldBy(pid_t process, const std::string& device) {
+  return process == ::getpid()
+             ? FindingOf(PortState::HeldHere, device)
+             : FindingOf(PortState::HeldElsewhere, device, NameOfProcess(process));
+}
+
+/// Whether the system counts a character device among others than the terminals, to which serial
+/// ports belong. Pseudo-terminals are in no such count.
+bool IsOtherKind(const struct stat& status) {
+  std::error_code error;
+  const std::filesystem::path kind =
+      std::filesystem::read_symlink("/sys/dev/char/" + std::to_string(major(status.st_rdev)) + ":" +
+                                        std::to_string(minor(status.st_rdev)) + "/subsystem",
+                                    error);
+  return !error && kind.filename() != "tty";
+}
+
 PortState StateOfError(int error) {
   switch (error) {
     case EACCES:
@@ -90,6 +134,27 @@ PortState StateOfError(int error) {
 
 }  // namespace
 
+PortFinding LookAt(const std::string& device) {
+  const std::string followed = FollowLinks(device);
+  struct stat status {};
+  if (::stat(followed.c_str(), &status) != 0) {
+    return FindingOf(StateOfError(errno), followed);
+  }
+  if (!S_ISCHR(status.st_mode) || IsOtherKind(status)) {
+    return FindingOf(PortState::NotAPort, followed);
+  }
+  if (const std::optional<pid_t> holder = LockFileHolder(followed)) {
+    return HeldBy(*holder, followed);
+  }
+  if (::faccessat(AT_FDCWD, followed.c_str(), R_OK | W_OK, AT_EACCESS) != 0) {
+    return FindingOf(StateOfError(errno), followed);
+  }
+  if (const std::optional<pid_t> holder = DeviceLockHolder(status)) {
+    return HeldBy(*holder, followed);
+  }
+  return FindingOf(PortState::Free, followed);
+}
+
 PortLock::~PortLock() {
   if (handle_ >= 0) {
     ::close(handle_);
@@ -97,17 +162,9 @@ PortLock::~PortLock() {
 }
 
 PortFinding PortLock::Take(const std::string& device) {
-  struct stat status {};
-  if (::stat(device.c_str(), &status) != 0) {
-    return FindingOf(StateOfError(errno), device);
-  }
-  if (!S_ISCHR(status.st_mode)) {
-    return FindingOf(PortState::NotAPort, device);
-  }
-  if (const std::optional<pid_t> holder = LockFileHolder(device)) {
-    return *holder == ::getpid()
-               ? FindingOf(PortState::HeldHere, device)
-               : FindingOf(PortState::HeldElsewhere, device, NameOfProcess(*holder));
+  PortFinding finding = LookAt(device);
+  if (finding.state != PortState::Free) {
+    return finding;
   }
   handle_ = ::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
   // A built-in port that the machine does not have can be opened, but not asked.
@@ -116,7 +173,7 @@ PortFinding PortLock::Take(const std::string& device) {
       ::tcgetattr(handle_, &settings) != 0) {
     return FindingOf(StateOfError(errno), device);
   }
-  return FindingOf(PortState::Free, device);
+  return finding;
 }
 
 std::string FollowLinks(const std::string& device) {

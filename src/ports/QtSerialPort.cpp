@@ -14,16 +14,14 @@ namespace {
 
 constexpr qint64 kOutputCharacters = 512;
 
-[[noreturn]] void ThrowCannotOpen(const std::string& name, const std::string& reason) {
-  throw base::Fault(base::FaultKind::Port, "cannot open \"" + name + "\": " + reason);
-}
-
-std::string ReasonOf(const QSerialPort& device) {
+/// Why a device that could be locked could not be opened after all.
+PortFinding FindingOf(const QSerialPort& device) {
   if (device.error() == QSerialPort::PermissionError) {
     // The device itself could be opened: it is the lock file that is not to be had.
-    return "in use by another program, or one that died left its lock file behind";
+    return {PortState::HeldElsewhere,
+            "in use by another program, or one that died left its lock file behind"};
   }
-  return device.errorString().toStdString();
+  return {PortState::Dead, device.errorString().toStdString()};
 }
 
 }  // namespace
@@ -71,7 +69,7 @@ void QtSerialPort::OpenDevice() {
   const std::string device = FollowLinks(deviceName_);
   auto lock = std::make_unique<PortLock>(device);
   if (lock->Finding().state != PortState::Free) {
-    ThrowCannotOpen(deviceName_, lock->Finding().reason);
+    Refuse(device, lock->Finding());
   }
   const QSignalBlocker failureIsThrown(device_);
   device_.setPortName(QFile::decodeName(device.c_str()));
@@ -81,11 +79,35 @@ void QtSerialPort::OpenDevice() {
   device_.setStopBits(QSerialPort::OneStop);
   device_.setFlowControl(QSerialPort::NoFlowControl);
   if (!device_.open(QIODevice::ReadWrite)) {
-    ThrowCannotOpen(deviceName_, ReasonOf(device_));
+    Refuse(device, FindingOf(device_));
   }
   lock_ = std::move(lock);
+  refusedDevice_.clear();
   if (break_) {
     device_.setBreakEnabled(true);
+  }
+}
+
+void QtSerialPort::Refuse(const std::string& device, PortFinding finding) {
+  refusedDevice_ = LookAt(device).state == PortState::Free ? device : std::string();
+  refusal_ = std::move(finding);
+  throw base::Fault(base::FaultKind::Port,
+                    "cannot open \"" + deviceName_ + "\": " + refusal_.reason);
+}
+
+std::string QtSerialPort::Describe(int port) const {
+  try {
+    const std::string name = ports_.DeviceOf(port);
+    const std::string device = FollowLinks(name);
+    PortFinding finding = LookAt(device);
+    if (HasDevice() && device == FollowLinks(deviceName_)) {
+      finding.state = PortState::HeldHere;
+    } else if (finding.state == PortState::Free && device == refusedDevice_) {
+      finding = refusal_;
+    }
+    return name + ": " + finding.Description();
+  } catch (const base::Fault& fault) {
+    return fault.what();
   }
 }
 

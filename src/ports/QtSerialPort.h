@@ -58,11 +58,14 @@ class QtSerialPort : public platform::SerialPort {
   /// Whether the device of an open port is there.
   bool HasDevice() const { return lock_ != nullptr; }
 
-  /// The name of the device that is open, or an empty text.
-  std::string OpenDeviceName() const { return HasDevice() ? deviceName_ : std::string(); }
+  /// What the user is told of a port before it is chosen: the device it stands for and whether that
+  /// can be opened; if not, why and what to do. Opens nothing. Why the last opening failed is told
+  /// until the next one, where a look does not show it.
+  std::string Describe(int port) const;
 
  private:
   void OpenDevice();
+  [[noreturn]] void Refuse(const std::string& device, PortFinding finding);
   void CloseDevice();
   void TakeError(QSerialPort::SerialPortError error);
   void TakeArrival();
@@ -75,6 +78,9 @@ class QtSerialPort : public platform::SerialPort {
   bool open_ = false;
   bool break_ = false;
   std::string deviceName_;
+  // The device whose opening failed for a reason that no look shows, and the reason.
+  std::string refusedDevice_;
+  PortFinding refusal_;
   // Held exactly while the device is open.
   std::unique_ptr<PortLock> lock_;
   // What a device that failed had received and the program has not taken.

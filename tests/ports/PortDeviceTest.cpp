@@ -10,6 +10,7 @@
 
 #include "ports/PortFixture.h"
 #include "support/ChildProcess.h"
+#include "support/DeviceOpenings.h"
 
 namespace kelvara::test {
 namespace {
@@ -19,12 +20,6 @@ using ports::PortState;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
-
-TEST_F(PortTest, DescribesThePortThatThisProgramHasOpenWithoutALockFile) {
-  EXPECT_EQ(ports::DescribePort(table_, 1, ""), terminal_.Device() + ": ready to be opened.");
-  EXPECT_EQ(ports::DescribePort(table_, 1, terminal_.Device()),
-            terminal_.Device() + ": open now, in this program.");
-}
 
 class PortDeviceTest : public PortTest {
  protected:
@@ -67,6 +62,36 @@ TEST_F(PortDeviceTest, FreeDeviceHasNoReason) {
   EXPECT_EQ(finding.reason, "");
   // Looking took nothing.
   EXPECT_EQ(FaultOfOpening(port_), "");
+}
+
+TEST_F(PortDeviceTest, IsDescribedForTheUser) {
+  EXPECT_EQ(port_.Describe(1), terminal_.Device() + ": ready to be opened.");
+  table_.Assign({2, "/dev/no-such-device"});
+  EXPECT_EQ(port_.Describe(2),
+            "/dev/no-such-device: there is no such device. Plug the adapter in, or choose another "
+            "port.");
+  EXPECT_EQ(port_.Describe(13), "there is no port COM13; the ports are COM1 to COM12");
+  Open();
+  const QString link = folder_.filePath("link");
+  ASSERT_TRUE(QFile::link(QString::fromStdString(terminal_.Device()), link));
+  table_.Assign({3, link.toStdString()});
+  EXPECT_EQ(port_.Describe(1), terminal_.Device() + ": open now, in this program.");
+  EXPECT_EQ(port_.Describe(3), link.toStdString() + ": open now, in this program.");
+}
+
+TEST_F(PortDeviceTest, IsOpenedAtAnOpeningAndNowhereElse) {
+  const DeviceOpenings openings(terminal_.Device());
+  LookAt(terminal_.Device());
+  port_.Describe(1);
+  EXPECT_FALSE(openings.HasAny());
+  ChildProcess session(Session());
+  ASSERT_EQ(session.ReadLine(), "");
+  EXPECT_TRUE(openings.HasAny());
+  LookAt(terminal_.Device());
+  port_.Describe(1);
+  // An opening finds out as much without touching a session.
+  EXPECT_NE(FaultOfOpening(port_), "");
+  EXPECT_FALSE(openings.HasAny());
 }
 
 TEST_F(PortDeviceTest, NamesWhatIsNoPort) {
@@ -137,16 +162,32 @@ TEST_F(PortDeviceTest, DeviceLockOfAnotherProgramIsSeen) {
   };
   ChildProcess other(lockDevice);
   ASSERT_EQ(other.ReadLine(), "");
-  EXPECT_EQ(FaultOfOpening(port_), Here() + "in use by another program");
-  EXPECT_EQ(LookAt(terminal_.Device()).reason, "in use by another program");
+  const std::string holder = ", process " + std::to_string(other.Id()) + ")";
+  EXPECT_THAT(FaultOfOpening(port_), EndsWith(holder));
+  EXPECT_THAT(LookAt(terminal_.Device()).reason, EndsWith(holder));
 }
 
-TEST_F(PortDeviceTest, ExclusiveModeOfAnotherProgramIsSeen) {
+TEST_F(PortDeviceTest, ExclusiveModeOfAnotherProgramIsToldFromTheOpeningThatFailed) {
   terminal_.OpenToEveryone();
   const int device = ::open(terminal_.Device().c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
   ASSERT_EQ(::ioctl(device, TIOCEXCL), 0);
   EXPECT_EQ(FaultOfSecondOpener(RunAs::Nobody), Here() + "in use by another program");
-  EXPECT_EQ(SeenBySecond(RunAs::Nobody), "present: in use by another program");
+  const ChildProcess::Work describe = [&](const auto& report) {
+    ports::QtSerialPort second(table_);
+    report(second.Describe(1));
+    FaultOfOpening(second);
+    report(second.Describe(1));
+    ::ioctl(device, TIOCNXCL);
+    FaultOfOpening(second);
+    second.SetOpen(false);
+    report(second.Describe(1));
+  };
+  ChildProcess second(describe, RunAs::Nobody);
+  const std::string isReady = terminal_.Device() + ": ready to be opened.";
+  EXPECT_EQ(second.ReadLine(), isReady);
+  EXPECT_EQ(second.ReadLine(),
+            terminal_.Device() + ": in use by another program. End the other program first.");
+  EXPECT_EQ(second.ReadLine(), isReady);
   ::close(device);
 }
 

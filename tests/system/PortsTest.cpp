@@ -3,6 +3,7 @@
 #include <regex>
 #include <sstream>
 
+#include "support/DeviceOpenings.h"
 #include "support/PseudoTerminal.h"
 #include "system/CliTest.h"
 
@@ -88,6 +89,16 @@ TEST_F(PortsTest, ADeviceMayBeGivenForOneRun) {
   WriteSettings(".config", "[Ports]\nCOM1=/dev/one\n");
   EXPECT_EQ(Ports({"--com", "1=/dev/other"})[0], "COM1 /dev/other absent");
   EXPECT_EQ(Ports()[0], "COM1 /dev/one absent");
+}
+
+TEST_F(PortsTest, LookingOpensNoDevice) {
+  const PseudoTerminal terminal;
+  const DeviceOpenings openings(terminal.Device());
+  EXPECT_EQ(Ports({"--com", "1=" + terminal.Device()})[0],
+            "COM1 " + terminal.Device() + " present");
+  EXPECT_FALSE(openings.HasAny());
+  Output({"record", "--port", terminal.Device(), "--for", "0.1"});
+  EXPECT_TRUE(openings.HasAny());
 }
 
 TEST_F(PortsTest, LookingChangesNoSettings) {

@@ -32,7 +32,14 @@ std::string HeldElsewhereReason(const std::string& holder) {
   return reason;
 }
 
-std::string ReasonOf(PortState state, const std::string& device, const std::string& holder) {
+std::string LockLeftReason(const std::string& lockFile) {
+  std::string reason = "in the way is the lock file \"";
+  reason += lockFile;
+  reason += "\", left behind by a program that is gone; remove it";
+  return reason;
+}
+
+std::string ReasonOf(PortState state, const std::string& device, const std::string& detail) {
   switch (state) {
     case PortState::Free:
       return "";
@@ -45,14 +52,16 @@ std::string ReasonOf(PortState state, const std::string& device, const std::stri
     case PortState::HeldHere:
       return "this program has it open";
     case PortState::HeldElsewhere:
-      return HeldElsewhereReason(holder);
+      return HeldElsewhereReason(detail);
+    case PortState::LockLeft:
+      return LockLeftReason(detail);
     case PortState::Dead:
       break;
   }
   return "no serial hardware answers behind it";
 }
 
-/// What helps where a device cannot be opened.
+/// What helps where a device cannot be opened; empty where the reason says it.
 std::string Advice(PortState state) {
   switch (state) {
     case PortState::Absent:
@@ -64,6 +73,7 @@ std::string Advice(PortState state) {
       return "Have the user given access, then log in again.";
     case PortState::HeldElsewhere:
       return "End the other program first.";
+    case PortState::LockLeft:
     case PortState::Free:
     case PortState::HeldHere:
       break;
@@ -73,8 +83,8 @@ std::string Advice(PortState state) {
 
 }  // namespace
 
-PortFinding FindingOf(PortState state, const std::string& device, const std::string& holder) {
-  return {state, ReasonOf(state, device, holder)};
+PortFinding FindingOf(PortState state, const std::string& device, const std::string& detail) {
+  return {state, ReasonOf(state, device, detail)};
 }
 
 std::string PortFinding::Description() const {
@@ -84,7 +94,8 @@ std::string PortFinding::Description() const {
   if (state == PortState::HeldHere) {
     return "open now, in this program.";
   }
-  return reason + ". " + Advice(state);
+  const std::string advice = Advice(state);
+  return advice.empty() ? reason + "." : reason + ". " + advice;
 }
 
 }  // namespace kelvara::ports

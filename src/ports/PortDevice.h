@@ -12,6 +12,7 @@ enum class PortState {
   NoPermission,   ///< The user may not open it.
   HeldHere,       ///< This program has it open.
   HeldElsewhere,  ///< Another program has it open for itself alone.
+  LockLeft,       ///< A program that is gone left a lock file that this user may not remove.
   Dead,           ///< The system knows the name, but no hardware answers behind it.
 };
 
@@ -28,9 +29,9 @@ struct PortFinding {
   std::string Description() const;
 };
 
-/// A state with its reason. `holder` is the program that has the device open elsewhere, as text,
-/// or empty where it is not known.
-PortFinding FindingOf(PortState state, const std::string& device, const std::string& holder = {});
+/// A state with its reason. `detail`: of `HeldElsewhere` the program that has the device open, or
+/// empty where it is not known; of `LockLeft` the lock file.
+PortFinding FindingOf(PortState state, const std::string& device, const std::string& detail = {});
 
 /// Finds out whether a device can be opened, and why not, without opening it: opening moves the
 /// control lines, and what is connected may take that for a command. Two things only an opening

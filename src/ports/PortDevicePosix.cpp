@@ -46,30 +46,60 @@ std::string NameOfProcess(pid_t process) {
   return text;
 }
 
-/// The process that holds a device by its lock file (LCK..NAME, as serial programs leave them in
-/// the machine's lock folder), or nothing when there is no such file or its process is gone.
-std::optional<pid_t> LockFileHolder(const std::string& device) {
+/// Where serial programs leave a device's lock file, or an empty path.
+std::string LockFileOf(const std::string& device) {
   constexpr std::string_view kDevices = "/dev/";
   if (!device.starts_with(kDevices)) {
-    return std::nullopt;
+    return {};
   }
   std::string name = device.substr(kDevices.size());
   std::replace(name.begin(), name.end(), '/', '_');
-  std::ifstream file("/var/lock/LCK.." + name);
+  return "/var/lock/LCK.." + name;
+}
+
+/// What is left of a lock file's process.
+enum class LockOwner { Unknown, Running, Gone };
+
+struct LockFile {
+  LockOwner owner = LockOwner::Unknown;
+  pid_t process = 0;
+};
+
+/// Reads a lock file; one that is not there or names no process has no known owner.
+LockFile ReadLockFile(const std::string& path) {
+  std::error_code error;
+  if (!std::filesystem::is_regular_file(path, error)) {
+    return {};
+  }
+  std::ifstream file(path);
   const std::string number = NextLine(file);
   pid_t process = 0;
-  const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), process);
-  if (error != std::errc() || end != number.data() + number.size() || process <= 0 ||
-      !IsRunning(process)) {
-    return std::nullopt;
+  const auto [end, failure] =
+      std::from_chars(number.data(), number.data() + number.size(), process);
+  if (failure != std::errc() || end != number.data() + number.size() || process <= 0) {
+    return {};
   }
   // Many programs write their name too. Another name tells that the holder died and its number went
   // to a process that has nothing to do with the port.
   const std::string program = NextLine(file);
-  if (!program.empty() && !program.starts_with(ProgramOf(process))) {
-    return std::nullopt;
+  const bool isRunning =
+      IsRunning(process) && (program.empty() || program.starts_with(ProgramOf(process)));
+  return {isRunning ? LockOwner::Running : LockOwner::Gone, process};
+}
+
+/// Whether this user may remove a lock file. Opening a port does that with one left behind.
+bool MayRemove(const std::string& path) {
+  const std::string folder = std::filesystem::path(path).parent_path();
+  struct stat file {};
+  struct stat parent {};
+  if (::stat(path.c_str(), &file) != 0 || ::stat(folder.c_str(), &parent) != 0 ||
+      ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0 ||
+      ::faccessat(AT_FDCWD, folder.c_str(), W_OK | X_OK, AT_EACCESS) != 0) {
+    return false;
   }
-  return process;
+  const uid_t user = ::geteuid();
+  return (parent.st_mode & S_ISVTX) == 0 || user == 0 || user == file.st_uid ||
+         user == parent.st_uid;
 }
 
 /// The process that holds an advisory lock on a device, as `PortLock` does, or nothing.
@@ -143,14 +173,19 @@ PortFinding LookAt(const std::string& device) {
   if (!S_ISCHR(status.st_mode) || IsOtherKind(status)) {
     return FindingOf(PortState::NotAPort, followed);
   }
-  if (const std::optional<pid_t> holder = LockFileHolder(followed)) {
-    return HeldBy(*holder, followed);
+  const std::string lockFile = LockFileOf(followed);
+  const LockFile lock = ReadLockFile(lockFile);
+  if (lock.owner == LockOwner::Running) {
+    return HeldBy(lock.process, followed);
   }
   if (::faccessat(AT_FDCWD, followed.c_str(), R_OK | W_OK, AT_EACCESS) != 0) {
     return FindingOf(StateOfError(errno), followed);
   }
   if (const std::optional<pid_t> holder = DeviceLockHolder(status)) {
     return HeldBy(*holder, followed);
+  }
+  if (lock.owner == LockOwner::Gone && !MayRemove(lockFile)) {
+    return FindingOf(PortState::LockLeft, followed, lockFile);
   }
   return FindingOf(PortState::Free, followed);
 }

@@ -32,7 +32,8 @@ TOLD = (
     ("messages.htm", "capture/DataCapture.cpp", r"k\w+Text = ", 2),
     ("messages.htm", "capture/DataCapture.cpp", r"PrintLogEntry\(", 4),
     # That this program has the port is told in other words by the window.
-    ("messages.htm", "ports/PortDevice.cpp", r"reason \+?= |return (?!\"this program)", 15),
+    ("messages.htm", "ports/PortDevice.cpp", r"reason \+?= |return (?!\"this program)", 17),
+    ("messages.htm", "ports/QtSerialPort.cpp", r"PortState::HeldElsewhere,\s+", 1),
     ("messages.htm", "link/FrmComSelect.cpp", r"return (?=\"No port)", 1),
     ("messages.htm", "help/HelpCommands.cpp", r"k\w*Failure\w* = ", 3),
     ("files.htm", "link/ComPort.h", KEY, 2),

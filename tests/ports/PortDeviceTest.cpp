@@ -191,36 +191,70 @@ TEST_F(PortDeviceTest, ExclusiveModeOfAnotherProgramIsToldFromTheOpeningThatFail
   ::close(device);
 }
 
-TEST_F(PortDeviceTest, LockFileOfARunningProgramIsSeen) {
-  QString name = QString::fromStdString(terminal_.Device()).mid(5).replace('/', '_');
-  QFile lockFile("/var/lock/LCK.." + name);
-  if (!lockFile.open(QIODevice::WriteOnly)) {
-    GTEST_SKIP() << "this user cannot write lock files";
+/// The lock file of COM1's device, written by hand.
+class LockFileTest : public PortDeviceTest {
+ protected:
+  void SetUp() override {
+    if (!file_.open(QIODevice::WriteOnly)) {
+      GTEST_SKIP() << "this user cannot write lock files";
+    }
   }
-  const auto write = [&](const std::string& text) {
-    lockFile.resize(0);
-    lockFile.seek(0);
-    lockFile.write(text.c_str());
-    lockFile.flush();
-  };
-  const auto reason = [this] { return LookAt(terminal_.Device()).reason; };
-  write("         1\n");
-  EXPECT_THAT(reason(), EndsWith(", process 1)"));
-  EXPECT_THAT(FaultOfOpening(port_), StartsWith(Here() + "in use by another program ("));
-  // Its program has died, and the number was given away since.
-  write("1\nanother-program\nhere\n");
-  EXPECT_EQ(reason(), "");
-  write("no number\n");
-  EXPECT_EQ(reason(), "");
-  pid_t gone = 0;
-  {
+  void TearDown() override {
+    port_.SetOpen(false);
+    file_.remove();
+  }
+
+  void Write(const std::string& text) {
+    file_.resize(0);
+    file_.seek(0);
+    file_.write(text.c_str());
+    file_.flush();
+  }
+
+  std::string Reason() const { return LookAt(terminal_.Device()).reason; }
+
+  static std::string GoneProcess() {
     ChildProcess child([](const auto&) {});
-    gone = child.Id();
+    return std::to_string(child.Id());
   }
-  write(std::to_string(gone) + "\n");
-  EXPECT_EQ(reason(), "");
-  lockFile.remove();
+
+  QFile file_{"/var/lock/LCK.." +
+              QString::fromStdString(terminal_.Device()).mid(5).replace('/', '_')};
+};
+
+TEST_F(LockFileTest, OfARunningProgramIsSeen) {
+  Write("         1\n");
+  EXPECT_THAT(Reason(), EndsWith(", process 1)"));
+  EXPECT_THAT(FaultOfOpening(port_), StartsWith(Here() + "in use by another program ("));
+}
+
+TEST_F(LockFileTest, OfAProgramThatIsGoneIsNoHindrance) {
+  // Its program has died, and the number was given away since.
+  Write("1\nanother-program\nhere\n");
+  EXPECT_EQ(Reason(), "");
+  Write("no number\n");
+  EXPECT_EQ(Reason(), "");
+  Write(GoneProcess() + "\n");
+  EXPECT_EQ(Reason(), "");
   EXPECT_EQ(FaultOfOpening(port_), "");
+}
+
+TEST_F(LockFileTest, ThatAnotherUserLeftBehindIsNamed) {
+  if (::getuid() != 0) {
+    GTEST_SKIP() << "only the superuser can be two users";
+  }
+  terminal_.OpenToEveryone();
+  const std::string reason = "in the way is the lock file \"" + file_.fileName().toStdString() +
+                             "\", left behind by a program that is gone; remove it";
+  for (const std::string& text : {GoneProcess() + "\n", std::string("1\nanother-program\n")}) {
+    Write(text);
+    EXPECT_EQ(SeenBySecond(RunAs::Nobody), "present: " + reason);
+    EXPECT_EQ(FaultOfSecondOpener(RunAs::Nobody), Here() + reason);
+  }
+  const ChildProcess::Work describe = [this](const auto& report) { report(port_.Describe(1)); };
+  EXPECT_EQ(ReportOfChild(describe, RunAs::Nobody), terminal_.Device() + ": " + reason + ".");
+  file_.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther | QFile::WriteOther);
+  EXPECT_EQ(SeenBySecond(RunAs::Nobody), "present: " + reason) << "the folder keeps it";
 }
 
 TEST_F(PortDeviceTest, MissingPermissionNamesWhoHasIt) {

@@ -1,6 +1,5 @@
 #include "cli/SimulateCommand.h"
 
-#include <fcntl.h>
 #include <poll.h>
 #include <unistd.h>
 
@@ -26,23 +25,6 @@
 
 namespace kelvara::cli {
 namespace {
-
-/// The pipe by which a signal wakes the loop: where to wait, where the signal writes.
-std::array<int, 2> stopPipe{-1, -1};
-
-void AskToStop(int /*signal*/) {
-  const int error = errno;
-  // A pipe too full to take it holds a request already.
-  [[maybe_unused]] const ssize_t written = write(stopPipe[1], "", 1);
-  errno = error;
-}
-
-void OpenStopPipe() {
-  if (pipe(stopPipe.data()) != 0) {
-    throw base::Fault(base::FaultKind::Port, "cannot open a pipe");
-  }
-  fcntl(stopPipe[1], F_SETFL, O_NONBLOCK);
-}
 
 /// Milliseconds since the simulation began.
 class Stopwatch {
@@ -84,11 +66,11 @@ void PrintDeviceName(const sim::BeltpackTerminal& terminal) {
 
 /// Answers until a signal, or the end of standard input where that is listened to.
 void Serve(sim::Beltpack& beltpack, sim::BeltpackTerminal& terminal, bool takesControl,
-           const Stopwatch& stopwatch) {
+           const Stopwatch& stopwatch, const posix::CaughtSignals& caughtSignals) {
   sim::ControlLines control(beltpack);
   PrintDeviceName(terminal);
   while (true) {
-    std::array<pollfd, 4> waits{{{stopPipe[0], POLLIN, 0},
+    std::array<pollfd, 4> waits{{{caughtSignals.Descriptor(), POLLIN, 0},
                                  {takesControl ? STDIN_FILENO : -1, POLLIN, 0},
                                  {terminal.Descriptor(), POLLIN, 0},
                                  {terminal.HandlesDescriptor(), POLLIN, 0}}};
@@ -172,11 +154,10 @@ ExitCode SimulateCommand::Run() {
         commandLog->Write(line);
       });
     }
-    OpenStopPipe();
-    const posix::CaughtSignals caughtSignals(AskToStop);
+    const posix::CaughtSignals caughtSignals;
     const Stopwatch stopwatch;
     sim::BeltpackTerminal terminal(beltpack, linkPath_);
-    Serve(beltpack, terminal, takesControl_, stopwatch);
+    Serve(beltpack, terminal, takesControl_, stopwatch, caughtSignals);
   } catch (const base::Fault& fault) {
     Complain(fault.what());
     return ExitCode::Failed;

@@ -1,20 +1,64 @@
 #include "platform/posix/CaughtSignals.h"
 
-namespace kelvara::posix {
+#include <fcntl.h>
+#include <unistd.h>
 
-CaughtSignals::CaughtSignals(Handler handler) {
+#include <cerrno>
+#include <cstddef>
+
+namespace kelvara::posix {
+namespace {
+
+volatile std::sig_atomic_t isCaught = 0;
+
+/// Where the event loop waits and where the handler writes: a handler may do little more.
+std::array<int, 2> wakeUp{-1, -1};
+
+void Catch(int signal) {
+  if (isCaught != 0) {
+    std::signal(signal, SIG_DFL);
+    std::raise(signal);
+    return;
+  }
+  isCaught = 1;
+  const int error = errno;
+  [[maybe_unused]] const auto written = ::write(wakeUp[1], "", 1);
+  errno = error;
+}
+
+}  // namespace
+
+CaughtSignals::CaughtSignals() {
+  if (::pipe(wakeUp.data()) != 0) {
+    wakeUp = {-1, -1};
+    return;
+  }
+  for (const int end : wakeUp) {
+    ::fcntl(end, F_SETFL, O_NONBLOCK);
+    ::fcntl(end, F_SETFD, FD_CLOEXEC);
+  }
+  isCaught = 0;
   for (std::size_t place = 0; place < kSignals.size(); ++place) {
     before_.at(place) = std::signal(kSignals.at(place), SIG_IGN);
     if (before_.at(place) != SIG_IGN) {
-      std::signal(kSignals.at(place), handler);
+      std::signal(kSignals.at(place), Catch);
     }
   }
 }
 
 CaughtSignals::~CaughtSignals() {
+  if (Descriptor() < 0) {
+    return;
+  }
   for (std::size_t place = 0; place < kSignals.size(); ++place) {
     std::signal(kSignals.at(place), before_.at(place));
   }
+  for (int& end : wakeUp) {
+    ::close(end);
+    end = -1;
+  }
 }
+
+int CaughtSignals::Descriptor() const { return wakeUp[0]; }
 
 }  // namespace kelvara::posix

@@ -19,8 +19,8 @@
 #include "platform/posix/CaughtSignals.h"
 #include "platform/qt/QtFileSystem.h"
 #include "sim/Beltpack.h"
-#include "sim/BeltpackTerminal.h"
 #include "sim/ControlLines.h"
+#include "sim/PseudoTerminal.h"
 #include "sim/SiteFile.h"
 
 namespace kelvara::cli {
@@ -60,12 +60,12 @@ bool TakeControl(sim::ControlLines& control) {
   return true;
 }
 
-void PrintDeviceName(const sim::BeltpackTerminal& terminal) {
+void PrintDeviceName(const sim::PseudoTerminal& terminal) {
   std::cout << terminal.DeviceName() << std::endl;
 }
 
 /// Answers until a signal, or the end of standard input where that is listened to.
-void Serve(sim::Beltpack& beltpack, sim::BeltpackTerminal& terminal, bool takesControl,
+void Serve(sim::Beltpack& beltpack, sim::PseudoTerminal& terminal, bool takesControl,
            const Stopwatch& stopwatch, const posix::CaughtSignals& caughtSignals) {
   sim::ControlLines control(beltpack);
   PrintDeviceName(terminal);
@@ -82,7 +82,7 @@ void Serve(sim::Beltpack& beltpack, sim::BeltpackTerminal& terminal, bool takesC
     if (!goesOn) {
       return;
     }
-    if (terminal.Serve(stopwatch.Ms())) {
+    if (sim::PassOn(beltpack, terminal, stopwatch.Ms())) {
       PrintDeviceName(terminal);
     }
   }
@@ -156,7 +156,8 @@ ExitCode SimulateCommand::Run() {
     }
     const posix::CaughtSignals caughtSignals;
     const Stopwatch stopwatch;
-    sim::BeltpackTerminal terminal(beltpack, linkPath_);
+    sim::PseudoTerminal terminal(linkPath_);
+    terminal.Open();
     Serve(beltpack, terminal, takesControl_, stopwatch, caughtSignals);
   } catch (const base::Fault& fault) {
     Complain(fault.what());

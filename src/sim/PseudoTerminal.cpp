@@ -135,4 +135,16 @@ bool PseudoTerminal::IsLinkOurs() const {
   return std::filesystem::read_symlink(linkPath_, error) == deviceName_;
 }
 
+bool PassOn(Beltpack& beltpack, PseudoTerminal& terminal, std::int64_t nowMs) {
+  beltpack.Receive(terminal.Read(), nowMs);
+  if (!beltpack.IsPresent(nowMs)) {
+    terminal.Close();
+    return false;
+  }
+  const bool isBack = !terminal.IsOpen();
+  terminal.Open();
+  terminal.Write(beltpack.TakeOutput(nowMs));
+  return isBack;
+}
+
 }  // namespace kelvara::sim

@@ -3,10 +3,12 @@
 #include <termios.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>
 
+#include "sim/Beltpack.h"
 #include "sim/DeviceHandles.h"
 
 namespace kelvara::sim {
@@ -74,5 +76,10 @@ class PseudoTerminal {
   termios lineSettings_{};
   bool hasLink_ = false;
 };
+
+/// Passes on what waits by now between a beltpack and the terminal that it is connected to, which
+/// is open just while the beltpack is present. True when the terminal has just come back. Faults as
+/// the terminal's when it cannot be brought back.
+bool PassOn(Beltpack& beltpack, PseudoTerminal& terminal, std::int64_t nowMs);
 
 }  // namespace kelvara::sim

@@ -1,18 +1,16 @@
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <optional>
-#include <sstream>
 #include <string>
 #include <string_view>
-#include <vector>
+#include <variant>
 
 #include "Expect.h"
 #include "base/Fault.h"
 #include "sim/SiteFile.h"
 #include "support/Doubles.h"
-#include "sync/SyncModel.h"
 
 namespace kelvara::test {
 namespace {
@@ -24,77 +22,7 @@ constexpr int kMaxLongRuns = 2;
 constexpr std::size_t kMostFileBytes = 65536;
 constexpr std::size_t kMostFaultBytes = 200;
 constexpr const char* kName = "hall.txt";
-constexpr std::array<int, 4> kMaxima{255, 15, 255, 2750};
-
-/// What a site's text is: a site, or a fault in a line; line 0 is the file as a whole.
-struct Reading {
-  sim::Site site;
-  std::optional<int> faultLine;
-};
-
-/// The number that a word is, in decimal digits; anything that no column has room for is -1.
-int PlainNumber(std::string word) {
-  const bool negative = word[0] == '-';
-  word.erase(0, negative ? 1 : 0);
-  if (word.empty() || word.find_first_not_of("0123456789") != std::string::npos) {
-    return -1;
-  }
-  word.erase(0, std::min(word.find_first_not_of('0'), word.size() - 1));
-  const int value = word.size() > 5 ? 99999 : std::stoi(word);
-  return negative && value != 0 ? -1 : value;
-}
-
-/// The words of a line, made by putting its characters one behind the other.
-std::vector<std::string> PlainWords(const std::string& line) {
-  std::vector<std::string> words(1);
-  for (const char character : line.substr(0, line.find('#'))) {
-    if (character == ' ' || character == '\t' || character == '\r') {
-      words.emplace_back();
-    } else {
-      words.back() += character;
-    }
-  }
-  std::erase(words, std::string());
-  return words;
-}
-
-bool IsGoodAntenna(const std::vector<std::string>& words, const sim::Site& earlier) {
-  if (words.size() != kMaxima.size() || earlier.size() == sync::kMaxAas) {
-    return false;
-  }
-  for (std::size_t column = 0; column < kMaxima.size(); ++column) {
-    const int value = PlainNumber(words[column]);
-    if (value < 0 || value > kMaxima[column]) {
-      return false;
-    }
-  }
-  return std::none_of(earlier.begin(), earlier.end(), [&](const sim::Antenna& antenna) {
-    return antenna.rpn == PlainNumber(words[0]);
-  });
-}
-
-/// The rules of a site file said a second time.
-Reading ReadPlainly(const std::string& text) {
-  Reading reading;
-  std::istringstream lines(text);
-  std::string line;
-  for (int number = 1; std::getline(lines, line); ++number) {
-    const std::vector<std::string> words = PlainWords(line);
-    if (words.empty()) {
-      continue;
-    }
-    if (!IsGoodAntenna(words, reading.site)) {
-      reading.faultLine = number;
-      return reading;
-    }
-    reading.site.push_back({PlainNumber(words[0]), PlainNumber(words[1]), PlainNumber(words[2]),
-                            PlainNumber(words[3])});
-  }
-  if (reading.site.empty()) {
-    reading.faultLine = 0;
-  }
-  return reading;
-}
+constexpr std::size_t kMostAntennas = 51;
 
 /// A site as text, in the columns of its file, with something between them.
 std::string Printed(const sim::Site& site, const std::string& gap, const std::string& lineEnd) {
@@ -106,35 +34,71 @@ std::string Printed(const sim::Site& site, const std::string& gap, const std::st
   return text;
 }
 
-std::string LineName(int line) {
-  std::string name = "\"";
-  name += kName;
-  name += line == 0 ? "\": " : "\", line " + std::to_string(line) + ": ";
-  return name;
+/// The site that a text describes, or the text of the fault.
+std::variant<sim::Site, std::string> Parse(const std::string& text) {
+  try {
+    return sim::ParseSite(text, kName);
+  } catch (const base::Fault& fault) {
+    Expect(fault.Kind() == base::FaultKind::File, "what is no site is a file fault");
+    return std::string(fault.what());
+  }
 }
 
-void CheckFault(const base::Fault& fault, std::optional<int> line) {
-  const std::string text = fault.what();
-  Expect(fault.Kind() == base::FaultKind::File, "what is no site is a file fault");
-  Expect(line.has_value(), "a good site is read");
-  Expect(text.starts_with(LineName(*line)), "a fault names the file and the line");
-  Expect(text.size() <= kMostFaultBytes, "a fault is short");
-  Expect(std::all_of(text.begin(), text.end(),
+void CheckSite(const sim::Site& site) {
+  Expect(!site.empty() && site.size() <= kMostAntennas, "a site has 1 to 51 antennas");
+  for (auto antenna = site.begin(); antenna != site.end(); ++antenna) {
+    Expect(antenna->rpn >= 0 && antenna->rpn <= sim::kMaxRpn, "an RPN has two digits");
+    Expect(antenna->fps >= 0 && antenna->fps <= sim::kMaxFps, "an FPS has one digit");
+    Expect(antenna->fpn >= 0 && antenna->fpn <= sim::kMaxFpn, "an FPN has two digits");
+    Expect(antenna->cableMetres >= 0 && antenna->cableMetres <= sim::kMaxCableMetres,
+           "a cable is within the limit");
+    Expect(std::none_of(site.begin(), antenna,
+                        [&](const sim::Antenna& earlier) { return earlier.rpn == antenna->rpn; }),
+           "an RPN is given once");
+  }
+  Expect(sim::ParseSite(Printed(site, " ", "\n"), kName) == site, "a printed site comes back");
+  Expect(sim::ParseSite(Printed(site, "\t ", " # x\r\n"), kName) == site,
+         "a site comes back whatever is around its numbers");
+}
+
+/// The first so many lines of a text.
+std::string FirstLines(const std::string& text, int count) {
+  std::size_t end = 0;
+  for (int line = 0; line < count; ++line) {
+    const std::size_t lineFeed = text.find('\n', end);
+    Expect(lineFeed != std::string::npos, "a fault names a line of the file");
+    end = lineFeed + 1;
+  }
+  return text.substr(0, end);
+}
+
+void CheckFault(const std::string& fault, const std::string& text) {
+  Expect(fault.size() <= kMostFaultBytes, "a fault is short");
+  Expect(std::all_of(fault.begin(), fault.end(),
                      [](char character) { return character >= ' ' && character <= '~'; }),
          "a fault does nothing to a terminal");
+  const std::string file = "\"" + std::string(kName) + "\"";
+  Expect(fault.starts_with(file), "a fault names the file");
+  const std::string lineBefore = file + ", line ";
+  if (!fault.starts_with(lineBefore)) {
+    Expect(sim::ParseSite(text + "\n1 2 3 4\n", kName).size() == 1,
+           "a fault without a line is that of a file without antennas");
+    return;
+  }
+  const int line = std::atoi(fault.c_str() + lineBefore.size());
+  Expect(line > 0, "lines are counted from 1");
+  const auto before = Parse(FirstLines(text, line - 1));
+  Expect(std::holds_alternative<sim::Site>(before) ||
+             !std::get<std::string>(before).starts_with(lineBefore),
+         "the first wrong line is named");
 }
 
 void CheckParsing(const std::string& text) {
-  const Reading expected = ReadPlainly(text);
-  try {
-    const sim::Site site = sim::ParseSite(text, kName);
-    Expect(!expected.faultLine, "what is no site is refused");
-    Expect(site == expected.site, "a site is what its file says");
-    Expect(sim::ParseSite(Printed(site, " ", "\n"), kName) == site, "a printed site comes back");
-    Expect(sim::ParseSite(Printed(site, "\t ", " # x\r\n"), kName) == site,
-           "a site comes back whatever stands around its numbers");
-  } catch (const base::Fault& fault) {
-    CheckFault(fault, expected.faultLine);
+  const auto parsed = Parse(text);
+  if (const auto* const site = std::get_if<sim::Site>(&parsed)) {
+    CheckSite(*site);
+  } else {
+    CheckFault(std::get<std::string>(parsed), text);
   }
 }
 
@@ -153,10 +117,11 @@ void CheckReading(const std::string& text) {
     Expect(!read && fault.ends_with("is too large to be a site file"), "a large file is refused");
     return;
   }
-  try {
-    Expect(sim::ParseSite(text, kName) == read, "a file is read as its text is");
-  } catch (const base::Fault& thrown) {
-    Expect(!read && fault == thrown.what(), "a file is refused as its text is");
+  const auto parsed = Parse(text);
+  if (const auto* const site = std::get_if<sim::Site>(&parsed)) {
+    Expect(*site == read, "a file is read as its text is");
+  } else {
+    Expect(!read && fault == std::get<std::string>(parsed), "a file is refused as its text is");
   }
 }
 

@@ -1,10 +1,8 @@
 #include "report/RememberedFields.h"
 
-#include <algorithm>
 #include <array>
 #include <memory>
 #include <optional>
-#include <span>
 #include <string_view>
 #include <utility>
 
@@ -17,8 +15,6 @@ namespace kelvara::report {
 namespace {
 
 constexpr std::string_view kFileName = "rfields.ds";
-/// What stands behind this many bytes is not read: no fields of a report are as long.
-constexpr std::size_t kMostBytes = std::size_t{1} << 20U;
 constexpr std::string_view kLineEnd = "\r\n";
 
 /// The lines of a file, without their ends. A file edited elsewhere may end them in a line feed
@@ -27,22 +23,15 @@ class LineReader {
  public:
   explicit LineReader(std::unique_ptr<platform::InputFile> file) : file_(std::move(file)) {}
 
-  /// The next line; nothing at the end of the file. A read that fails is a file fault, and so is a
-  /// line that reaches behind the limit.
+  /// The next line; nothing at the end of the file. A read that fails is a file fault.
   std::optional<std::string> Next() {
     std::size_t lineFeed = pending_.find('\n');
     std::array<char, 4096> buffer{};
     while (lineFeed == std::string::npos) {
-      // Once the limit is reached one byte more tells whether the file ends there.
-      const std::size_t wanted = std::clamp(kMostBytes - bytesRead_, std::size_t{1}, buffer.size());
-      const std::size_t got = file_->Read(std::span(buffer).first(wanted));
+      const std::size_t got = file_->Read(buffer);
       if (got == 0) {
         return TakeRest();
       }
-      if (bytesRead_ == kMostBytes) {
-        throw base::Fault(base::FaultKind::File, "The file is too large");
-      }
-      bytesRead_ += got;
       pending_.append(buffer.data(), got);
       lineFeed = pending_.find('\n', pending_.size() - got);
     }
@@ -70,7 +59,6 @@ class LineReader {
 
   std::unique_ptr<platform::InputFile> file_;
   std::string pending_;
-  std::size_t bytesRead_ = 0;
 };
 
 }  // namespace

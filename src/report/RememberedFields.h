@@ -21,9 +21,9 @@ class RememberedFields {
  public:
   RememberedFields(platform::FileSystem& fileSystem, const std::string& programFolder);
 
-  /// Reads the file into the fields. Where the file does not exist it is written from them. A
-  /// failure ends the reading without a word, and so does the first mebibyte's end: what was read
-  /// serves, the other fields stay as they were.
+  /// Reads the file, to its end, into the fields; writes it from them where it does not exist. A
+  /// failure ends the reading without a word: the fields read before it are kept, the others stay
+  /// as they were.
   void LoadOrCreate(ReportFields& fields);
 
   /// Writes the file, with the blanks at either end of the notes left out. A failure ends the

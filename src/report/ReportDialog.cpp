@@ -3,7 +3,6 @@
 #include "base/Fault.h"
 #include "platform/DirectoryOf.h"
 #include "platform/FileExists.h"
-#include "report/OpenReport.h"
 
 namespace kelvara::report {
 

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "platform/DocumentOpener.h"
 #include "platform/Machine.h"
 #include "sync/DisplayOptions.h"
 #include "sync/SyncModel.h"
@@ -27,5 +28,10 @@ class SyncReport {
   const sync::DisplayOptions& options_;
   const platform::Machine& machine_;
 };
+
+/// Shows a finished report in the user's web browser; where the desktop cannot, one message box
+/// says so.
+void OpenReport(const std::string& path, platform::DocumentOpener& documentOpener,
+                platform::MessageBoxes& messageBoxes);
 
 }  // namespace kelvara::report

@@ -3,8 +3,6 @@
 #include <array>
 #include <cstdint>
 
-#include "report/OpenReport.h"
-
 namespace kelvara::report {
 namespace {
 

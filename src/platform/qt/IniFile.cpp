@@ -18,8 +18,6 @@
 namespace kelvara::qt {
 namespace {
 
-constexpr qint64 kMostBytes = qint64{1} << 20U;
-
 bool Synchronise(QFile& file) {
 #ifdef Q_OS_WIN
   return file.flush() && ::_commit(file.handle()) == 0;
@@ -41,19 +39,23 @@ IniFile::IniFile(const QString& path, std::chrono::milliseconds patience)
   }
 }
 
-std::optional<IniText> IniFile::Read() const {
-  Loaded loaded = Load();
-  if (loaded.state == State::Broken) {
-    const FolderLock lock(FolderOf(path_), patience_);
-    if (lock.IsHeld()) {
-      // By now another program may have put a good one in its place.
-      loaded = Load();
-      if (loaded.state == State::Broken) {
-        SetAside();
+IniText IniFile::Read() const {
+  try {
+    std::optional<IniText> text = Load();
+    if (!text) {
+      const FolderLock lock(FolderOf(path_), patience_);
+      if (lock.IsHeld()) {
+        // By now another program may have put a good one in its place.
+        text = Load();
+        if (!text) {
+          SetAside();
+        }
       }
     }
+    return text.value_or(IniText());
+  } catch (const base::Fault&) {
+    return {};
   }
-  return loaded.state == State::Good ? std::optional(loaded.text) : std::nullopt;
 }
 
 void IniFile::Change(const std::function<void(IniText&)>& change) const {
@@ -62,35 +64,29 @@ void IniFile::Change(const std::function<void(IniText&)>& change) const {
   if (!lock.IsHeld()) {
     ThrowFault(QStringLiteral("another program is writing to it"));
   }
-  Loaded loaded = Load();
-  if (loaded.state == State::Unreadable) {
-    ThrowFault(QStringLiteral("it cannot be read"));
-  }
-  if (loaded.state == State::Broken && !SetAside()) {
+  const std::optional<IniText> loaded = Load();
+  if (!loaded && !SetAside()) {
     ThrowFault(QStringLiteral("it is broken and cannot be set aside"));
   }
-  change(loaded.text);
-  Replace(loaded.text);
+  IniText text = loaded.value_or(IniText());
+  change(text);
+  Replace(text);
 }
 
-IniFile::Loaded IniFile::Load() const {
+std::optional<IniText> IniFile::Load() const {
   const QFileInfo info(path_);
   if (!info.exists() && !info.isSymLink()) {
-    return {};
+    return IniText();
   }
-  if (!info.isFile() || !info.isReadable() || info.size() > kMostBytes) {
-    return {State::Broken, {}};
+  if (!info.isFile() || !info.isReadable()) {
+    return std::nullopt;
   }
   QFile file(path_);
-  if (!file.open(QIODevice::ReadOnly)) {
-    return {State::Unreadable, {}};
-  }
-  const QByteArray bytes = file.read(kMostBytes);
+  const QByteArray bytes = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
   if (file.error() != QFile::NoError) {
-    return {State::Unreadable, {}};
+    ThrowFault(QStringLiteral("it cannot be read"));
   }
-  std::optional<IniText> text = IniText::Parse(bytes.toStdString());
-  return text ? Loaded{State::Good, std::move(*text)} : Loaded{State::Broken, {}};
+  return IniText::Parse(bytes.toStdString());
 }
 
 bool IniFile::SetAside() const {

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <charconv>
 
-#include "base/Fault.h"
 #include "platform/qt/Trimmed.h"
 
 namespace kelvara::qt {
@@ -16,15 +15,6 @@ constexpr std::size_t kEscapeSize = 4;
 bool IsControl(char character) {
   const auto byte = static_cast<unsigned char>(character);
   return byte < 0x20U || byte == 0x7FU;
-}
-
-bool IsSame(std::string_view left, std::string_view right) {
-  const auto lower = [](char character) {
-    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a')
-                                                : character;
-  };
-  return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                    [&](char one, char other) { return lower(one) == lower(other); });
 }
 
 bool IsComment(std::string_view line) {
@@ -40,14 +30,19 @@ std::optional<std::string_view> SectionOf(std::string_view line) {
   return Trimmed(text.substr(1, text.size() - 2));
 }
 
-bool IsLine(std::string_view line) {
-  if (std::any_of(line.begin(), line.end(),
-                  [](char character) { return IsControl(character) && character != '\t'; })) {
-    return false;
+std::optional<std::string_view> KeyOf(std::string_view line) {
+  const std::size_t equals = line.find('=');
+  const std::string_view key = Trimmed(line.substr(0, equals));
+  if (equals == std::string_view::npos || IsComment(key) || key.front() == '[') {
+    return std::nullopt;
   }
-  const std::string_view text = Trimmed(line);
-  return IsComment(line) || SectionOf(line) ||
-         (text.front() != '[' && text.front() != '=' && text.find('=') != std::string_view::npos);
+  return key;
+}
+
+bool IsLine(std::string_view line) {
+  return (IsComment(line) || SectionOf(line) || KeyOf(line)) &&
+         std::none_of(line.begin(), line.end(),
+                      [](char character) { return IsControl(character) && character != '\t'; });
 }
 
 /// The byte that an escape at the text's beginning stands for.
@@ -83,10 +78,9 @@ std::string Written(std::string_view value) {
     return std::string(value);
   }
   std::string text = "\"";
-  for (std::size_t index = 0; index < value.size(); ++index) {
-    const char character = value[index];
-    text += IsControl(character) || Escaped(value.substr(index)) ? Escape(character)
-                                                                 : std::string(1, character);
+  for (const char character : value) {
+    text +=
+        IsControl(character) || character == '\\' ? Escape(character) : std::string(1, character);
   }
   return text + '"';
 }
@@ -105,21 +99,10 @@ std::string Read(std::string_view text) {
   return value;
 }
 
-void ExpectName(std::string_view name, std::string_view forbidden) {
-  constexpr std::string_view kCommentsAndSections = ";#[";
-  if (name.empty() || Trimmed(name).size() != name.size() ||
-      kCommentsAndSections.find(name.front()) != std::string_view::npos ||
-      name.find_first_of(forbidden) != std::string_view::npos ||
-      std::any_of(name.begin(), name.end(), IsControl)) {
-    throw base::Fault(base::FaultKind::File,
-                      "\"" + std::string(name) + "\" cannot be the name of a setting");
-  }
-}
-
 }  // namespace
 
 std::optional<IniText> IniText::Parse(std::string_view text) {
-  // Were a second one kept, it would stand first in the text that is written and be lost there.
+  // All of them: a second one that was kept would be the first of the text that is written.
   while (text.starts_with(kByteOrderMark)) {
     text.remove_prefix(kByteOrderMark.size());
   }
@@ -144,16 +127,14 @@ IniText::Place IniText::Find(std::string_view section, std::string_view key) con
   bool inSection = false;
   for (std::size_t index = 0; index < lines_.size(); ++index) {
     const std::string_view line = lines_[index];
-    const std::optional<std::string_view> name = SectionOf(line);
-    if (!IsComment(line) && name) {
-      inSection = IsSame(*name, section);
+    if (const std::optional<std::string_view> name = SectionOf(line)) {
+      inSection = name == section;
     }
-    if (!inSection || Trimmed(line).empty()) {
-      continue;
-    }
-    place.sectionEnd = index;
-    if (!IsComment(line) && !name && IsSame(Trimmed(line.substr(0, line.find('='))), key)) {
-      place.line = index;
+    if (inSection && !Trimmed(line).empty()) {
+      place.sectionEnd = index;
+      if (KeyOf(line) == key) {
+        place.line = index;
+      }
     }
   }
   return place;
@@ -169,8 +150,6 @@ std::optional<std::string> IniText::Value(std::string_view section, std::string_
 }
 
 void IniText::SetValue(std::string_view section, std::string_view key, std::string_view value) {
-  ExpectName(section, "]");
-  ExpectName(key, "=");
   std::string line(key);
   line += '=';
   line += Written(value);

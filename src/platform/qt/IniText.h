@@ -18,8 +18,7 @@ namespace kelvara::qt {
 /// escapes, lists or comments in it, so that a path can be read and typed as it is. A value that
 /// could not be read back that way (blanks at its ends, quotes around it, control characters) is
 /// written in quotes; inside these, \x and two hexadecimal digits stand for that byte. Bytes above
-/// 127 stay what they are. Sections and keys are found in whatever case they are written; of two
-/// equal keys the last counts.
+/// 127 stay what they are. Of two equal keys the last counts.
 class IniText {
  public:
   /// No settings at all.
@@ -32,8 +31,8 @@ class IniText {
   /// A key's value, or nothing when the key is absent.
   std::optional<std::string> Value(std::string_view section, std::string_view key) const;
 
-  /// Sets a key's value, in the key's line or in a new one. A section or key that cannot be written
-  /// as such is a file fault.
+  /// Sets a key's value, in the key's line or in a new one at the end of its section. Section
+  /// and key are plain words; they are not checked.
   void SetValue(std::string_view section, std::string_view key, std::string_view value);
 
   std::string Text() const;

@@ -24,9 +24,8 @@ QString UserSettingsFile(std::string_view application) {
 }
 
 std::string QtSettingsStore::Read(std::string_view key, std::string_view defaultText) const {
-  const std::optional<IniText> text = IniFile(file_, patience_).Read();
-  const std::optional<std::string> value = text ? text->Value(section_, key) : std::nullopt;
-  return value.value_or(std::string(defaultText));
+  const IniText settings = IniFile(file_, patience_).Read();
+  return settings.Value(section_, key).value_or(std::string(defaultText));
 }
 
 void QtSettingsStore::Write(std::string_view key, std::string_view text) {

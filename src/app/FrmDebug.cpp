@@ -46,7 +46,6 @@ FrmDebug::FrmDebug(std::function<void()> closed, QWidget* parent)
   TimerColor_->setInterval(kFlash);
   connect(TimerColor_, &QTimer::timeout, this, &FrmDebug::TimerColor_Timer);
 
-  widgets::LeaveEnterToTheFields(*this);
   Form_Unload();
 }
 

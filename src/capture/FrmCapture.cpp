@@ -8,7 +8,6 @@
 #include "platform/EventHandler.h"
 #include "platform/qt/Text.h"
 #include "platform/widgets/DialogControls.h"
-#include "platform/widgets/DialogManners.h"
 
 namespace kelvara::capture {
 namespace {
@@ -51,7 +50,6 @@ void FrmCapture::MakeControls() {
       widgets::NewButton(*this, "StartButton", "&Start", "Start logging raw sync data to file.");
   CancelButton_ = widgets::NewButton(*this, "CancelButton", "&Cancel", "Cancel logging.");
 
-  widgets::LeaveEnterToTheFields(*this);
   TxtFileName_->installEventFilter(this);
   connect(CommandBrowse_, &QPushButton::clicked, this, &FrmCapture::CommandBrowse_Click);
   connect(StartButton_, &QPushButton::clicked, this, &FrmCapture::StartButton_Click);

@@ -34,7 +34,6 @@ FrmConvert::FrmConvert(platform::Beeper& beeper, QWidget* parent)
   layout->addWidget(cmdOK, 0, Qt::AlignRight);
   layout->setSizeConstraint(QLayout::SetFixedSize);
 
-  widgets::LeaveEnterToTheFields(*this);
   FitToFont();
   Form_Unload();
 }

@@ -51,6 +51,7 @@ FrmAbout::FrmAbout(QWidget* parent) : QDialog(parent) {
   lblCopy->setText(qt::ToQString(MakerLines()));
 
   QPushButton* const cmdOK = widgets::NewButton(*this, "cmdOK", "&OK", "");
+  widgets::MakeDefault(*cmdOK);
   connect(cmdOK, &QPushButton::clicked, this, &QDialog::close);
 
   auto* const layout = new QGridLayout(this);
@@ -60,8 +61,6 @@ FrmAbout::FrmAbout(QWidget* parent) : QDialog(parent) {
   layout->addWidget(cmdOK, 2, 0, 1, 2, Qt::AlignRight);
   layout->setHorizontalSpacing(2 * layout->horizontalSpacing());
   layout->setSizeConstraint(QLayout::SetFixedSize);
-
-  widgets::LeaveEnterToTheFields(*this);
 }
 
 }  // namespace kelvara::help

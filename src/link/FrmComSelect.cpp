@@ -75,7 +75,7 @@ void FrmComSelect::MakeControls() {
   CmdOK_ = widgets::NewButton(*this, "CmdOK", "&OK", "Accept settings.");
   CmdCancel_ = widgets::NewButton(*this, "CmdCancel", "&Cancel",
                                   "Close the window without changing settings.");
-  widgets::LeaveEnterToTheFields(*this);
+  widgets::MakeDefault(*CmdOK_);
   connect(CmdOK_, &QPushButton::clicked, this, &FrmComSelect::CmdOK_Click);
   connect(CmdCancel_, &QPushButton::clicked, this, &FrmComSelect::CmdCancel_Click);
 }

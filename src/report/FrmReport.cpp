@@ -9,7 +9,6 @@
 #include "platform/EventHandler.h"
 #include "platform/qt/Text.h"
 #include "platform/widgets/DialogControls.h"
-#include "platform/widgets/DialogManners.h"
 
 namespace kelvara::report {
 namespace {
@@ -57,7 +56,6 @@ void FrmReport::MakeControls() {
   CommandCancel_ = widgets::NewButton(*this, "CommandCancel", "&Cancel",
                                       "Close window without generating report.");
 
-  widgets::LeaveEnterToTheFields(*this);
   for (QWidget* const box : {static_cast<QWidget*>(TxtFileName_), static_cast<QWidget*>(TxtSite_),
                              static_cast<QWidget*>(TxtTester_), static_cast<QWidget*>(TxtNotes_)}) {
     box->installEventFilter(this);

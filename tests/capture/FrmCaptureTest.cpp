@@ -113,18 +113,6 @@ TEST_F(FrmCaptureTest, EnterInTheNameBoxStarts) {
   }
 }
 
-TEST_F(FrmCaptureTest, EnterDoesNothingElsewhere) {
-  Open(Path("log.txt"));
-  for (const char* const name : {"CommandBrowse", "StartButton", "CancelButton"}) {
-    SCOPED_TRACE(name);
-    Button(name).setFocus();
-    Press(*window, Qt::Key_Return);
-    Press(*window, Qt::Key_Enter);
-    EXPECT_TRUE(window->isVisible());
-    EXPECT_FALSE(dataCapture.IsLoggingActive());
-  }
-}
-
 TEST_F(FrmCaptureTest, EnterInAnEmptyNameBoxEnablesStartAndIsOneBox) {
   Open();
   BoxAnswer box(QMessageBox::Ok);

@@ -275,21 +275,6 @@ TEST_F(FrmConvertTest, EnterWithAnotherModifierIsAnotherKey) {
   EXPECT_EQ(Text("TextMetres"), "29.000");
 }
 
-TEST_F(FrmConvertTest, EnterOnAButtonDoesNothing) {
-  Open();
-  Fill(Edit("TextRfps"), "1");
-  const auto before = Texts();
-  const auto buttons = window_.findChildren<QPushButton*>();
-  for (QPushButton* const button : buttons) {
-    button->setFocus();
-    Press(window_, Qt::Key_Return);
-    Press(window_, Qt::Key_Enter);
-    EXPECT_EQ(Texts(), before) << button->objectName().toStdString();
-    EXPECT_TRUE(window_.isVisible()) << button->objectName().toStdString();
-  }
-  EXPECT_EQ(beeper_.count, 0);
-}
-
 TEST_F(FrmConvertTest, SpacePressesTheFocusedButton) {
   Open();
   Type(window_, "1");

@@ -106,11 +106,12 @@ TEST_F(FrmAboutTest, EscAndTheAccessKeyClose) {
   EXPECT_TRUE(Closes(about_));
 }
 
-TEST_F(FrmAboutTest, EnterDoesNothing) {
-  ShowWindow(about_);
-  Press(about_, Qt::Key_Return);
-  Press(about_, Qt::Key_Enter);
-  EXPECT_TRUE(about_.isVisible());
+TEST_F(FrmAboutTest, EnterCloses) {
+  for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+    ShowWindow(about_);
+    Press(about_, key);
+    EXPECT_FALSE(about_.isVisible());
+  }
 }
 
 TEST_F(FrmAboutTest, LayoutHoldsInEveryThemeAndFont) {

@@ -118,7 +118,8 @@ TEST_F(FrmComSelectTest, TypedRateIsTakenAsTyped) {
   Fill(*ComboBaud().lineEdit(), "4");
   EXPECT_EQ(ComboBaud().currentText(), "4");
   Press(*window, Qt::Key_Return);
-  EXPECT_EQ(ComboBaud().currentText(), "4");
+  EXPECT_EQ(port.steps, (Steps{"open", "settings 4,n,8,1"}));
+  EXPECT_EQ(store.Value("Baudrate"), "4");
   EXPECT_EQ(ComboBaud().count(), 6);
 }
 
@@ -215,15 +216,17 @@ TEST_F(FrmComSelectTest, EscAndCancelChangeNothing) {
   EXPECT_TRUE(store.values.empty());
 }
 
-TEST_F(FrmComSelectTest, EnterDoesNothingAnywhere) {
-  Open();
-  for (const char* const name : {"ComboCom", "ComboBaud", "CmdOK", "CmdCancel"}) {
+TEST_F(FrmComSelectTest, EnterAnywhereButOnCancelIsOk) {
+  for (const char* const name : {"ComboCom", "ComboBaud", "CmdOK"}) {
     SCOPED_TRACE(name);
+    Open();
+    port.steps.clear();
+    port.open = false;
     Find<QWidget>(*window, name).setFocus();
     Press(*window, Qt::Key_Return);
-    Press(*window, Qt::Key_Enter);
-    EXPECT_TRUE(window->isVisible());
-    EXPECT_EQ(port.steps, Steps{});
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ(window->result(), QDialog::Accepted);
+    EXPECT_EQ(port.steps, (Steps{"open", "settings 19200,n,8,1"}));
   }
 }
 

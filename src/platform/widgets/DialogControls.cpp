@@ -3,6 +3,25 @@
 #include <QFontMetrics>
 
 namespace kelvara::widgets {
+namespace {
+
+/// A button that Enter presses while it has the keyboard, and only then: Enter in a field is the
+/// field's own.
+class Button : public QPushButton {
+ public:
+  using QPushButton::QPushButton;
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    if (!IsEnter(*event)) {
+      QPushButton::keyPressEvent(event);
+    } else if (!event->isAutoRepeat()) {
+      click();
+    }
+  }
+};
+
+}  // namespace
 
 void NameControl(QWidget& control, const char* name, const char* accessibleName,
                  const char* toolTip) {
@@ -28,7 +47,8 @@ QLineEdit* NewTextBox(QWidget& dialog, const char* name, const char* accessibleN
 
 QPushButton* NewButton(QWidget& dialog, const char* name, const char* caption,
                        const char* toolTip) {
-  auto* const button = new QPushButton(QString::fromLatin1(caption), &dialog);
+  auto* const button = new Button(QString::fromLatin1(caption), &dialog);
+  button->setAutoDefault(false);
   const QString plainCaption = button->text().remove(u'&');
   NameControl(*button, name, plainCaption.toLatin1().constData(), toolTip);
   return button;

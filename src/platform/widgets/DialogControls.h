@@ -18,7 +18,8 @@ QLabel* NewLabel(QWidget& dialog, const char* name, const char* caption);
 QLineEdit* NewTextBox(QWidget& dialog, const char* name, const char* accessibleName,
                       const char* toolTip);
 
-/// A button of a dialog; what it is called is its caption.
+/// A button; what it is called is its caption. Enter presses it while it has the keyboard; in a
+/// field Enter presses no button, unless one is made the dialog's default.
 QPushButton* NewButton(QWidget& dialog, const char* name, const char* caption, const char* toolTip);
 
 /// The width of so many characters, and the height of so many lines, in a control's font.

@@ -1,19 +1,20 @@
 #pragma once
 
-#include <QDialog>
 #include <QList>
 #include <QPushButton>
+#include <QWidget>
 
 /// What the windows have in common.
 namespace kelvara::widgets {
 
-/// Enter does what a dialog's fields say, and nothing else: none of the buttons answers it.
-inline void LeaveEnterToTheFields(const QDialog& dialog) {
-  const QList<QPushButton*> buttons = dialog.findChildren<QPushButton*>();
-  for (QPushButton* const button : buttons) {
-    button->setAutoDefault(false);
-    button->setDefault(false);
+/// Enter presses this button from every field of the dialog, and is drawn so; another button that
+/// has the keyboard takes Enter for itself.
+inline void MakeDefault(QPushButton& button) {
+  const QList<QPushButton*> buttons = button.window()->findChildren<QPushButton*>();
+  for (QPushButton* const each : buttons) {
+    each->setAutoDefault(true);
   }
+  button.setDefault(true);
 }
 
 /// Shows a window beside the others. One that is open comes to the front.

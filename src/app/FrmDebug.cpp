@@ -15,6 +15,7 @@
 #include "platform/qt/Text.h"
 #include "platform/widgets/DialogControls.h"
 #include "platform/widgets/DialogManners.h"
+#include "platform/widgets/FixedPitchFont.h"
 #include "sync/Colour.h"
 
 namespace kelvara::app {
@@ -61,9 +62,7 @@ void FrmDebug::AddControls() {
   TextDebug_->setTabChangesFocus(true);
   TextDebug_->setUndoRedoEnabled(false);
   TextDebug_->setLineWrapMode(QPlainTextEdit::NoWrap);
-  QFont font(QStringLiteral("Courier New"));
-  font.setStyleHint(QFont::Monospace);
-  TextDebug_->setFont(font);
+  TextDebug_->setFont(widgets::CourierNew());
 
   QPushButton* const cmdClose = widgets::NewButton(*this, "CmdClose", "&Close", "");
   connect(cmdClose, &QPushButton::clicked, this, &QDialog::close);

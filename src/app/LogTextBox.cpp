@@ -1,10 +1,10 @@
 #include "app/LogTextBox.h"
 
-#include <QFont>
 #include <QKeyEvent>
 #include <QTextCursor>
 
 #include "platform/qt/Text.h"
+#include "platform/widgets/FixedPitchFont.h"
 
 namespace kelvara::app {
 namespace {
@@ -27,9 +27,7 @@ LogTextBox::LogTextBox(QWidget* parent) : QPlainTextEdit(parent) {
 void LogTextBox::SetShown(bool shown) {
   if (shown) {
     // Only now: the font of a box that stays hidden would cost the start its reading.
-    QFont typewriter(QStringLiteral("Courier New"));
-    typewriter.setStyleHint(QFont::TypeWriter);
-    setFont(typewriter);
+    setFont(widgets::CourierNew());
   }
   setHidden(!shown);
   if (shownChanged_) {

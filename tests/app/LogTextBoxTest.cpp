@@ -30,6 +30,7 @@ QString Lines(int length) {
 TEST_F(LogTextBoxTest, IsSetInCourierNewWhenItIsShown) {
   box_.SetShown(true);
   EXPECT_EQ(box_.font().family(), "Courier New");
+  EXPECT_TRUE(QFontInfo(box_.font()).fixedPitch());
 }
 
 TEST_F(LogTextBoxTest, AppendsAtTheEndWithoutALineEndOfItsOwn) {

@@ -1,6 +1,7 @@
 #include "platform/widgets/DialogControls.h"
 
 #include <QFontMetrics>
+#include <algorithm>
 
 namespace kelvara::widgets {
 namespace {
@@ -59,7 +60,9 @@ int WidthOf(const QWidget& control, int characters) {
 }
 
 int HeightOf(const QWidget& control, int lines) {
-  return QFontMetrics(control.font()).lineSpacing() * lines;
+  // Text is laid out without the negative leading that some fonts have.
+  const QFontMetrics metrics(control.font());
+  return std::max(metrics.lineSpacing(), metrics.height()) * lines;
 }
 
 bool IsEnter(const QKeyEvent& event) {

@@ -69,14 +69,18 @@ TEST_F(CommandLineTest, AReaderOfItsRemarksThatIsGoneIsNoHindrance) {
   EXPECT_EQ(heard.exitCode, 0);
   EXPECT_NE(heard.errors, "");
 
-  request.environment["PATH"] = "/usr/bin:/bin";
   const Arguments throughShell = {
-      "/bin/sh", "-c", "mkfifo gone; (exec <gone) & exec 2>gone; wait; exec \"$0\" \"$@\""};
+      "/bin/sh", "-c",
+      "/usr/bin/mkfifo gone; (exec <gone) & exec 2>gone; wait; exec \"$0\" \"$@\""};
   request.arguments.insert(request.arguments.begin(), throughShell.begin(), throughShell.end());
   const ProcessResult unheard = RunProcess(request, DesktopProgram::kPatience);
   EXPECT_EQ(unheard.signal, 0);
   EXPECT_EQ(unheard.exitCode, 0);
   EXPECT_EQ(unheard.errors, "");
+  const std::string opened = "file://" + PathOf("bin/test.html") + "\n";
+  DesktopProgram::Await("two opened documents", [&] {
+    return Exists("opened.txt") && Read("opened.txt") == opened + opened;
+  });
 }
 
 class TestReportTest : public CommandLineTest {

@@ -165,7 +165,7 @@ TEST_P(FullDiskTest, DoesTheSameOnADiskThatIsReallyFull) {
   for (const std::size_t pages : {0U, 1U, 16U}) {
     const SmallDisk disk(pages);
     if (!disk.IsMounted()) {
-      GTEST_SKIP() << "only the superuser can have a small disk";
+      GTEST_SKIP() << SmallDisk::kNeeds;
     }
     RealFilesRig rig;
     const std::string path = disk.PathOf(GetParam().file);
@@ -260,7 +260,7 @@ TEST_F(FullSettingsTest, StayAsTheyWereWhereverTheDiskFillsUpAndTheUserIsTold) {
 TEST_F(FullSettingsTest, StayAsTheyWereOnADiskThatIsReallyFull) {
   const SmallDisk disk(1);
   if (!disk.IsMounted()) {
-    GTEST_SKIP() << "only the superuser can have a small disk";
+    GTEST_SKIP() << SmallDisk::kNeeds;
   }
   qt::QtSettingsStore full(QString::fromStdString(disk.PathOf("CorvanaSync/CorvanaSync.ini")),
                            "Settings");

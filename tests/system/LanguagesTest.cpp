@@ -93,7 +93,7 @@ class LanguagesTest : public CliTest {
 
 TEST_F(LanguagesTest, EveryOutputButTheDatesIsTheSameInEveryLanguage) {
   if (!MakeLanguages()) {
-    GTEST_SKIP() << "the machine has no languages to make";
+    GTEST_SKIP() << "the machine needs the sources of the languages (the package locales)";
   }
   std::string replayed;
   std::string converted;
@@ -119,7 +119,7 @@ TEST_F(LanguagesTest, EveryOutputButTheDatesIsTheSameInEveryLanguage) {
 
 TEST_F(LanguagesTest, NamesOfFilesAreTheSameInEveryLanguage) {
   if (!MakeLanguages()) {
-    GTEST_SKIP() << "the machine has no languages to make";
+    GTEST_SKIP() << "the machine needs the sources of the languages (the package locales)";
   }
   const std::string session = Golden("four-antennas.session.txt");
   Write("B\xC3\xBChne.txt", session);

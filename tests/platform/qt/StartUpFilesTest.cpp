@@ -43,6 +43,14 @@ std::string BinaryText() {
 /// A folder with one file in some condition, looked at by a user without rights.
 class StartUpFilesTest : public testing::Test {
  protected:
+  /// What stands in a file in the condition.
+  static std::string Text(Found found, const std::string& whole) {
+    return found == Found::Empty       ? ""
+           : found == Found::Truncated ? whole.substr(0, whole.size() / 2)
+           : found == Found::Binary    ? BinaryText()
+                                       : whole;
+  }
+
   /// Puts a file into the condition; its whole text is cut in half where it is truncated.
   void Put(Found found, const std::string& name, const std::string& whole) {
     const std::string path = folder.PathOf(name);
@@ -53,10 +61,7 @@ class StartUpFilesTest : public testing::Test {
     if (found == Found::Folder) {
       std::filesystem::create_directory(path);
     } else if (found != Found::Missing) {
-      WriteTextFile(path, found == Found::Empty       ? ""
-                          : found == Found::Truncated ? whole.substr(0, whole.size() / 2)
-                          : found == Found::Binary    ? BinaryText()
-                                                      : whole);
+      WriteTextFile(path, Text(found, whole));
       ::chmod(path.c_str(), found == Found::Unreadable ? 0 : 0666);
     }
   }
@@ -93,10 +98,11 @@ class StartUpFilesTest : public testing::Test {
 
 TEST_F(StartUpFilesTest, SettingsThatCannotBeReadAreSetAsideAndBeginAnew) {
   const std::string name = "CorvanaSync/CorvanaSync.ini";
+  const std::string whole = "[Settings]\nLastFile=/log\nComPort=3\n";
   for (const Found found : kAllFound) {
     SCOPED_TRACE(testing::PrintToString(found));
     std::filesystem::remove_all(folder.PathOf("CorvanaSync"));
-    Put(found, name, "[Settings]\nLastFile=/log\nComPort=3\n");
+    Put(found, name, whole);
     const std::string port = AsUser([&](RealFilesRig&) {
       qt::QtSettingsStore store(
           QString::fromStdString(folder.PathOf("CorvanaSync/CorvanaSync.ini")), "Settings");
@@ -107,8 +113,15 @@ TEST_F(StartUpFilesTest, SettingsThatCannotBeReadAreSetAsideAndBeginAnew) {
     });
     // Half of it ends inside a line that has no "=" yet.
     EXPECT_EQ(port, "14");
-    EXPECT_EQ(std::filesystem::exists(folder.PathOf(name + ".broken-1")),
+    const std::string aside = name + ".broken-1";
+    ASSERT_EQ(std::filesystem::exists(folder.PathOf(aside)),
               found != Found::Missing && found != Found::Empty);
+    if (found == Found::Folder) {
+      EXPECT_TRUE(std::filesystem::is_directory(folder.PathOf(aside)));
+    } else if (std::filesystem::exists(folder.PathOf(aside))) {
+      EXPECT_EQ(TextOf(aside), Text(found, whole));
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder.PathOf(name + ".broken-2")));
     EXPECT_EQ(ReadTextFile(folder.PathOf(name)), "[Settings]\nComPort=4\n");
   }
 }
@@ -162,6 +175,25 @@ TEST_F(StartUpFilesTest, RememberedFieldsAreReadAsFarAsTheyGo) {
                 "old site\r\nold tester\r\n 1 \r\nold notes\r\n");
     } else if (found == Found::Unreadable) {
       EXPECT_EQ(TextOf("rfields.ds"), whole);
+    }
+  }
+}
+
+TEST_F(StartUpFilesTest, RememberedFieldsAreReplacedByASaveOrStayWithoutAWord) {
+  const std::string whole = "hall\r\nR. Marlow\r\n 0 \r\nnotes\r\n";
+  for (const Found found : kAllFound) {
+    SCOPED_TRACE(testing::PrintToString(found));
+    Put(found, "rfields.ds", whole);
+    const std::string boxes = AsUser([&](RealFilesRig& rig) {
+      report::RememberedFields(rig.files, folder.Path()).Save({"s", "t", true, "n"});
+      return "boxes:" + Boxes(rig);
+    });
+    EXPECT_EQ(boxes, "boxes:");
+    if (found == Found::Folder) {
+      EXPECT_TRUE(std::filesystem::is_directory(folder.PathOf("rfields.ds")));
+    } else {
+      EXPECT_EQ(TextOf("rfields.ds"),
+                found == Found::Unreadable ? whole : "s\r\nt\r\n 1 \r\nn\r\n");
     }
   }
 }

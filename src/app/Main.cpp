@@ -1,8 +1,13 @@
 #include <CLI/CLI.hpp>
 #include <QApplication>
+#include <QList>
+#include <QMutex>
 #include <csignal>
+#include <cstdlib>
 #include <exception>
 #include <iostream>
+#include <memory>
+#include <utility>
 
 #include "app/DesktopProgram.h"
 #include "help/ProgramTitle.h"
@@ -15,9 +20,50 @@ constexpr int kWrongCommandLine = 2;
 
 void Complain(const char* text) { std::cerr << "kelvara: " << text << '\n'; }
 
+/// What the desktop library says on its way to a display. Where there is none it says so in many
+/// lines and then ends the program.
+class HeldMessages {
+ public:
+  static void Hold(QtMsgType type, const QMessageLogContext& /*context*/, const QString& message) {
+    const QMutexLocker lock(&mutex);
+    if (type == QtFatalMsg) {
+      const bool noDisplay = message.contains(QStringLiteral("platform plugin"));
+      Complain(noDisplay ? "no display can be opened; kelvara-cli works without one"
+                         : qPrintable(message));
+      std::_Exit(kFailed);
+    }
+    messages.emplaceBack(type, message);
+  }
+
+  static void Print() {
+    const QMutexLocker lock(&mutex);
+    for (const auto& [type, message] : std::as_const(messages)) {
+      qt_message_output(type, QMessageLogContext(), message);
+    }
+    messages.clear();
+  }
+
+ private:
+  inline static QMutex mutex;
+  inline static QList<std::pair<QtMsgType, QString>> messages;
+};
+
+/// Connects to the display; without one the program ends here.
+std::unique_ptr<QApplication> ConnectToDisplay(int& argumentCount, char** arguments) {
+  qInstallMessageHandler(HeldMessages::Hold);
+  auto application = std::make_unique<QApplication>(argumentCount, arguments);
+  qInstallMessageHandler(nullptr);
+  HeldMessages::Print();
+  return application;
+}
+
 }  // namespace
 
 int main(int argumentCount, char** arguments) {
+#ifndef _WIN32
+  // Whoever reads the standard error may go; a remark for nobody must not end the session.
+  std::signal(SIGPIPE, SIG_IGN);
+#endif
   kelvara::app::DesktopOptions options;
   CLI::App program("Commission the radio side of a wireless intercom.", "kelvara");
   program.set_version_flag("--version", kelvara::help::ProgramTitleAndVersion());
@@ -36,19 +82,20 @@ int main(int argumentCount, char** arguments) {
     program.parse(argumentCount, arguments);
   } catch (const CLI::ParseError& error) {
     if (error.get_exit_code() == 0) {
-      return program.exit(error);
+      program.exit(error);
+      if (!std::cout.flush()) {
+        Complain("cannot write to standard output");
+        return kFailed;
+      }
+      return 0;
     }
     Complain(error.what());
     return kWrongCommandLine;
   }
   options.demo = options.demo || options.sitePath.has_value();
-#ifndef _WIN32
-  // Whoever reads the standard error may go; a remark for nobody must not end the session.
-  std::signal(SIGPIPE, SIG_IGN);
-#endif
   // The options are the program's own; the desktop library gets the name alone.
   int nameOnly = 1;
-  const QApplication application(nameOnly, arguments);
+  const std::unique_ptr<QApplication> application = ConnectToDisplay(nameOnly, arguments);
   try {
     return kelvara::app::RunDesktopProgram(options);
   } catch (const std::exception& error) {

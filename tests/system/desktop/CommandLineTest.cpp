@@ -13,8 +13,12 @@ class CommandLineTest : public DesktopTest {
 
   /// Expects an end before any window, with one line on standard error that names what is wrong.
   void ExpectComplaint(const Arguments& arguments, int exitCode, const std::string& named) const {
-    SCOPED_TRACE(::testing::PrintToString(arguments));
-    const ProcessResult result = Run(arguments);
+    ExpectComplaint(Request(arguments), exitCode, named);
+  }
+  void ExpectComplaint(const ProcessRequest& request, int exitCode,
+                       const std::string& named) const {
+    SCOPED_TRACE(::testing::PrintToString(request.arguments));
+    const ProcessResult result = RunProcess(request, DesktopProgram::kPatience);
     EXPECT_FALSE(result.timedOut);
     EXPECT_EQ(result.exitCode, exitCode);
     EXPECT_EQ(result.output, "");
@@ -59,6 +63,27 @@ TEST_F(CommandLineTest, TheVersionAndTheHelpNeedNoScreen) {
        {"--demo", "--site", "--com", "--raw", "--test-report", "--help", "--version"}) {
     EXPECT_NE(help.output.find(option), std::string::npos) << option;
   }
+}
+
+TEST_F(CommandLineTest, AVersionOrHelpThatCannotBeWrittenIsAFailure) {
+  for (const char* const option : {"--version", "--help"}) {
+    ProcessRequest request = Request({option});
+    request.outputPath = "/dev/full";
+    ExpectComplaint(request, 1, "standard output");
+  }
+}
+
+TEST_F(CommandLineTest, WithoutADisplayTheConsoleProgramIsPointedTo) {
+  const std::string named = "no display can be opened; kelvara-cli";
+  ProcessRequest request = Request({"--demo"});
+  request.environment["DISPLAY"] = ":54321";
+  ExpectComplaint(request, 1, named);
+  request.environment.erase("DISPLAY");
+  ExpectComplaint(request, 1, named);
+  request.environment.erase("QT_QPA_PLATFORM");
+  ExpectComplaint(request, 1, named);
+  request.environment["WAYLAND_DISPLAY"] = "no-such-display";
+  ExpectComplaint(request, 1, named);
 }
 
 TEST_F(CommandLineTest, AReaderOfItsRemarksThatIsGoneIsNoHindrance) {

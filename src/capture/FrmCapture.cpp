@@ -77,7 +77,7 @@ void FrmCapture::FitToFont() {
 }
 
 void FrmCapture::Form_Load() {
-  TxtFileName_->setText(qt::ToQString(captureDialog_.Form_Load()));
+  TxtFileName_->setText(qt::ToFieldText(captureDialog_.Form_Load()));
   StartButton_->setEnabled(!TxtFileName_->text().isEmpty());
 }
 
@@ -87,7 +87,7 @@ void FrmCapture::CommandBrowse_Click() {
   platform::HandleEvent(beeper_, [&] {
     const std::optional<std::string> chosen = captureDialog_.CommandBrowse_Click();
     if (self && chosen) {
-      TxtFileName_->setText(qt::ToQString(*chosen));
+      TxtFileName_->setText(qt::ToFieldText(*chosen));
       StartButton_->setEnabled(true);
     }
   });

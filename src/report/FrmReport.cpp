@@ -96,11 +96,11 @@ void FrmReport::FitToFont() {
 
 void FrmReport::Form_Load() {
   ReportFields fields = Fields();
-  TxtFileName_->setText(qt::ToQString(reportDialog_.Form_Load(fields)));
-  TxtSite_->setText(qt::ToQString(fields.site));
-  TxtTester_->setText(qt::ToQString(fields.tester));
+  TxtFileName_->setText(qt::ToFieldText(reportDialog_.Form_Load(fields)));
+  TxtSite_->setText(qt::ToFieldText(fields.site));
+  TxtTester_->setText(qt::ToFieldText(fields.tester));
   CheckOpenReport_->setChecked(fields.showReport);
-  TxtNotes_->setPlainText(qt::ToQString(fields.notes));
+  TxtNotes_->setPlainText(qt::ToFieldText(fields.notes));
 }
 
 ReportFields FrmReport::Fields() const {
@@ -114,7 +114,7 @@ void FrmReport::CommandBrowse_Click() {
   platform::HandleEvent(beeper_, [&] {
     const std::optional<std::string> chosen = reportDialog_.CommandBrowse_Click();
     if (self && chosen) {
-      TxtFileName_->setText(qt::ToQString(*chosen));
+      TxtFileName_->setText(qt::ToFieldText(*chosen));
     }
   });
 }

@@ -229,6 +229,15 @@ TEST_F(FrmCaptureTest, ProgramThatEndsWhileTheMessageIsOpenEndsTheDialog) {
   EXPECT_EQ(beeper.count, 0);
 }
 
+TEST_F(FrmCaptureTest, BrowseKeepsARememberedNameThatIsNoText) {
+  const std::string path = Path("B\xFChne.txt");
+  Open(path);
+  const WhenShown shown("CommonDialog1",
+                        [](QWidget& choosing) { Press(choosing, Qt::Key_Return); });
+  Click(Button("CommandBrowse"));
+  EXPECT_EQ(store.Value("LastFile"), path);
+}
+
 TEST_F(FrmCaptureTest, TabGoesThroughTheControlsAsTheyAreRead) {
   Open("log.txt");
   EXPECT_EQ(TabOrder(*window), "TxtFileName CommandBrowse StartButton CancelButton");

@@ -101,6 +101,18 @@ TEST_F(FrmReportTest, TextIsNeverTakenForMarkup) {
   EXPECT_EQ(TxtNotes().toPlainText(), "<i>n</i>\n");
 }
 
+TEST_F(FrmReportTest, BytesThatAreNoTextComeBackAsTheyAre) {
+  const std::string fields = "B\xFChne\r\n\xC3\xBC \xFF\r\n 1 \r\n\x80\xE2\x82\r\n";
+  WriteTextFile(Path("rfields.ds"), fields);
+  OpenFor(Path("report.html"));
+  Click(TxtSite());
+  Press(*window, Qt::Key_End);
+  Type(*window, "!");
+  Click(Button("CommandGenerate"));
+  EXPECT_EQ(ReadTextFile(Path("rfields.ds")), "B\xFChne!" + fields.substr(5) + "\r\n");
+  EXPECT_NE(ReadTextFile(Path("report.html")).find("<td>B\xFChne!</td>"), std::string::npos);
+}
+
 TEST_F(FrmReportTest, GenerateWritesRemembersShowsAndCloses) {
   OpenFor(Path("report.html"));
   Fill(TxtSite(), "Hall 3");

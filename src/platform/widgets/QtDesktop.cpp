@@ -3,7 +3,8 @@
 #include <QApplication>
 #include <QDesktopServices>
 #include <QFileInfo>
-#include <QUrl>
+#include <algorithm>
+#include <filesystem>
 
 #include "platform/qt/QtFileSystem.h"
 #include "platform/qt/Text.h"
@@ -18,11 +19,21 @@ constexpr qint64 kLookNanoseconds = 200'000;
 
 }  // namespace
 
+QUrl AddressOf(const std::string& path) {
+  if (qt::ToText(qt::ToQString(path)) == path) {
+    return QUrl::fromLocalFile(QFileInfo(qt::MachinePath(path)).absoluteFilePath());
+  }
+  // A name that is no text is bytes all the same, and an address has a form for each of them.
+  std::string machinePath = path;
+  std::replace(machinePath.begin(), machinePath.end(), '\\', '/');
+  const std::string whole = std::filesystem::absolute(machinePath).lexically_normal().string();
+  return QUrl::fromEncoded("file://" + QByteArray::fromStdString(whole).toPercentEncoding("/"));
+}
+
 void QtBeeper::Beep() { QApplication::beep(); }
 
 bool QtDocumentOpener::OpenDocument(const std::string& path) {
-  return QDesktopServices::openUrl(
-      QUrl::fromLocalFile(QFileInfo(qt::MachinePath(path)).absoluteFilePath()));
+  return QDesktopServices::openUrl(AddressOf(path));
 }
 
 bool QtDocumentOpener::OpenAddress(const std::string& address) {

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QElapsedTimer>
+#include <QUrl>
+#include <string>
 
 #include "platform/Beeper.h"
 #include "platform/DocumentOpener.h"
@@ -13,6 +15,9 @@ class QtBeeper : public platform::Beeper {
  public:
   void Beep() override;
 };
+
+/// The address of a file. Its path is relative to the current folder unless it is absolute.
+QUrl AddressOf(const std::string& path);
 
 /// Documents and addresses, opened by the desktop.
 class QtDocumentOpener : public platform::DocumentOpener {

@@ -2,10 +2,9 @@
 
 #include <QApplication>
 #include <QFileDialog>
-#include <QFileInfo>
 #include <QStringList>
+#include <filesystem>
 
-#include "platform/qt/QtFileSystem.h"
 #include "platform/qt/Text.h"
 #include "platform/widgets/QtMessageBoxes.h"
 
@@ -26,7 +25,26 @@ QStringList NameFilters(const std::string& filter) {
   return filters;
 }
 
+/// The chosen file's path. A desktop's own chooser tells a name that is no text by its address,
+/// where each byte of it is kept.
+std::string ChosenPath(const QFileDialog& dialog) {
+  const QString name = dialog.selectedFiles().constFirst();
+  const QUrl address = dialog.selectedUrls().constFirst();
+  if (name.contains(QChar(QChar::ReplacementCharacter)) && address.isLocalFile()) {
+    return LocalPath(address);
+  }
+  return qt::ToText(name);
+}
+
+/// A path as the dialog takes it, with the machine's separators.
+QString DialogPath(const std::string& path) { return qt::ToFieldText(path).replace(u'\\', u'/'); }
+
 }  // namespace
+
+std::string LocalPath(const QUrl& address) {
+  const QByteArray path = address.path(QUrl::FullyEncoded).toLatin1();
+  return QByteArray::fromPercentEncoding(path).toStdString();
+}
 
 std::optional<std::string> QtFileChooser::Choose(const platform::FileChooserRequest& request) {
   QFileDialog dialog(QApplication::activeWindow(), qt::ToQString(request.title));
@@ -42,20 +60,20 @@ std::optional<std::string> QtFileChooser::Choose(const platform::FileChooserRequ
   }
   dialog.setNameFilters(NameFilters(request.filter));
   if (!request.initialFolder.empty()) {
-    dialog.setDirectory(qt::MachinePath(request.initialFolder));
+    dialog.setDirectory(DialogPath(request.initialFolder));
   }
   if (!request.initialName.empty()) {
-    dialog.selectFile(qt::MachinePath(request.initialName));
+    dialog.selectFile(DialogPath(request.initialName));
   }
   while (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty()) {
-    const QString chosen = dialog.selectedFiles().constFirst();
-    const QFileInfo folder(QFileInfo(chosen).path());
-    if (request.kind != FileChooserKind::Save || folder.isDir()) {
-      return qt::ToText(chosen);
+    const std::string chosen = ChosenPath(dialog);
+    const std::filesystem::path folder = std::filesystem::path(chosen).parent_path();
+    std::error_code ignored;
+    if (request.kind != FileChooserKind::Save || std::filesystem::is_directory(folder, ignored)) {
+      return chosen;
     }
-    QtMessageBoxes().Show("There is no folder " + qt::ToText(folder.filePath()) + ".",
-                          request.title, platform::MessageIcon::Exclamation,
-                          platform::MessageButtons::Ok);
+    QtMessageBoxes().Show("There is no folder " + folder.string() + ".", request.title,
+                          platform::MessageIcon::Exclamation, platform::MessageButtons::Ok);
   }
   return std::nullopt;
 }

@@ -80,6 +80,19 @@ TEST_F(ReplayArgumentsTest, TextsAreTakenAsTheyAre) {
   }
 }
 
+TEST_F(ReplayArgumentsTest, NamesOfFilesNeedNotBeText) {
+  Write("in\xFF.txt", OneNeighbourReport(1, 2, -11));
+  EXPECT_EQ(Output({"replay", "in\xFF.txt", "--log", "log\xFF", "--report", "report\xFF", "--csv",
+                    "csv\xFF", "--json", "json\xFF"}),
+            "Reports: 1\nAAs: 2\n");
+  const std::string recorded =
+      Output({"record", "--demo", "--reports", "1", "--speed", "1000", "--raw", "raw\xFF"});
+  EXPECT_EQ(Output({"replay", "raw\xFF"}), recorded);
+  for (const char* name : {"log\xFF", "report\xFF", "csv\xFF", "json\xFF", "raw\xFF"}) {
+    EXPECT_TRUE(Exists(name)) << name;
+  }
+}
+
 TEST_F(ReplayArgumentsTest, ADashThatIsNoFileIsStandardInputEvenBehindOptions) {
   EXPECT_EQ(Output({"replay", "--fps", "on", "-"}, OneNeighbourReport(1, 2, -11)),
             "Reports: 1\nAAs: 2\n");

@@ -1,10 +1,19 @@
 #include "platform/qt/QtFileSystem.h"
 
 #include <QFile>
-#include <QFileInfo>
+#include <algorithm>
 #include <cstdio>
+#include <filesystem>
 
 #include "base/Fault.h"
+
+#ifndef _WIN32
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#endif
 
 namespace kelvara::qt {
 namespace {
@@ -19,16 +28,55 @@ namespace {
   ThrowFileFault(name, attempt, file.errorString().toStdString());
 }
 
+/// The path with the separators that the machine understands.
+std::string MachineBytes(std::string path) {
+  std::replace(path.begin(), path.end(), '\\', '/');
+  return path;
+}
+
+#ifdef _WIN32
+
 void Open(QFile& file, const std::string& name, QIODevice::OpenMode mode) {
+  file.setFileName(MachinePath(name));
   if (!file.open(mode | QIODevice::Unbuffered)) {
     ThrowFileFault(file, name, "open");
   }
 }
 
+#else
+
+/// A name is bytes here, which need not be text in any character set: the library, whose names are
+/// text, gets the open file.
+void Open(QFile& file, const std::string& name, QIODevice::OpenMode mode) {
+  const int flags = !mode.testFlag(QIODevice::WriteOnly) ? O_RDONLY
+                    : mode.testFlag(QIODevice::Append)   ? O_WRONLY | O_CREAT | O_APPEND
+                                                         : O_WRONLY | O_CREAT | O_TRUNC;
+  int handle = -1;
+  do {
+    handle = ::open(MachineBytes(name).c_str(), flags | O_CLOEXEC, 0666);
+  } while (handle < 0 && errno == EINTR);
+  struct stat status {};
+  if (handle >= 0 && ::fstat(handle, &status) == 0 && S_ISDIR(status.st_mode)) {
+    ::close(handle);
+    ThrowFileFault(name, "open", qt_error_string(EISDIR).toStdString());
+  }
+  if (handle < 0) {
+    ThrowFileFault(name, "open", qt_error_string(errno).toStdString());
+  }
+  // The open file appends by itself; asked to, the library would look for the end of a pipe.
+  mode.setFlag(QIODevice::Append, false);
+  if (!file.open(handle, mode | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle)) {
+    ::close(handle);
+    ThrowFileFault(file, name, "open");
+  }
+}
+
+#endif
+
 class QtOutputFile : public platform::OutputFile {
  public:
   QtOutputFile(const std::string& path, QIODevice::OpenMode mode)
-      : name_(path), file_(MachinePath(path)) {
+      : name_(path), appends_(mode.testFlag(QIODevice::Append)) {
     Open(file_, name_, mode);
   }
 
@@ -50,18 +98,19 @@ class QtOutputFile : public platform::OutputFile {
   /// A file that grows goes on when there is room again: what did not fit whole is taken back, so
   /// that the next entry begins where this one did.
   void TakeBack(qint64 bytes) {
-    if (bytes > 0 && file_.openMode().testFlag(QIODevice::Append) && !file_.isSequential()) {
+    if (bytes > 0 && appends_ && !file_.isSequential()) {
       file_.resize(file_.size() - bytes);
     }
   }
 
   std::string name_;
+  bool appends_;
   QFile file_;
 };
 
 class QtInputFile : public platform::InputFile {
  public:
-  explicit QtInputFile(const std::string& path) : name_(path), file_(MachinePath(path)) {
+  explicit QtInputFile(const std::string& path) : name_(path) {
     Open(file_, name_, QIODevice::ReadOnly);
   }
 
@@ -107,8 +156,11 @@ std::unique_ptr<platform::InputFile> OpenStandardInput() {
 }
 
 void ExpectReadable(const std::string& path) {
-  const QFileInfo info(MachinePath(path));
-  if (!info.exists() || info.isFile() || info.isDir()) {
+  namespace fs = std::filesystem;
+  std::error_code unknown;
+  const fs::file_type type = fs::status(MachineBytes(path), unknown).type();
+  if (type != fs::file_type::fifo && type != fs::file_type::character &&
+      type != fs::file_type::block && type != fs::file_type::socket) {
     const QtInputFile file(path);
   }
 }

@@ -1,5 +1,7 @@
 #include "system/desktop/VirtualScreen.h"
 
+#include <QImage>
+#include <array>
 #include <cstdlib>
 #include <cstring>
 #include <stdexcept>
@@ -25,8 +27,10 @@ VirtualScreen::VirtualScreen(const std::string& folder)
 
 ProcessRequest VirtualScreen::Server(const std::string& folder) {
   ProcessRequest request;
-  request.arguments = {KELVARA_XVFB, "-displayfd", "1", "-nolisten",   "tcp",
-                       "-noreset",   "-screen",    "0", "1280x1024x24"};
+  const std::string size =
+      std::to_string(kSize.width()) + "x" + std::to_string(kSize.height()) + "x24";
+  request.arguments = {KELVARA_XVFB, "-displayfd", "1", "-nolisten", "tcp",
+                       "-noreset",   "-screen",    "0", size};
   request.environment = {{"PATH", "/usr/bin:/bin"}};
   request.folder = folder;
   return request;
@@ -95,11 +99,33 @@ void VirtualScreen::Press(const std::vector<std::string>& keys) const {
   Hands(arguments);
 }
 
-void VirtualScreen::Type(const std::string& text) const { Hands({"type", text}); }
+void VirtualScreen::Type(const std::string& text) const { Hands({"type", "--", text}); }
 
 void VirtualScreen::Click(QPoint place, int button) const {
   Hands({"mousemove", std::to_string(place.x()), std::to_string(place.y()), "click",
          std::to_string(button)});
+}
+
+void VirtualScreen::PointAt(QPoint place) const {
+  Hands({"mousemove", std::to_string(place.x()), std::to_string(place.y())});
+}
+
+void VirtualScreen::Resize(xcb_window_t window, QSize size) const {
+  const std::array<std::uint32_t, 2> values = {static_cast<std::uint32_t>(size.width()),
+                                               static_cast<std::uint32_t>(size.height())};
+  xcb_configure_window(connection_.get(), window,
+                       XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, values.data());
+  xcb_flush(connection_.get());
+}
+
+QRect VirtualScreen::AreaOf(xcb_window_t window) const {
+  const auto place = Owned(xcb_get_geometry_reply(
+      connection_.get(), xcb_get_geometry(connection_.get(), window), nullptr));
+  if (!place) {
+    throw std::runtime_error("the window is gone");
+  }
+  // Nothing manages the windows, so that none has a frame.
+  return {place->x, place->y, place->width, place->height};
 }
 
 std::string VirtualScreen::Picture(QRect area) const {
@@ -115,6 +141,15 @@ std::string VirtualScreen::Picture(QRect area) const {
   }
   return {reinterpret_cast<const char*>(xcb_get_image_data(image.get())),
           static_cast<std::size_t>(xcb_get_image_data_length(image.get()))};
+}
+
+void VirtualScreen::SavePicture(QRect area, const std::string& path) const {
+  const std::string colours = Picture(area);
+  const QImage image(reinterpret_cast<const uchar*>(colours.data()), area.width(), area.height(),
+                     QImage::Format_RGB32);
+  if (!image.save(QString::fromStdString(path))) {
+    throw std::runtime_error("the picture " + path + " cannot be written");
+  }
 }
 
 xcb_atom_t VirtualScreen::Atom(const std::string& name) const {

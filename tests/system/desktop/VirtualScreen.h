@@ -27,6 +27,10 @@ class VirtualScreen {
   VirtualScreen(const VirtualScreen&) = delete;
   VirtualScreen& operator=(const VirtualScreen&) = delete;
 
+  static constexpr QSize kSize{1280, 1024};
+  /// Where a pointer is in nobody's way.
+  static constexpr QPoint kCorner{kSize.width() - 1, kSize.height() - 1};
+
   /// What a program is to be told as its display.
   const std::string& Name() const { return name_; }
 
@@ -45,9 +49,18 @@ class VirtualScreen {
   void Type(const std::string& text) const;
 
   void Click(QPoint place, int button = 1) const;
+  void PointAt(QPoint place) const;
 
-  /// The colours of a part of the screen.
+  void Resize(xcb_window_t window, QSize size) const;
+
+  /// Where a window is on the screen, in pixels.
+  QRect AreaOf(xcb_window_t window) const;
+
+  /// The colours of a part of the screen, four bytes for each pixel.
   std::string Picture(QRect area) const;
+
+  /// Writes a part of the screen to a file, whose suffix says in which format.
+  void SavePicture(QRect area, const std::string& path) const;
 
  private:
   struct Disconnect {

@@ -1,0 +1,205 @@
+#include "system/desktop/soak/RestlessUser.h"
+
+#include <algorithm>
+#include <chrono>
+#include <stdexcept>
+#include <thread>
+
+namespace kelvara::test {
+namespace {
+
+using std::chrono::milliseconds;
+
+const std::string kCapture = "Capture Sync Reports To File";
+const std::string kLossQuestion = "Beltpack Comms Lost";
+const std::string kPorts = "Select Serial Port";
+const std::string kReport = "Generate Reoprt";
+
+}  // namespace
+
+RestlessUser::RestlessUser(const VirtualScreen& screen, const DesktopProgram& program,
+                           std::mt19937& chance, std::ostream& journal)
+    : screen_(screen), program_(program), chance_(chance), journal_(journal) {}
+
+const std::vector<std::string>& RestlessUser::Reports() {
+  static const std::vector<std::string> kNames = {"first.html", "second.html", "third.html"};
+  return kNames;
+}
+
+const std::vector<RestlessUser::Action>& RestlessUser::Actions() {
+  static const std::vector<Action> kActions = {
+      {"convert", &RestlessUser::Convert},
+      {"look at the line", &RestlessUser::LookAtTheLine},
+      {"read about", &RestlessUser::ReadAbout},
+      {"look at the ports", &RestlessUser::LookAtThePorts},
+      {"show the log", &RestlessUser::ShowTheLog},
+      {"change the units", &RestlessUser::ChangeTheUnits},
+      {"change the base", &RestlessUser::ChangeTheBase},
+      {"clear the log", &RestlessUser::ClearTheLog},
+      {"clear the grid", &RestlessUser::ClearTheGrid},
+      {"force a search", &RestlessUser::ForceASearch},
+      {"resize", &RestlessUser::Resize},
+      {"report", &RestlessUser::Report},
+      {"ask for help", &RestlessUser::AskForHelp},
+      {"point at the grid", &RestlessUser::PointAtTheGrid}};
+  return kActions;
+}
+
+void RestlessUser::Act() {
+  AnswerBoxes();
+  if (needsLog_) {
+    // Stops the capture where one is running.
+    PressInMenus({"alt+t", "l", "s"});
+    AnswerBoxes();
+    StartLog();
+    AnswerBoxes();
+  }
+  const Action& action = OneOf(Actions());
+  Note(action.name);
+  (this->*action.act)();
+  ++counts_[action.name];
+  AnswerBoxes();
+}
+
+void RestlessUser::AnswerBoxes() {
+  constexpr int kMostAnswers = 10;
+  constexpr milliseconds kPause{300};
+  for (int answers = 0; answers < kMostAnswers; ++answers) {
+    std::this_thread::sleep_for(kPause);
+    const std::vector<DesktopWindow> windows = program_.OtherWindows();
+    if (windows.empty()) {
+      return;
+    }
+    // However the port window ends, the link starts again, and the capture with it.
+    needsLog_ = needsLog_ || windows.front().title == kPorts;
+    Note("answer " + windows.front().title);
+    program_.Press(windows.front(),
+                   {OneOf(std::vector<std::string>{"Return", "Escape", "Escape"})});
+    ++counts_["answer"];
+  }
+  throw std::runtime_error("a window does not close");
+}
+
+void RestlessUser::StartLog() {
+  PressInMenus({"alt+t", "l"});
+  DesktopWindow dialog{};
+  needsLog_ = !Opens({kCapture}, dialog);
+  if (needsLog_) {
+    return;
+  }
+  logs_.push_back("readings-" + std::to_string(logs_.size() + 1) + ".txt");
+  Note("log to " + logs_.back());
+  ++counts_["log"];
+  Enter(dialog, logs_.back());
+}
+
+void RestlessUser::Exit() const { PressInMenus({"alt+f", "e"}); }
+
+void RestlessUser::Convert() {
+  PressInMenus({"alt+t", "c"});
+  DesktopWindow converter{};
+  if (Opens({"Converter"}, converter)) {
+    Enter(converter, std::to_string(Between(-99999, 99999)));
+    program_.Press(converter, {"Tab", "Tab"});
+    Enter(converter, "1F");
+  }
+}
+
+void RestlessUser::LookAtTheLine() {
+  PressInMenus({"alt+o", "Up", "Right", "o"});
+  DesktopWindow window{};
+  if (Opens({"Kelvara Debug"}, window)) {
+    std::this_thread::sleep_for(milliseconds(Between(0, 5000)));
+  }
+}
+
+void RestlessUser::ReadAbout() { PressInMenus({"alt+h", "a"}); }
+
+void RestlessUser::LookAtThePorts() {
+  PressInMenus({"alt+f", "s"});
+  DesktopWindow dialog{};
+  if (Opens({kPorts}, dialog)) {
+    program_.Press(dialog, {"Down", "Down", "Up", "Up"});
+  }
+}
+
+void RestlessUser::ShowTheLog() {
+  PressInMenus({"alt+o", "l", OneOf(std::vector<std::string>{"o", "f"})});
+}
+
+void RestlessUser::ChangeTheUnits() {
+  PressInMenus({"alt+o", "f", OneOf(std::vector<std::string>{"r", "a", "m"})});
+}
+
+void RestlessUser::ChangeTheBase() {
+  PressInMenus({"alt+o", "b", OneOf(std::vector<std::string>{"d", "h"})});
+  PressInMenus({"alt+o", "s", OneOf(std::vector<std::string>{"o", "f"})});
+}
+
+void RestlessUser::ClearTheLog() { PressInMenus({"alt+f", "l"}); }
+
+void RestlessUser::ClearTheGrid() { PressInMenus({"alt+f", "c", "Return"}); }
+
+void RestlessUser::ForceASearch() { PressInMenus({"alt+f", "c", "c", "Return"}); }
+
+void RestlessUser::Resize() {
+  screen_.Resize(program_.MainWindow().id, {Between(400, 1280), Between(300, 1000)});
+}
+
+void RestlessUser::Report() {
+  PressInMenus({"alt+t", "g"});
+  DesktopWindow window{};
+  if (Opens({kReport, "Report Can't Be Generated"}, window) && window.title == kReport) {
+    Enter(window, OneOf(Reports()));
+    ++counts_["report to a file"];
+  }
+}
+
+void RestlessUser::AskForHelp() { PressInMenus({"F1"}); }
+
+void RestlessUser::PointAtTheGrid() {
+  const QRect area = screen_.AreaOf(program_.MainWindow().id);
+  screen_.PointAt({Between(area.left(), area.right()), Between(area.top(), area.bottom())});
+  std::this_thread::sleep_for(std::chrono::seconds(1));
+  screen_.PointAt(VirtualScreen::kCorner);
+}
+
+void RestlessUser::PressInMenus(const std::vector<std::string>& keys) const {
+  const DesktopWindow window = program_.MainWindow();
+  // A menu may still be open, and the first Escape close no more than a part of it.
+  program_.Press(window, {"Escape", "Escape"});
+  program_.Press(window, keys);
+}
+
+void RestlessUser::Enter(const DesktopWindow& window, const std::string& text) const {
+  program_.Press(window, {"ctrl+a"});
+  screen_.Type(text);
+  program_.Press(window, {"Return"});
+}
+
+bool RestlessUser::Opens(const std::vector<std::string>& titles, DesktopWindow& window) {
+  bool isDisturbed = false;
+  DesktopProgram::Await("the window \"" + titles.front() + "\"", [&] {
+    for (const DesktopWindow& each : program_.OtherWindows()) {
+      window = each;
+      isDisturbed = each.title == kLossQuestion;
+      if (isDisturbed || std::find(titles.begin(), titles.end(), each.title) != titles.end()) {
+        return true;
+      }
+    }
+    return false;
+  });
+  counts_["disturbed"] += isDisturbed ? 1 : 0;
+  return !isDisturbed;
+}
+
+void RestlessUser::Note(const std::string& step) {
+  const auto now = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
+  journal_ << now.time_since_epoch().count() << ' ' << step << std::endl;
+}
+
+int RestlessUser::Between(int least, int most) {
+  return std::uniform_int_distribution<int>(least, most)(chance_);
+}
+
+}  // namespace kelvara::test

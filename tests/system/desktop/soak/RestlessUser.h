@@ -1,0 +1,85 @@
+#pragma once
+
+#include <map>
+#include <ostream>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "system/desktop/DesktopProgram.h"
+
+namespace kelvara::test {
+
+/// A user who tries everything, again and again, by keys and with the mouse.
+class RestlessUser {
+ public:
+  /// Draws what is done from `chance`, and writes each step to `journal`.
+  RestlessUser(const VirtualScreen& screen, const DesktopProgram& program, std::mt19937& chance,
+               std::ostream& journal);
+
+  /// Does one thing, and closes all windows but the main window before and after it.
+  void Act();
+
+  /// Closes all windows but the main window.
+  void AnswerBoxes();
+
+  /// Starts a capture to the next log.
+  void StartLog();
+
+  void Exit() const;
+
+  /// How often each thing has been done.
+  const std::map<std::string, int>& Counts() const { return counts_; }
+
+  /// The names of the logs in the order in which they were started.
+  const std::vector<std::string>& Logs() const { return logs_; }
+
+  /// The names of the reports that may have been written.
+  static const std::vector<std::string>& Reports();
+
+ private:
+  struct Action {
+    const char* name;
+    void (RestlessUser::*act)();
+  };
+  static const std::vector<Action>& Actions();
+
+  void Convert();
+  void LookAtTheLine();
+  void ReadAbout();
+  void LookAtThePorts();
+  void ShowTheLog();
+  void ChangeTheUnits();
+  void ChangeTheBase();
+  void ClearTheLog();
+  void ClearTheGrid();
+  void ForceASearch();
+  void Resize();
+  void Report();
+  void AskForHelp();
+  void PointAtTheGrid();
+
+  /// Presses keys in the main window, whose menus they open.
+  void PressInMenus(const std::vector<std::string>& keys) const;
+  void Enter(const DesktopWindow& window, const std::string& text) const;
+  /// Waits for a window of one of the titles. False when the user is asked about a loss instead.
+  bool Opens(const std::vector<std::string>& titles, DesktopWindow& window);
+  void Note(const std::string& step);
+
+  int Between(int least, int most);
+  /// One of several, each as likely as the others.
+  template <typename Value>
+  const Value& OneOf(const std::vector<Value>& values) {
+    return values[static_cast<std::size_t>(Between(0, static_cast<int>(values.size()) - 1))];
+  }
+
+  const VirtualScreen& screen_;
+  const DesktopProgram& program_;
+  std::mt19937& chance_;
+  std::ostream& journal_;
+  std::map<std::string, int> counts_;
+  std::vector<std::string> logs_;
+  bool needsLog_ = false;
+};
+
+}  // namespace kelvara::test

@@ -1,0 +1,234 @@
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <regex>
+#include <sstream>
+#include <thread>
+
+#include "system/SiteTruth.h"
+#include "system/desktop/DesktopSession.h"
+#include "system/desktop/soak/FailingLine.h"
+#include "system/desktop/soak/ProcessWatch.h"
+#include "system/desktop/soak/RestlessUser.h"
+
+namespace kelvara::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// What the caller of the program asks for; empty when it asks for nothing.
+std::string Asked(const char* name) {
+  const char* const text = std::getenv(name);
+  return text == nullptr ? "" : text;
+}
+
+std::string Listed(const std::map<std::string, int>& counts) {
+  std::string text;
+  for (const auto& [name, count] : counts) {
+    text += (text.empty() ? "" : ", ") + name + ' ' + std::to_string(count);
+  }
+  return text;
+}
+
+int Median(std::vector<int> values) {
+  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+  std::nth_element(values.begin(), middle, values.end());
+  return *middle;
+}
+
+std::vector<int> Values(const ProcessWatch::Samples& samples, int ProcessSample::*member) {
+  std::vector<int> values;
+  for (const ProcessSample& sample : samples) {
+    values.push_back(sample.*member);
+  }
+  return values;
+}
+
+/// Whether each run is a part of the whole, one behind the other.
+bool AreRuns(const std::vector<std::vector<std::string>>& runs,
+             const std::vector<std::string>& whole) {
+  auto at = whole.begin();
+  for (const std::vector<std::string>& run : runs) {
+    at = std::search(at, whole.end(), run.begin(), run.end());
+    if (at == whole.end() && !run.empty()) {
+      return false;
+    }
+    at += static_cast<std::ptrdiff_t>(run.size());
+  }
+  return true;
+}
+
+/// A program that is left to a restless user and a failing line for minutes or hours. What must
+/// hold then is printed with what was seen.
+class SoakTest : public DesktopSession {
+ protected:
+  static constexpr const char* kTrace = "line.trace";
+  static constexpr const char* kErrors = "errors.txt";
+  static constexpr int kMostGrowthKilobytes = 2048;
+  /// The port and its lock, the log, the trace, the standard error and one file being written.
+  static constexpr int kMostFiles = 7;
+
+  void TearDown() override {
+    const std::string keep = Asked("KELVARA_SOAK_KEEP");
+    if (keep.empty()) {
+      return;
+    }
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder.Path())) {
+      if (entry.is_regular_file() || entry.path().filename() == "config") {
+        fs::copy(entry, keep / entry.path().filename(), fs::copy_options::recursive);
+      }
+    }
+  }
+
+  static void Check(bool holds, const std::string& what) {
+    std::cout << (holds ? "ok      " : "WRONG   ") << what << std::endl;
+    EXPECT_TRUE(holds) << what;
+  }
+
+  /// How the program is started: without the aids of a blind user, which would read along, and with
+  /// its remarks in a file, since nobody reads them for hours.
+  ProcessRequest SoakRequest() const {
+    ProcessRequest request = Request({"--com", BeltpackAsPort(1), "--raw", PathOf(kTrace)});
+    request.environment["DBUS_SESSION_BUS_ADDRESS"] = "disabled:";
+    const Arguments shell = {"/bin/sh", "-c", "exec \"$0\" \"$@\" 2>" + std::string(kErrors)};
+    request.arguments.insert(request.arguments.begin(), shell.begin(), shell.end());
+    return request;
+  }
+
+  void CheckComplaints() const {
+    std::istringstream errors(Read(kErrors));
+    std::string complaints;
+    for (std::string line; std::getline(errors, line);) {
+      // The debug window shows garbled text as it comes, and the fonts' library remarks on its
+      // letters.
+      if (line.find("OpenType support missing") == std::string::npos) {
+        complaints += line + "\n";
+      }
+    }
+    Check(complaints.empty(), "the program complained of nothing " + complaints);
+  }
+
+  static void CheckWatch(const ProcessWatch& watch) {
+    // What windows that are opened for the first time add belongs to the first quarter.
+    std::vector<int> memory;
+    std::string memories;
+    for (std::size_t quarter = 0; quarter < 4; ++quarter) {
+      memory.push_back(Median(Values(watch.Quarter(quarter), &ProcessSample::kilobytes)));
+      memories += (quarter == 0 ? "" : ", ") + std::to_string(memory.back());
+    }
+    const std::vector<int> all = Values(watch.All(), &ProcessSample::kilobytes);
+    Check(memory[3] - memory[1] <= kMostGrowthKilobytes,
+          "memory by quarters " + memories + " kB (the last at most " +
+              std::to_string(kMostGrowthKilobytes) + " above the second), " +
+              std::to_string(*std::max_element(all.begin(), all.end())) + " kB at most");
+    const auto fewest = [&](std::size_t quarter) {
+      const std::vector<int> handles = Values(watch.Quarter(quarter), &ProcessSample::handles);
+      return *std::min_element(handles.begin(), handles.end());
+    };
+    const std::vector<int> files = Values(watch.All(), &ProcessSample::files);
+    const int mostFiles = *std::max_element(files.begin(), files.end());
+    Check(fewest(3) <= fewest(1) && mostFiles <= kMostFiles,
+          "handles at rest: " + std::to_string(fewest(1)) + " in the second quarter, " +
+              std::to_string(fewest(3)) +
+              " in the last; port and files: " + std::to_string(mostFiles) + " at most");
+  }
+
+  /// The phases of a log's readings; units and bases may have changed on the way.
+  std::vector<std::string> Phases(const std::string& log) const {
+    std::vector<std::string> phases;
+    for (const std::string& reading : CapturedReadings(log)) {
+      phases.push_back(reading.substr(reading.find('=') + 1));
+    }
+    return phases;
+  }
+
+  void CheckLogs(const std::vector<std::string>& logs) const {
+    static const std::regex kEntry(
+        "\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d, "
+        "([0-9A-F]+(\\[\\w+\\])?->[0-9A-F]+(\\[\\w+\\])?=-?\\d+|[A-Z].+)");
+    std::vector<std::vector<std::string>> live;
+    std::size_t readings = 0;
+    std::string odd;
+    for (const std::string& log : logs) {
+      for (const std::string& line : CapturedLines(log)) {
+        odd = std::regex_match(line, kEntry) ? odd : line;
+      }
+      live.push_back(Phases(log));
+      readings += live.back().size();
+    }
+    Check(!logs.empty() && odd.empty(),
+          "every line of " + std::to_string(logs.size()) + " logs is whole " + odd);
+    CliOutput({"replay", PathOf(kTrace), "--log", PathOf("replayed.txt"), "--json",
+               PathOf("replayed.json")});
+    const std::vector<std::string> replayed = Phases("replayed.txt");
+    const int reports = ParsedResults(Read("replayed.json"))["reports"].toInt();
+    Check(readings > 0 && AreRuns(live, replayed),
+          std::to_string(readings) + " readings captured live are " + std::to_string(live.size()) +
+              " unbroken runs of the " + std::to_string(replayed.size()) +
+              " replayed from the trace of " + std::to_string(reports) + " reports");
+  }
+
+  void CheckReportsAndSettings(bool isReported) const {
+    int written = 0;
+    for (const std::string& name : RestlessUser::Reports()) {
+      if (Exists(name)) {
+        const std::string text = Read(name);
+        Check(text.starts_with("<") && text.ends_with("</html>\r\n"),
+              name + " is whole (" + std::to_string(text.size()) + " bytes)");
+        ++written;
+      }
+    }
+    Check((written > 0) == isReported, std::to_string(written) + " reports were written");
+    const std::string settings = Settings();
+    static const std::regex kSettings("((\\[\\w+\\]|\\w+=.*|)\n)*");
+    Check(!settings.empty() && std::regex_match(settings, kSettings),
+          "the settings of " + std::to_string(settings.size()) + " bytes are whole");
+  }
+};
+
+TEST_F(SoakTest, NothingIsLostAndNothingGrowsUnderARestlessUserAndAFailingLine) {
+  const std::string minutes = Asked("KELVARA_SOAK_MINUTES");
+  const std::string seed = Asked("KELVARA_SOAK_SEED");
+  ASSERT_FALSE(minutes.empty() || seed.empty()) << "started by scripts/soak";
+  const auto end = std::chrono::steady_clock::now() +
+                   std::chrono::seconds(static_cast<int>(std::stod(minutes) * 60));
+  const auto number = static_cast<unsigned>(std::stoul(seed));
+  std::mt19937 chanceOfUser(number);
+  std::mt19937 chanceOfLine(number + 1);
+  SimulatedBeltpack beltpack(CliRequest({"simulate", "--seed", seed}));
+  DesktopProgram program(*screen, *bus, SoakRequest());
+  // Opened behind the program, which would inherit it.
+  std::ofstream journal(PathOf("actions.txt"));
+  ProcessWatch watch(program.Id(), folder.Path());
+  RestlessUser user(*screen, program, chanceOfUser, journal);
+  FailingLine line(beltpack, chanceOfLine);
+  try {
+    user.StartLog();
+    while (std::chrono::steady_clock::now() < end) {
+      user.Act();
+      line.Turn();
+      watch.Look();
+      std::this_thread::sleep_for(std::chrono::milliseconds(500));
+    }
+    line.Mend();
+    user.AnswerBoxes();
+    user.Exit();
+  } catch (...) {
+    screen->SavePicture({QPoint(0, 0), VirtualScreen::kSize}, PathOf("screen.png"));
+    std::cout << "The program's own remarks:\n" << Read(kErrors);
+    throw;
+  }
+  const ProcessResult result = program.Finish(DesktopProgram::kPatience);
+  std::cout << "User:   " << Listed(user.Counts()) << "\nLine:   " << Listed(line.Counts())
+            << std::endl;
+  Check(!result.timedOut && result.signal == 0 && result.exitCode == 0, "Exit ends the program");
+  CheckComplaints();
+  CheckWatch(watch);
+  CheckLogs(user.Logs());
+  CheckReportsAndSettings(user.Counts().contains("report to a file"));
+}
+
+}  // namespace
+}  // namespace kelvara::test

@@ -1,8 +1,9 @@
 #include "cli/ConsoleParser.h"
 
+#include <algorithm>
+#include <string>
 #include <utility>
 
-#include "cli/CommandLine.h"
 #include "cli/ConvertCommand.h"
 #include "cli/PortsCommand.h"
 #include "cli/RecordCommand.h"
@@ -13,6 +14,47 @@
 #endif
 
 namespace kelvara::cli {
+namespace {
+
+using Arguments = std::vector<std::string>;
+
+bool IsDashed(const std::string& argument) { return argument.size() > 1 && argument[0] == '-'; }
+
+bool TakesValue(const CLI::App& command, const std::string& name) {
+  const CLI::Option* const option =
+      name.starts_with("--") ? command.get_option_no_throw(name) : nullptr;
+  return option != nullptr && option->get_items_expected_min() > 0;
+}
+
+/// "convert FIELD VALUE": a value that begins with a dash would be taken for an option.
+void ProtectDashedValue(Arguments& arguments) {
+  if (arguments.size() == 3 && IsDashed(arguments[2]) && arguments[2] != "--help" &&
+      arguments[2] != "-h") {
+    arguments.insert(arguments.begin() + 2, "--");
+  }
+}
+
+/// The parser takes the argument behind an empty "--site=" for its value, and a "--" behind a file
+/// for the end of the sub-command.
+void ProtectFilesAndEmptyValues(const CLI::App& command, Arguments& arguments) {
+  for (auto argument = arguments.begin() + 1; argument != arguments.end(); ++argument) {
+    if (*argument == "--") {
+      for (argument = arguments.erase(argument); argument != arguments.end(); ++argument) {
+        argument->insert(0, IsDashed(*argument) ? "./" : "");
+      }
+      return;
+    }
+    if (argument->ends_with('=') &&
+        TakesValue(command, argument->substr(0, argument->size() - 1))) {
+      argument->pop_back();
+      argument = arguments.insert(argument + 1, "");
+    } else if (TakesValue(command, *argument) && argument + 1 != arguments.end()) {
+      ++argument;
+    }
+  }
+}
+
+}  // namespace
 
 ConsoleParser::ConsoleParser()
     : program_("Commission the radio side of a wireless intercom, without a window.",
@@ -36,7 +78,16 @@ void ConsoleParser::Add(const char* name, std::unique_ptr<Command> command) {
 }
 
 void ConsoleParser::Parse(int argumentCount, const char* const* arguments) {
-  program_.parse(ReversedArguments(program_, argumentCount, arguments));
+  Arguments read(arguments + 1, arguments + std::max(argumentCount, 1));
+  const auto named = program_.get_subcommands(
+      [&](const CLI::App* command) { return !read.empty() && command->get_name() == read[0]; });
+  if (!named.empty() && read[0] == "convert") {
+    ProtectDashedValue(read);
+  } else if (!named.empty()) {
+    ProtectFilesAndEmptyValues(*named[0], read);
+  }
+  std::reverse(read.begin(), read.end());  // The parser takes them from the back.
+  program_.parse(std::move(read));
 }
 
 Command* ConsoleParser::Chosen() const {

@@ -57,13 +57,14 @@ void RecordCommand::AddTo(CLI::App& program) {
       "record",
       "Poll a beltpack over a serial port and write the results at the end: after so many reports\n"
       "or seconds, or at Ctrl+C.");
-  auto* source = command->add_option_group("Source", "Where the beltpack is (one of them)");
-  source->add_option("--port", device_, "This device")->type_name("DEVICE");
-  source->add_option("--com", comPort_, "The device that this port number stands for")
+  // A plain heading: the parser never ends on an empty argument before a group of options.
+  constexpr const char* kSource = "Source (one of them)";
+  command->add_option("--port", device_, "This device")->type_name("DEVICE")->group(kSource);
+  command->add_option("--com", comPort_, "The device that this port number stands for")
       ->check(WholeNumber(platform::kLastComPort))
-      ->type_name("N");
-  auto* demo = source->add_flag("--demo", demo_, "The built-in beltpack");
-  source->require_option(1);
+      ->type_name("N")
+      ->group(kSource);
+  auto* demo = command->add_flag("--demo", demo_, "The built-in beltpack")->group(kSource);
   command->add_option("--baud", baud_, "Baud rate")
       ->check(WholeNumber(kMaxBaud))
       ->type_name("RATE")
@@ -84,6 +85,10 @@ void RecordCommand::AddTo(CLI::App& program) {
 }
 
 ExitCode RecordCommand::Run() {
+  if (int{device_.has_value()} + int{comPort_.has_value()} + int{demo_} != 1) {
+    Complain("exactly one of --port, --com and --demo is required");
+    return ExitCode::WrongCommandLine;
+  }
   std::vector<std::string> outputs = options_.OutputPaths();
   if (rawPath_) {
     outputs.push_back(*rawPath_);

@@ -59,7 +59,7 @@ TEST_F(ReplayArgumentsTest, AnOutputsPathMayBeginWithADash) {
 
 TEST_F(ReplayArgumentsTest, BehindTwoDashesAllAreFiles) {
   Write("a.txt", OneNeighbourReport(1, 2, -11));
-  for (const char* name : {"--grid", "-x", "--", "++", "[b]", "b.txt"}) {
+  for (const char* name : {"--grid", "-x", "--", "[b].txt", "b.txt"}) {
     SCOPED_TRACE(name);
     Write(name, OneNeighbourReport(3, 10, 5));
     const std::string expected = "Reports: 2\nAAs: 4\n";
@@ -74,9 +74,11 @@ TEST_F(ReplayArgumentsTest, TextsAreTakenAsTheyAre) {
        {"", "a,b", "[a,b]", "\"quoted\"", "'quoted'", "caf\xC3\xA9", "caf\xE9", "%%", "{a}", "a=b",
         "replay", "convert", "$HOME", "a\tb", "<b>&amp;"}) {
     SCOPED_TRACE(text);
-    Output({"replay", session, "--report", "report.html", "--site", text, "--tester", text});
+    Output({"replay", "--site=" + text, session, "--report", "report.html", "--tester", text,
+            "--notes=" + text});
     EXPECT_EQ(ReportField("Site"), text);
     EXPECT_EQ(ReportField("Tester"), text);
+    EXPECT_EQ(ReportField("Notes"), text);
   }
 }
 

@@ -6,9 +6,7 @@ import shutil
 import tempfile
 import unittest
 
-from Packaging import COMMANDS, PACKAGING, all_options, choices_of, help_of, run
-
-COMPLETION = PACKAGING / "completion"
+from Packaging import COMMANDS, PACKAGING, PROGRAMS, all_options, choices_of, help_of, run
 
 
 def bash_offers(folder, *line):
@@ -40,14 +38,10 @@ def fish_offers(folder, *line):
 def zsh_offers(folder, *line):
     """The options that zsh's completion names for these words."""
     text = (folder / f"_{line[0]}").read_text()
-    shared = dict(re.findall(r"^(\w+)=\((.*?)\)$", text, re.MULTILINE | re.DOTALL))
     if len(line) > 1:
         text = re.search(rf"^  {line[1]}\)$(.*?)^    ;;$", text, re.MULTILINE | re.DOTALL).group(1)
-    elif shared:
+    elif "CURRENT == 2" in text:
         text = re.search(r"CURRENT == 2(.*?)^fi$", text, re.MULTILINE | re.DOTALL).group(1)
-    for name, options in shared.items():
-        text = text.replace(f"${name}", options)
-    text = text.replace("{-h,--help}", "'-h[' '--help['")
     return set(re.findall(r"'(?:\([^)]*\)|\*)?'?(--?[a-z][\w-]*)\[", text))
 
 
@@ -68,8 +62,16 @@ def completion_faults(folder):
 
 
 class CompletionTest(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        room = tempfile.TemporaryDirectory(prefix="kelvara-completion-")
+        cls.addClassCleanup(room.cleanup)
+        cls.completion = pathlib.Path(room.name)
+        result = run(PACKAGING / "completions.py", PROGRAMS, cls.completion)
+        assert result.returncode == 0, result.stderr
+
     def test_every_shell_offers_the_options_of_the_help(self):
-        self.assertEqual(completion_faults(COMPLETION), [])
+        self.assertEqual(completion_faults(self.completion), [])
 
     def test_what_differs_is_found(self):
         for name, old, new, fault in (
@@ -83,31 +85,31 @@ class CompletionTest(unittest.TestCase):
         ):
             with self.subTest(fault=fault), tempfile.TemporaryDirectory() as room:
                 folder = pathlib.Path(room) / "completion"
-                shutil.copytree(COMPLETION, folder)
+                shutil.copytree(self.completion, folder)
                 text = (folder / name).read_text()
                 self.assertIn(old, text)
                 (folder / name).write_text(text.replace(old, new))
                 self.assertIn(fault, completion_faults(folder))
 
     def test_bash_offers_the_commands(self):
-        self.assertEqual(bash_offers(COMPLETION, "kelvara-cli", ""), set(COMMANDS))
-        self.assertEqual(bash_offers(COMPLETION, "kelvara-cli", "re"), {"replay", "record"})
+        self.assertEqual(bash_offers(self.completion, "kelvara-cli", ""), set(COMMANDS))
+        self.assertEqual(bash_offers(self.completion, "kelvara-cli", "re"), {"replay", "record"})
 
     def test_bash_offers_the_values_of_an_option(self):
         text = help_of("kelvara-cli", "replay")
         for option in ("--units", "--rpn", "--fps"):
             for words in ((option, ""), (option, "="), (option, "=", "")):
                 with self.subTest(words=words):
-                    self.assertEqual(bash_offers(COMPLETION, "kelvara-cli", "replay", *words),
+                    self.assertEqual(bash_offers(self.completion, "kelvara-cli", "replay", *words),
                                      choices_of(text, option))
 
     def test_bash_offers_the_fields_of_the_converter(self):
-        self.assertEqual(bash_offers(COMPLETION, "kelvara-cli", "convert", ""),
+        self.assertEqual(bash_offers(self.completion, "kelvara-cli", "convert", ""),
                          choices_of(help_of("kelvara-cli", "convert"), "FIELD"))
 
     def test_bash_offers_the_faults_of_the_line(self):
         listed = re.search(r"goes wrong on the line: ([^;]+);", help_of("kelvara-cli", "simulate"))
-        self.assertEqual(bash_offers(COMPLETION, "kelvara-cli", "simulate", "--fault", ""),
+        self.assertEqual(bash_offers(self.completion, "kelvara-cli", "simulate", "--fault", ""),
                          set(listed.group(1).split(", ")))
 
     def test_bash_offers_files_where_a_file_is_due(self):
@@ -119,8 +121,8 @@ class CompletionTest(unittest.TestCase):
                          ("kelvara-cli", "record", "--raw", start),
                          ("kelvara-cli", "ports", "--com", "1", "=", start)):
                 with self.subTest(line=line):
-                    self.assertEqual(bash_offers(COMPLETION, *line), {room + "/a session.txt"})
-            self.assertEqual(bash_offers(COMPLETION, "kelvara-cli", "record", "--site", start),
+                    self.assertEqual(bash_offers(self.completion, *line), {room + "/a session.txt"})
+            self.assertEqual(bash_offers(self.completion, "kelvara-cli", "record", "--site", start),
                              set())
 
 

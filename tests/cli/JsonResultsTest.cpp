@@ -2,21 +2,27 @@
 
 #include <gtest/gtest.h>
 
+#include <QJsonDocument>
+
 #include "app/SessionRig.h"
 #include "support/ReportText.h"
 
 namespace kelvara::cli {
 namespace {
 
+/// The value of a text that has to be one JSON document.
+QJsonDocument Parsed(const std::string& text) {
+  QJsonParseError error;
+  QJsonDocument document = QJsonDocument::fromJson(QByteArray::fromStdString(text), &error);
+  EXPECT_EQ(error.error, QJsonParseError::NoError) << text;
+  return document;
+}
+
 TEST(JsonResults, OfNothingAreEmptyLists) {
   const test::SessionRig rig;
-  EXPECT_EQ(JsonResults(rig.session, rig.grid, true),
-            "{\"reports\": 0, \"abandoned\": 0,\n"
-            "  \"aas\": [],\n"
-            "  \"cells\": [],\n"
-            "  \"grid\": {\"complete\": true,\n"
-            "    \"text\": [[\"RPN\"]],\n"
-            "    \"colour\": [[null]]}}\n");
+  EXPECT_EQ(Parsed(JsonResults(rig.session, rig.grid, true)), Parsed(R"(
+      {"reports": 0, "abandoned": 0, "aas": [], "cells": [],
+       "grid": {"complete": true, "text": [["RPN"]], "colour": [[null]]}})"));
 }
 
 TEST(JsonResults, HoldAntennasReadingsAndTheGridAsItWasDrawn) {
@@ -25,19 +31,29 @@ TEST(JsonResults, HoldAntennasReadingsAndTheGridAsItWasDrawn) {
       test::Report({test::SyncBlock(test::Identity(0x5A, 3, 1)),
                     test::NeighbourBlock(test::Identity(0x5A, 0, 2), {"-12", " -9"})}));
   ASSERT_TRUE(rig.session.Grid().UpdateSyncGrid());
-  EXPECT_EQ(JsonResults(rig.session, rig.grid, false),
-            "{\"reports\": 1, \"abandoned\": 0,\n"
-            "  \"aas\": [{\"rpn\": 1, \"fps\": 3, \"fpn\": 90},\n"
-            "    {\"rpn\": 2, \"fps\": 0, \"fpn\": 90}],\n"
-            "  \"cells\": [{\"from\": 0, \"to\": 1, \"sum\": -10, \"count\": 1, "
-            "\"max\": -10, \"min\": -10}],\n"
-            "  \"grid\": {\"complete\": false,\n"
-            "    \"text\": [[\"RPN\", \"01\", \"02\"],\n"
-            "      [\"01\", \"\", \"-10\"],\n"
-            "      [\"02\", \"\", \"\"]],\n"
-            "    \"colour\": [[null, null, null],\n"
-            "      [null, \"#c0c0c0\", \"#ffffff\"],\n"
-            "      [null, \"#e6e6ff\", \"#c0c0c0\"]]}}\n");
+  EXPECT_EQ(Parsed(JsonResults(rig.session, rig.grid, false)), Parsed(R"(
+      {"reports": 1, "abandoned": 0,
+       "aas": [{"rpn": 1, "fps": 3, "fpn": 90}, {"rpn": 2, "fps": 0, "fpn": 90}],
+       "cells": [{"from": 0, "to": 1, "sum": -10, "count": 1, "max": -10, "min": -10}],
+       "grid": {"complete": false,
+         "text": [["RPN", "01", "02"], ["01", "", "-10"], ["02", "", ""]],
+         "colour": [[null, null, null], [null, "#c0c0c0", "#ffffff"],
+                    [null, "#e6e6ff", "#c0c0c0"]]}})"));
+}
+
+TEST(JsonResults, WriteEveryNumberAsAnInteger) {
+  test::SessionRig rig;
+  const std::string report =
+      test::Report({test::SyncBlock(test::Identity(0x5A, 3, 1)),
+                    test::NeighbourBlock(test::Identity(0x5A, 0, 2), {"999"})});
+  constexpr int kReports = 1200;
+  for (int count = 0; count < kReports; ++count) {
+    rig.session.Parser().ProcessRfpsReport(report);
+  }
+  const std::string json = JsonResults(rig.session, rig.grid, true);
+  for (const char* const member : {"\"count\":1200,", "\"sum\":1198800,", "\"reports\":1200}"}) {
+    EXPECT_NE(json.find(member), std::string::npos) << json;
+  }
 }
 
 }  // namespace

@@ -206,7 +206,7 @@ def json_text(model):
         "cells": cells,
         "grid": {"complete": True, "text": text, "colour": colour},
     }
-    return json.dumps(results, indent=1) + "\n"
+    return json.dumps(results, separators=(",", ":"), sort_keys=True) + "\n"
 
 
 def delays(model):

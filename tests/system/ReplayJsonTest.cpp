@@ -45,20 +45,6 @@ TEST_F(ReplayJsonTest, ResultsOfNothing) {
   EXPECT_EQ(Results({"empty.txt"}), Parsed(Golden("json-empty.json")));
 }
 
-TEST_F(ReplayJsonTest, MembersStandInTheirOrder) {
-  const std::string text =
-      Output({"replay", GoldenPath("four-antennas.session.txt"), "--json", "-"});
-  std::size_t place = 0;
-  for (const char* member :
-       {"\"reports\"", "\"abandoned\"", "\"aas\"", "\"rpn\"", "\"fps\"", "\"fpn\"", "\"cells\"",
-        "\"from\"", "\"to\"", "\"sum\"", "\"count\"", "\"max\"", "\"min\"", "\"grid\"",
-        "\"complete\"", "\"text\"", "\"colour\""}) {
-    const std::size_t found = text.find(member, place);
-    ASSERT_NE(found, std::string::npos) << member;
-    place = found;
-  }
-}
-
 TEST_F(ReplayJsonTest, StandardOutputHoldsTheDocumentAlone) {
   const std::string text =
       Output({"replay", GoldenPath("four-antennas.session.txt"), "--json", "-"});

@@ -25,8 +25,8 @@ TEST_F(ReplayStreamTest, FilesGoIntoOneModelInTheirOrder) {
   Write("b.txt", OneNeighbourReport(3, 4, 5));
   const std::string forth = Output({"replay", "a.txt", "b.txt", "--json", "-"});
   const std::string back = Output({"replay", "b.txt", "a.txt", "--json", "-"});
-  EXPECT_LT(forth.find("\"rpn\": 1,"), forth.find("\"rpn\": 3,"));
-  EXPECT_GT(back.find("\"rpn\": 1,"), back.find("\"rpn\": 3,"));
+  EXPECT_LT(forth.find("\"rpn\":1}"), forth.find("\"rpn\":3}"));
+  EXPECT_GT(back.find("\"rpn\":1}"), back.find("\"rpn\":3}"));
 }
 
 TEST_F(ReplayStreamTest, AFileGivenTwiceCountsTwice) {
@@ -40,8 +40,8 @@ TEST_F(ReplayStreamTest, ADashIsStandardInput) {
   Write("a.txt", OneNeighbourReport(3, 4, 5));
   Write("b.txt", OneNeighbourReport(5, 6, 7));
   const std::string json = Output({"replay", "a.txt", "-", "b.txt", "--json", "-"}, report);
-  EXPECT_LT(json.find("\"rpn\": 3,"), json.find("\"rpn\": 1,"));
-  EXPECT_LT(json.find("\"rpn\": 1,"), json.find("\"rpn\": 5,"));
+  EXPECT_LT(json.find("\"rpn\":3}"), json.find("\"rpn\":1}"));
+  EXPECT_LT(json.find("\"rpn\":1}"), json.find("\"rpn\":5}"));
 }
 
 TEST_F(ReplayStreamTest, StandardInputMayBeAFile) {

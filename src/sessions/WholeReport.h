@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -8,8 +7,7 @@
 
 namespace kelvara::sessions {
 
-/// A file that is one report, whatever its number of lines. Only one that grows beyond the largest
-/// report without the lines of one is dropped.
+/// A file that is one report, whatever its size and number of lines. All of it is kept in memory.
 class WholeReport : public RecordedText {
  public:
   explicit WholeReport(RecordedTextReader& reader) : reader_(reader) {}
@@ -20,8 +18,6 @@ class WholeReport : public RecordedText {
  private:
   RecordedTextReader& reader_;
   std::string text_;
-  std::size_t lines_ = 0;
-  bool tooLarge_ = false;
 };
 
 }  // namespace kelvara::sessions

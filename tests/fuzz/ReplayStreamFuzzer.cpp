@@ -116,13 +116,6 @@ Outcomes ExpectedOfStream(std::string_view text) {
   return expected;
 }
 
-Outcomes ExpectedOfWhole(std::string_view text) {
-  const bool dropped = text.size() > link::kMaxReportBytes &&
-                       CountLines(text.substr(0, link::kMaxReportBytes)) < link::kRfpsReportLines;
-  return dropped ? Outcomes{{{}, sessions::DropReason::TooLarge}}
-                 : Outcomes{{std::string(text), std::nullopt}};
-}
-
 void CheckTrace(const Outcomes& outcomes) {
   for (const Outcome& outcome : outcomes) {
     const std::string& report = outcome.report;
@@ -177,7 +170,7 @@ void CheckSession(std::string_view text, std::initializer_list<Cut> cuts) {
 }
 
 void CheckWhole(std::string_view text, std::initializer_list<Cut> cuts) {
-  const Outcomes expected = Twice(ExpectedOfWhole(text));
+  const Outcomes expected = Twice({{std::string(text), std::nullopt}});
   for (const Cut cut : cuts) {
     Expect(Replay<sessions::WholeReport>(text, cut) == expected,
            "a whole file is one report, whatever its pieces");

@@ -45,22 +45,17 @@ TEST(WholeReportTest, EachFileIsAReportOfItsOwn) {
   EXPECT_THAT(recorder.events, ElementsAre("first", "second"));
 }
 
-TEST(WholeReportTest, ATooLargeFileWithoutItsLinesIsDroppedAndTheNextIsRead) {
-  const std::string large(link::kMaxReportBytes + 1, 'x');
+TEST(WholeReportTest, AFileLargerThanAReportOfTheLineIsReadWithoutAnyLines) {
+  const std::string large(3 * link::kMaxReportBytes, 'x');
   for (const std::size_t size : {std::size_t{4096}, std::size_t{1000003}, large.size()}) {
     ReadingRecorder recorder;
     WholeReport whole(recorder);
     test::FeedFile(whole, large, size);
     test::FeedFile(whole, "next", 2);
-    EXPECT_THAT(recorder.events, ElementsAre(ReadingRecorder::kTooLarge, "next")) << size;
+    ASSERT_EQ(recorder.events.size(), 2U) << size;
+    EXPECT_TRUE(recorder.events[0] == large) << size;
+    EXPECT_EQ(recorder.events[1], "next") << size;
   }
-}
-
-TEST(WholeReportTest, TheLargestFileWithoutLinesIsRead) {
-  const std::string large(link::kMaxReportBytes, 'x');
-  const std::vector<std::string> events = WholeEvents(large);
-  ASSERT_EQ(events.size(), 1U);
-  EXPECT_TRUE(events[0] == large);
 }
 
 TEST(WholeReportTest, ALargeFileOfManyLinesIsRead) {

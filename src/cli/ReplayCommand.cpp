@@ -1,14 +1,19 @@
 #include "cli/ReplayCommand.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cstdint>
 #include <memory>
+#include <string_view>
 
 #include "base/Fault.h"
 #include "cli/ConsoleMachine.h"
 #include "cli/FileClash.h"
 #include "cli/ProgressLine.h"
+#include "cli/Quoted.h"
 #include "cli/ResultOutputs.h"
 #include "link/ReportCollector.h"
+#include "sessions/KelvaraFile.h"
 #include "sessions/RecordedSession.h"
 #include "sessions/WholeReport.h"
 
@@ -24,7 +29,9 @@ class Replay : public sessions::RecordedTextReader {
   explicit Replay(app::Session& session) : session_(session) {}
 
   void ProcessRfpsReport(std::string_view report) override {
+    const std::int64_t before = Counted();
     session_.Parser().ProcessRfpsReport(report);
+    taken_ += Counted() > before ? 1 : 0;
   }
 
   void NoteDropped(sessions::DropReason reason) override {
@@ -43,16 +50,42 @@ class Replay : public sessions::RecordedTextReader {
     name_ = name == kStandardInput ? "standard input" : name;
     ProgressLine progress(name_, file.Size());
     std::vector<char> piece(kPieceBytes);
+    std::string start;
+    const std::int64_t before = taken_;
     while (const std::size_t got = file.Read(piece)) {
+      start.append(piece.data(), std::min(got, sessions::kFileStartBytes - start.size()));
       text.Feed({piece.data(), got});
       progress.Advance(got);
     }
     text.End();
+    names_ += names_.empty() ? "" : ", ";
+    names_ += Quoted(name_);
+    const std::string_view kind = sessions::KelvaraFile(start);
+    if (!kind.empty()) {
+      names_ += " (" + std::string(kind) + ")";
+    } else if (taken_ > before) {
+      // The words of a results file may look like an antenna too, so those of other files count.
+      found_ = true;
+    }
+  }
+
+  /// Says so where no file that was read holds a report of an antenna.
+  void NoteNothingFound() const {
+    if (!found_) {
+      Complain("no report of an antenna is in " + names_);
+    }
   }
 
  private:
+  std::int64_t Counted() const {
+    return session_.Model().ReportCount() + session_.Parser().AbandonedCount();
+  }
+
   app::Session& session_;
   std::string name_;
+  std::string names_;       ///< Of all the files, each with what it is.
+  std::int64_t taken_ = 0;  ///< Reports of antennas, abandoned ones too.
+  bool found_ = false;
 };
 
 std::unique_ptr<platform::InputFile> Open(const std::string& name, ConsoleMachine& console) {
@@ -119,6 +152,9 @@ ExitCode ReplayCommand::Run() {
       Complain(fault.what());
       read = ExitCode::Failed;
     }
+  }
+  if (read == ExitCode::Done && !whole_) {
+    replay.NoteNothingFound();
   }
   const ExitCode written = WriteResults(session, grid, console, options_);
   return read == ExitCode::Done ? written : read;

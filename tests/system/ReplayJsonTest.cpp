@@ -42,7 +42,7 @@ TEST_F(ReplayJsonTest, ResultsOfRecordedSessions) {
 
 TEST_F(ReplayJsonTest, ResultsOfNothing) {
   Write("empty.txt", "");
-  EXPECT_EQ(Results({"empty.txt"}), Parsed(Golden("json-empty.json")));
+  EXPECT_EQ(Results({"--whole", "empty.txt"}), Parsed(Golden("json-empty.json")));
 }
 
 TEST_F(ReplayJsonTest, StandardOutputHoldsTheDocumentAlone) {

@@ -62,7 +62,7 @@ TEST_F(ReplayOutputsTest, TheLogOfSeveralFilesStartsAndStopsOnce) {
 
 TEST_F(ReplayOutputsTest, TheLogOfAnEmptyFileHasItsTwoLines) {
   Write("empty.txt", "");
-  Output({"replay", "empty.txt", "--log", "log.txt"});
+  Output({"replay", "--whole", "empty.txt", "--log", "log.txt"});
   EXPECT_EQ(Replaced(Read("log.txt"), kStamp, "@STAMP@", 2),
             CrLf("@STAMP@, Log To File Started") + CrLf("@STAMP@, Log To File Stopped"));
 }
@@ -98,7 +98,7 @@ TEST_F(ReplayOutputsTest, TheReportOfAFullModel) {
 
 TEST_F(ReplayOutputsTest, TheReportOfNothingWithItsFieldsLeftOut) {
   Write("empty.txt", "");
-  Output({"replay", "empty.txt", "--report", "report.html"});
+  Output({"replay", "--whole", "empty.txt", "--report", "report.html"});
   ExpectSameText(Replaced(Read("report.html"), kDate, "@DATE@", 2),
                  Golden("report-empty.html", {{"@FILE@", "report.html"}}));
 }
@@ -124,7 +124,7 @@ TEST_F(ReplayOutputsTest, TheCsvOfAFullModelAndOfNothing) {
   ExpectSameText(Replaced(Read("many.csv"), kStamp, "@STAMP@", 1),
                  Golden("csv-fifty-one-antennas-metres-hex.csv"));
   Write("empty.txt", "");
-  Output({"replay", "empty.txt", "--csv", "none.csv"});
+  Output({"replay", "--whole", "empty.txt", "--csv", "none.csv"});
   ExpectSameText(Replaced(Read("none.csv"), kStamp, "@STAMP@", 1),
                  Golden("csv-empty-rfps-dec.csv"));
 }
@@ -210,7 +210,7 @@ TEST_F(ReplayGridTest, CellsStandBelowTheirColumnsHeading) {
 
 TEST_F(ReplayGridTest, OfNothingIsItsCorner) {
   Write("empty.txt", "");
-  EXPECT_EQ(Output({"replay", "empty.txt", "--grid"}), "RPN\nReports: 0\nAAs: 0\n");
+  EXPECT_EQ(Output({"replay", "--whole", "empty.txt", "--grid"}), "RPN\nReports: 0\nAAs: 0\n");
 }
 
 }  // namespace

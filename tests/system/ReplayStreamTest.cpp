@@ -17,7 +17,36 @@ TEST_F(ReplayStreamTest, AStreamEndsWithItsTotals) {
 
 TEST_F(ReplayStreamTest, AnEmptyFileIsNoReport) {
   Write("empty.txt", "");
-  EXPECT_EQ(Output({"replay", "empty.txt"}), "Reports: 0\nAAs: 0\n");
+  const ProcessResult result = Run({"replay", "empty.txt", "-"});
+  ExpectComplaint(result, 0, "no report of an antenna is in \"empty.txt\", \"standard input\"\n");
+  EXPECT_EQ(result.output, "Reports: 0\nAAs: 0\n");
+}
+
+TEST_F(ReplayStreamTest, ReportsOfNoAntennaAreToldOfOnceAndAnyReportOfOneIsEnough) {
+  Write("lines.txt", RecordedReport({}) + RecordedReport({"no antenna"}));
+  const ProcessResult result = Run({"replay", "lines.txt"});
+  ExpectComplaint(result, 0, "lines.txt");
+  EXPECT_EQ(result.output, "Reports: 0\nAAs: 0\n");
+  Write("report.txt", OneNeighbourReport(1, 2, -11));
+  Output({"replay", "lines.txt", "report.txt"});
+  Write("crowded.txt", CrowdedReport(1, 2, 10));
+  Output({"replay", "crowded.txt", "lines.txt"});
+}
+
+TEST_F(ReplayStreamTest, WhatKelvaraWroteItselfIsNamed) {
+  Output({"replay", GoldenPath("four-antennas.session.txt"), "--log", "out.log", "--report",
+          "out.html", "--csv", "out.csv", "--json", "out.json"});
+  for (const auto& [name, kind] : {std::pair("out.log", "(a log that Kelvara captured)"),
+                                   std::pair("out.html", "(an HTML report that Kelvara wrote)"),
+                                   std::pair("out.csv", "(CSV results that Kelvara wrote)"),
+                                   std::pair("out.json", "(JSON results that Kelvara wrote)")}) {
+    const std::string said =
+        "kelvara-cli: no report of an antenna is in \"" + std::string(name) + "\" " + kind + "\n";
+    const ProcessResult result = Run({"replay", name});
+    EXPECT_EQ(result.exitCode, 0);
+    ASSERT_GE(result.errors.size(), said.size()) << result.errors;
+    EXPECT_EQ(result.errors.substr(result.errors.size() - said.size()), said);
+  }
 }
 
 TEST_F(ReplayStreamTest, FilesGoIntoOneModelInTheirOrder) {
@@ -61,7 +90,10 @@ TEST_F(ReplayStreamTest, WhatIsLeftOverIsDroppedWithANoteThatNamesTheFile) {
 TEST_F(ReplayStreamTest, AFileWithoutLineEndsIsLeftOver) {
   Write("one-line.txt", "100ec5A301 Sync");
   const ProcessResult result = Run({"replay", "one-line.txt"});
-  ExpectComplaint(result, 0, "one-line.txt");
+  EXPECT_EQ(result.exitCode, 0);
+  EXPECT_EQ(result.errors,
+            "kelvara-cli: one-line.txt: the last report has fewer than 29 lines and was dropped\n"
+            "kelvara-cli: no report of an antenna is in \"one-line.txt\"\n");
   EXPECT_EQ(result.output, "Reports: 0\nAAs: 0\n");
 }
 

@@ -81,16 +81,12 @@ ExitCode ConvertCommand::Run() {
       lines += text;
       lines += '\n';
     }
-    std::cout << lines << std::flush;
+    std::cout << lines;
   } catch (const base::Fault& fault) {
     Complain("cannot convert " + field_ + " \"" + text_ + "\": " + fault.what());
     return ExitCode::Failed;
   }
-  if (!std::cout) {
-    Complain("cannot write to standard output");
-    return ExitCode::Failed;
-  }
-  return ExitCode::Done;
+  return FlushOutput();
 }
 
 }  // namespace kelvara::cli

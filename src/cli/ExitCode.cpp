@@ -14,4 +14,13 @@ void Complain(std::string_view text) {
   std::cerr << "kelvara-cli: " << text << '\n';
 }
 
+ExitCode FlushOutput() {
+  std::cout.flush();
+  if (std::cout) {
+    return ExitCode::Done;
+  }
+  Complain("cannot write to standard output");
+  return ExitCode::Failed;
+}
+
 }  // namespace kelvara::cli

@@ -14,4 +14,7 @@ enum class ExitCode {
 /// Writes one line to standard error behind the program's name.
 void Complain(std::string_view text);
 
+/// Hands on what was printed. Failed, and a complaint, where it cannot be written.
+ExitCode FlushOutput();
+
 }  // namespace kelvara::cli

@@ -16,7 +16,7 @@ ExitCode Run(int argumentCount, char** arguments) {
   } catch (const CLI::ParseError& error) {
     if (error.get_exit_code() == 0) {
       parser.Program().exit(error);
-      return ExitCode::Done;
+      return FlushOutput();
     }
     Complain(error.what());
     return ExitCode::WrongCommandLine;

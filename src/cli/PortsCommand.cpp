@@ -40,15 +40,11 @@ ExitCode PortsCommand::Run() {
       obstacles.push_back(name + " cannot be opened: " + finding.reason);
     }
   }
-  std::cout.flush();
+  const ExitCode printed = FlushOutput();
   for (const std::string& obstacle : obstacles) {
     Complain(obstacle);
   }
-  if (!std::cout) {
-    Complain("cannot write to standard output");
-    return ExitCode::Failed;
-  }
-  return ExitCode::Done;
+  return printed;
 }
 
 }  // namespace kelvara::cli

@@ -102,11 +102,7 @@ ExitCode WriteResults(app::Session& session, sync::GridCells& grid, const Consol
   } else {
     PrintTotals(session);
   }
-  std::cout.flush();
-  if (!std::cout) {
-    Complain("cannot write to standard output");
-    done = false;
-  }
+  done = FlushOutput() == ExitCode::Done && done;
   return done ? ExitCode::Done : ExitCode::Failed;
 }
 

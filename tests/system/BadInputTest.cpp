@@ -116,7 +116,10 @@ TEST_F(BadInputTest, AnOutputWithoutRoomLeft) {
 TEST_F(BadInputTest, StandardOutputWithoutRoomLeft) {
   for (const Arguments& arguments :
        {Arguments{"replay", "good.txt"}, Arguments{"replay", "good.txt", "--grid"},
-        Arguments{"replay", "good.txt", "--json", "-"}}) {
+        Arguments{"replay", "good.txt", "--json", "-"}, Arguments{"--help"}, Arguments{"--version"},
+        Arguments{"replay", "--help"}, Arguments{"record", "-h"}, Arguments{"convert", "--help"},
+        Arguments{"ports", "--help"}, Arguments{"simulate", "--help"}}) {
+    SCOPED_TRACE(::testing::PrintToString(arguments));
     ProcessRequest request = Request(arguments);
     request.outputPath = "/dev/full";
     ExpectComplaint(RunProcess(request), 1, "standard output");

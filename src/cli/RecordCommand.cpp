@@ -6,7 +6,10 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <filesystem>
 #include <limits>
+#include <memory>
+#include <system_error>
 
 #include "app/LiveSession.h"
 #include "base/Fault.h"
@@ -35,6 +38,27 @@ constexpr int kMaxReports = 1000000000;
 /// Ten years.
 constexpr double kMaxSeconds = 315360000.0;
 constexpr int kCheckMilliseconds = 50;
+
+/// The file of a trace, held open for writing with nothing in it changed.
+class NewTrace {
+ public:
+  /// A path that cannot be written to is a file fault; without a path nothing is done.
+  NewTrace(platform::FileSystem& fileSystem, const std::optional<std::string>& path)
+      : madePath_(path && !std::filesystem::exists(*path) ? path : std::nullopt),
+        file_(path ? fileSystem.OpenForAppend(*path) : nullptr) {}
+
+  /// Removes a file that was not there before.
+  void TakeBack() const {
+    std::error_code ignored;
+    if (madePath_) {
+      std::filesystem::remove(*madePath_, ignored);
+    }
+  }
+
+ private:
+  std::optional<std::string> madePath_;
+  std::unique_ptr<platform::OutputFile> file_;
+};
 
 auto WholeNumber(std::uint64_t most) {
   return [most](const std::string& text) { return CheckWholeNumber(text, 1, most); };
@@ -150,8 +174,10 @@ ExitCode RecordCommand::RunOn(ConsoleMachine& console, platform::SerialPort& por
   live.StartLink();
   app::Session& session = live.Results();
   session.Options() = {options_.Display()};
-  // The log first: it only grows, while a trace replaces the one before.
+  // A trace replaces the one before, so it is only tried before the log is begun.
+  const NewTrace newTrace(console.Machine().fileSystem, rawPath_);
   if (StartLog(session, options_) != ExitCode::Done) {
+    newTrace.TakeBack();
     return ExitCode::Failed;
   }
   if (rawPath_) {

@@ -84,6 +84,21 @@ TEST_F(BadInputTest, ARecordThatCannotBeginLeavesTheOlderTrace) {
       Run({"record", "--demo", "--for", "1", "--raw", "older.trace", "--log", "no/such/log.txt"}),
       1, "no/such/log.txt");
   EXPECT_EQ(Read("older.trace"), "older");
+  ExpectComplaint(
+      Run({"record", "--demo", "--for", "1", "--raw", "new.trace", "--log", "no/such/log.txt"}), 1,
+      "no/such/log.txt");
+  EXPECT_FALSE(Exists("new.trace"));
+}
+
+TEST_F(BadInputTest, ARecordWhoseTraceCannotBeCreatedLeavesTheLog) {
+  Write("log.txt", "older");
+  for (const char* log : {"log.txt", "new.txt"}) {
+    ExpectComplaint(
+        Run({"record", "--demo", "--for", "1", "--raw", "no/such/trace.txt", "--log", log}), 1,
+        "no/such/trace.txt");
+  }
+  EXPECT_EQ(Read("log.txt"), "older");
+  EXPECT_FALSE(Exists("new.txt"));
 }
 
 TEST_F(BadInputTest, WithAMissingFileNoOutputIsTouched) {

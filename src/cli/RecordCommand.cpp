@@ -212,8 +212,7 @@ ExitCode RecordCommand::RunOn(ConsoleMachine& console, platform::SerialPort& por
 }
 
 bool RecordCommand::HasEnded(const app::Session& session, std::int64_t milliseconds) const {
-  const std::int64_t taken = session.Model().ReportCount() + session.Parser().AbandonedCount();
-  return (reports_ && taken >= *reports_) ||
+  return (reports_ && session.Model().ReportCount() >= *reports_) ||
          (seconds_ && static_cast<double>(milliseconds) >= *seconds_ * 1000.0);
 }
 

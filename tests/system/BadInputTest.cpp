@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <cstdio>
+
 #include "support/Golden.h"
 #include "support/RecordedReports.h"
 #include "system/CliTest.h"
@@ -99,6 +101,23 @@ TEST_F(BadInputTest, ARecordWhoseTraceCannotBeCreatedLeavesTheLog) {
   }
   EXPECT_EQ(Read("log.txt"), "older");
   EXPECT_FALSE(Exists("new.txt"));
+}
+
+TEST_F(BadInputTest, ARecordOfSoManyReportsDoesNotCountThoseAbandoned) {
+  ProcessRequest request = Request(
+      {"record", "--demo", "--speed", "200", "--for", "300", "--reports", "8", "--log", "log.txt"});
+  request.fileSizeLimit = 300;
+  const ProcessResult result = RunProcess(request);
+  EXPECT_EQ(result.exitCode, 1);
+  int reports = 0;
+  int antennas = 0;
+  int abandoned = 0;
+  ASSERT_EQ(std::sscanf(result.output.c_str(), "Reports: %d AAs: %d Abandoned: %d", &reports,
+                        &antennas, &abandoned),
+            3)
+      << result.output;
+  EXPECT_LT(reports, 8);
+  EXPECT_GT(reports + abandoned, 8);
 }
 
 TEST_F(BadInputTest, WithAMissingFileNoOutputIsTouched) {

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "cli/ExitCode.h"
+#include "cli/CommandMachine.h"
+#include "cli/Streams.h"
 
 namespace CLI {
 class App;
@@ -17,7 +18,7 @@ class Command {
   virtual void AddTo(CLI::App& program) = 0;
 
   /// Does its work, once the options are read.
-  virtual ExitCode Run() = 0;
+  virtual ExitCode Run(const Streams& streams, const CommandMachine& machine) = 0;
 };
 
 }  // namespace kelvara::cli

@@ -8,7 +8,7 @@ platform::MessageAnswer ConsoleMessageBoxes::Show(std::string_view text, std::st
   if (buttons != platform::MessageButtons::YesNo) {
     return platform::MessageAnswer::Ok;
   }
-  Complain(text.substr(0, text.find('\r')));
+  streams_.Complain(text.substr(0, text.find('\r')));
   return platform::MessageAnswer::No;
 }
 

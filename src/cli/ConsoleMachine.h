@@ -1,10 +1,10 @@
 #pragma once
 
-#include "cli/ExitCode.h"
+#include <memory>
+
+#include "cli/CommandMachine.h"
+#include "cli/Streams.h"
 #include "platform/Machine.h"
-#include "platform/qt/QtClock.h"
-#include "platform/qt/QtDateFormat.h"
-#include "platform/qt/QtFileSystem.h"
 
 namespace kelvara::cli {
 
@@ -22,9 +22,14 @@ class ConsoleBeeper : public platform::Beeper {
 /// noted on standard error, and its answer is No.
 class ConsoleMessageBoxes : public platform::MessageBoxes {
  public:
+  explicit ConsoleMessageBoxes(const Streams& streams) : streams_(streams) {}
+
   platform::MessageAnswer Show(std::string_view text, std::string_view title,
                                platform::MessageIcon icon,
                                platform::MessageButtons buttons) override;
+
+ private:
+  Streams streams_;
 };
 
 /// A program that has no other events to serve.
@@ -38,24 +43,28 @@ class ConsoleEventPump : public platform::EventPump {
 class ConsoleMachine {
  public:
   /// `speed` is how many times as fast as real time the clock runs.
-  explicit ConsoleMachine(double speed = 1.0) : clock_(speed) {}
+  ConsoleMachine(const Streams& streams, const CommandMachine& machine, double speed = 1.0)
+      : streams_(streams),
+        clock_(machine.makeClock(speed)),
+        messageBoxes_(streams),
+        machine_{.clock = *clock_,
+                 .dateFormat = machine.dateFormat,
+                 .fileSystem = machine.fileSystem,
+                 .beeper = beeper_,
+                 .messageBoxes = messageBoxes_,
+                 .events = events_} {}
 
+  const Streams& Out() const { return streams_; }
   const platform::Machine& Machine() const { return machine_; }
   int BeepCount() const { return beeper_.Count(); }
 
  private:
-  qt::QtClock clock_;
-  qt::QtDateFormat dateFormat_;
-  qt::QtFileSystem fileSystem_;
+  Streams streams_;
+  std::unique_ptr<platform::Clock> clock_;
   ConsoleBeeper beeper_;
   ConsoleMessageBoxes messageBoxes_;
   ConsoleEventPump events_;
-  platform::Machine machine_{.clock = clock_,
-                             .dateFormat = dateFormat_,
-                             .fileSystem = fileSystem_,
-                             .beeper = beeper_,
-                             .messageBoxes = messageBoxes_,
-                             .events = events_};
+  platform::Machine machine_;
 };
 
 }  // namespace kelvara::cli

@@ -77,17 +77,17 @@ void ConsoleParser::Add(const char* name, std::unique_ptr<Command> command) {
   commands_.push_back({name, std::move(command)});
 }
 
-void ConsoleParser::Parse(int argumentCount, const char* const* arguments) {
-  Arguments read(arguments + 1, arguments + std::max(argumentCount, 1));
-  const auto named = program_.get_subcommands(
-      [&](const CLI::App* command) { return !read.empty() && command->get_name() == read[0]; });
-  if (!named.empty() && read[0] == "convert") {
-    ProtectDashedValue(read);
+void ConsoleParser::Parse(Arguments arguments) {
+  const auto named = program_.get_subcommands([&](const CLI::App* command) {
+    return !arguments.empty() && command->get_name() == arguments[0];
+  });
+  if (!named.empty() && arguments[0] == "convert") {
+    ProtectDashedValue(arguments);
   } else if (!named.empty()) {
-    ProtectFilesAndEmptyValues(*named[0], read);
+    ProtectFilesAndEmptyValues(*named[0], arguments);
   }
-  std::reverse(read.begin(), read.end());  // The parser takes them from the back.
-  program_.parse(std::move(read));
+  std::reverse(arguments.begin(), arguments.end());  // The parser takes them from the back.
+  program_.parse(std::move(arguments));
 }
 
 Command* ConsoleParser::Chosen() const {

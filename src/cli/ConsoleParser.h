@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "cli/Command.h"
@@ -13,9 +14,9 @@ class ConsoleParser {
  public:
   ConsoleParser();
 
-  /// Reads the command line. A wrong one is a parse error of the parser's own, and so is one that
-  /// asks for help or the version, with 0 as its exit code.
-  void Parse(int argumentCount, const char* const* arguments);
+  /// Reads the command line, without the program's own name. A wrong one is a parse error of the
+  /// parser's own, and so is one that asks for help or the version, with 0 as its exit code.
+  void Parse(std::vector<std::string> arguments);
 
   /// The sub-command that was read, null where none was named.
   Command* Chosen() const;

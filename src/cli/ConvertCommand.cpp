@@ -3,7 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
-#include <iostream>
+#include <ostream>
 #include <string_view>
 #include <vector>
 
@@ -67,9 +67,9 @@ void ConvertCommand::AddTo(CLI::App& program) {
                ->type_name("");
 }
 
-ExitCode ConvertCommand::Run() {
+ExitCode ConvertCommand::Run(const Streams& streams, const CommandMachine& /*machine*/) {
   if (value_->count() == 0) {
-    Complain("a FIELD and a VALUE are required");
+    streams.Complain("a FIELD and a VALUE are required");
     return ExitCode::WrongCommandLine;
   }
   try {
@@ -81,12 +81,12 @@ ExitCode ConvertCommand::Run() {
       lines += text;
       lines += '\n';
     }
-    std::cout << lines;
+    streams.out << lines;
   } catch (const base::Fault& fault) {
-    Complain("cannot convert " + field_ + " \"" + text_ + "\": " + fault.what());
+    streams.Complain("cannot convert " + field_ + " \"" + text_ + "\": " + fault.what());
     return ExitCode::Failed;
   }
-  return FlushOutput();
+  return streams.FlushOutput();
 }
 
 }  // namespace kelvara::cli

@@ -15,7 +15,7 @@ class ConvertCommand : public Command {
  public:
   void AddTo(CLI::App& program) override;
 
-  ExitCode Run() override;
+  ExitCode Run(const Streams& streams, const CommandMachine& machine) override;
 
  private:
   std::string field_;

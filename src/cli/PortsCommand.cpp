@@ -1,11 +1,9 @@
 #include "cli/PortsCommand.h"
 
 #include <CLI/CLI.hpp>
-#include <iostream>
+#include <ostream>
 
-#include "help/ProgramTitle.h"
 #include "link/ComPort.h"
-#include "platform/qt/QtSettingsStore.h"
 #include "ports/PortDevice.h"
 #include "ports/PortTable.h"
 
@@ -22,10 +20,8 @@ void PortsCommand::AddTo(CLI::App& program) {
       ->type_name("N=DEVICE");
 }
 
-ExitCode PortsCommand::Run() {
-  const qt::QtSettingsStore settings(qt::UserSettingsFile(help::kSettingsApplication),
-                                     help::kPortsSection);
-  ports::PortTable table(settings);
+ExitCode PortsCommand::Run(const Streams& streams, const CommandMachine& machine) {
+  ports::PortTable table(machine.portSettings);
   for (const std::string& assignment : assignments_) {
     table.Assign(ports::ReadPortAssignment(assignment));
   }
@@ -34,15 +30,15 @@ ExitCode PortsCommand::Run() {
     const std::string device = table.DeviceOf(port);
     const ports::PortFinding finding = ports::LookAt(device);
     const std::string name = "COM" + std::to_string(port);
-    std::cout << name << ' ' << device << ' ' << (finding.IsPresent() ? "present" : "absent")
-              << '\n';
+    streams.out << name << ' ' << device << ' ' << (finding.IsPresent() ? "present" : "absent")
+                << '\n';
     if (finding.IsPresent() && !finding.reason.empty()) {
       obstacles.push_back(name + " cannot be opened: " + finding.reason);
     }
   }
-  const ExitCode printed = FlushOutput();
+  const ExitCode printed = streams.FlushOutput();
   for (const std::string& obstacle : obstacles) {
-    Complain(obstacle);
+    streams.Complain(obstacle);
   }
   return printed;
 }

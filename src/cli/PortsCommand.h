@@ -13,7 +13,7 @@ class PortsCommand : public Command {
   void AddTo(CLI::App& program) override;
 
   /// Prints a line for each port; why one that is present cannot be opened goes to standard error.
-  ExitCode Run() override;
+  ExitCode Run(const Streams& streams, const CommandMachine& machine) override;
 
  private:
   std::vector<std::string> assignments_;

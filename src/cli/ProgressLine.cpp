@@ -1,9 +1,7 @@
 #include "cli/ProgressLine.h"
 
-#include <iostream>
+#include <ostream>
 #include <utility>
-
-#include "cli/Terminal.h"
 
 namespace kelvara::cli {
 namespace {
@@ -12,12 +10,15 @@ constexpr std::size_t kLargeFile = std::size_t{16} << 20U;
 
 }  // namespace
 
-ProgressLine::ProgressLine(std::string name, std::size_t size)
-    : name_(std::move(name)), size_(size), shown_(size > kLargeFile && IsErrorTerminal()) {}
+ProgressLine::ProgressLine(std::string name, std::size_t size, const Streams& streams)
+    : streams_(streams),
+      name_(std::move(name)),
+      size_(size),
+      shown_(size > kLargeFile && streams.errIsTerminal) {}
 
 ProgressLine::~ProgressLine() {
   if (shown_) {
-    std::cerr << kWipeLine << std::flush;
+    streams_.err << kWipeLine << std::flush;
   }
 }
 
@@ -29,7 +30,7 @@ void ProgressLine::Advance(std::size_t bytes) {
   const int percent = static_cast<int>(done_ * 100 / size_);
   if (percent != percentShown_) {
     percentShown_ = percent;
-    std::cerr << '\r' << name_ << ": " << percent << " %" << std::flush;
+    streams_.err << '\r' << name_ << ": " << percent << " %" << std::flush;
   }
 }
 

@@ -3,13 +3,15 @@
 #include <cstddef>
 #include <string>
 
+#include "cli/Streams.h"
+
 namespace kelvara::cli {
 
 /// A line on standard error that tells how far a large file has been read. It shows itself only for
 /// files over 16 MiB and only where standard error is a terminal, and wipes itself out at the end.
 class ProgressLine {
  public:
-  ProgressLine(std::string name, std::size_t size);
+  ProgressLine(std::string name, std::size_t size, const Streams& streams);
   ~ProgressLine();
   ProgressLine(const ProgressLine&) = delete;
   ProgressLine& operator=(const ProgressLine&) = delete;
@@ -18,6 +20,7 @@ class ProgressLine {
   void Advance(std::size_t bytes);
 
  private:
+  Streams streams_;
   std::string name_;
   std::size_t size_;
   std::size_t done_ = 0;

@@ -18,14 +18,10 @@
 #include "cli/NumberChecks.h"
 #include "cli/ResultOutputs.h"
 #include "cli/StatusLine.h"
-#include "help/ProgramTitle.h"
 #include "link/ComPort.h"
 #include "platform/MemorySettingsStore.h"
-#include "platform/posix/StopSignal.h"
-#include "platform/qt/QtSettingsStore.h"
 #include "platform/qt/QtTimer.h"
 #include "ports/PortTable.h"
-#include "ports/QtSerialPort.h"
 #include "sim/DemoSerialPort.h"
 #include "sim/Site.h"
 
@@ -108,9 +104,9 @@ void RecordCommand::AddTo(CLI::App& program) {
   options_.AddTo(*command);
 }
 
-ExitCode RecordCommand::Run() {
+ExitCode RecordCommand::Run(const Streams& streams, const CommandMachine& machine) {
   if (int{device_.has_value()} + int{comPort_.has_value()} + int{demo_} != 1) {
-    Complain("exactly one of --port, --com and --demo is required");
+    streams.Complain("exactly one of --port, --com and --demo is required");
     return ExitCode::WrongCommandLine;
   }
   std::vector<std::string> outputs = options_.OutputPaths();
@@ -119,7 +115,7 @@ ExitCode RecordCommand::Run() {
   }
   const std::string clash = FileClash({}, outputs);
   if (!clash.empty()) {
-    Complain(clash);
+    streams.Complain(clash);
     return ExitCode::WrongCommandLine;
   }
   int argumentCount = 1;
@@ -127,35 +123,34 @@ ExitCode RecordCommand::Run() {
   std::array<char*, 2> arguments{name.data(), nullptr};
   const QCoreApplication application(argumentCount, arguments.data());
   try {
-    return demo_ ? RunOnDemo() : RunOnDevice();
+    return demo_ ? RunOnDemo(streams, machine) : RunOnDevice(streams, machine);
   } catch (const base::Fault& fault) {
-    Complain(fault.what());
+    streams.Complain(fault.what());
     return ExitCode::Failed;
   }
 }
 
-ExitCode RecordCommand::RunOnDemo() {
-  ConsoleMachine console(speed_);
+ExitCode RecordCommand::RunOnDemo(const Streams& streams, const CommandMachine& machine) {
+  ConsoleMachine console(streams, machine, speed_);
   sim::Beltpack beltpack(sim::DemoSite());
   qt::QtTimer delivery(Interval(sim::kDeliveryMilliseconds, speed_));
   sim::DemoSerialPort port(beltpack, console.Machine().clock, delivery);
-  return RunOn(console, port);
+  return RunOn(machine, console, port);
 }
 
-ExitCode RecordCommand::RunOnDevice() {
-  ConsoleMachine console;
-  const qt::QtSettingsStore settings(qt::UserSettingsFile(help::kSettingsApplication),
-                                     help::kPortsSection);
-  ports::PortTable ports(settings);
+ExitCode RecordCommand::RunOnDevice(const Streams& streams, const CommandMachine& machine) {
+  ConsoleMachine console(streams, machine);
+  ports::PortTable table(machine.portSettings);
   if (device_) {
-    ports.Assign({1, *device_});
+    table.Assign({1, *device_});
   }
-  ports::QtSerialPort port(ports);
-  port.SetPortNumber(static_cast<std::int16_t>(comPort_.value_or(1)));
-  return RunOn(console, port);
+  const std::unique_ptr<platform::SerialPort> port = machine.makePort(table);
+  port->SetPortNumber(static_cast<std::int16_t>(comPort_.value_or(1)));
+  return RunOn(machine, console, *port);
 }
 
-ExitCode RecordCommand::RunOn(ConsoleMachine& console, platform::SerialPort& port) {
+ExitCode RecordCommand::RunOn(const CommandMachine& machine, ConsoleMachine& console,
+                              platform::SerialPort& port) {
   qt::QtTimer rfpsTimer(Interval(link::kRfpsTimerMilliseconds, speed_));
   qt::QtTimer timerComPort(Interval(link::kTimerComPortMilliseconds, speed_));
   qt::QtTimer silenceTimer(Interval(link::kSilenceMilliseconds, speed_));
@@ -176,7 +171,7 @@ ExitCode RecordCommand::RunOn(ConsoleMachine& console, platform::SerialPort& por
   session.Options() = {options_.Display()};
   // A trace replaces the one before, so it is only tried before the log is begun.
   const NewTrace newTrace(console.Machine().fileSystem, rawPath_);
-  if (StartLog(session, options_) != ExitCode::Done) {
+  if (StartLog(session, options_, console.Out()) != ExitCode::Done) {
     newTrace.TakeBack();
     return ExitCode::Failed;
   }
@@ -184,9 +179,9 @@ ExitCode RecordCommand::RunOn(ConsoleMachine& console, platform::SerialPort& por
     live.StartTrace(*rawPath_, false);
   }
 
-  StatusLine statusLine(live);
+  StatusLine statusLine(live, console.Out());
   const std::int64_t start = console.Machine().clock.TickCount();
-  const posix::StopSignal stopSignal([] { QCoreApplication::quit(); });
+  const std::shared_ptr<void> stop = machine.atStop([] { QCoreApplication::quit(); });
   qt::QtTimer check(Interval(kCheckMilliseconds, speed_));
   const auto endIfDone = [&] {
     statusLine.Show();
@@ -205,7 +200,7 @@ ExitCode RecordCommand::RunOn(ConsoleMachine& console, platform::SerialPort& por
   ExitCode result = WriteResults(session, grid, console, options_);
   live.Shutdown();
   if (const std::string failure = live.TraceFailure(); !failure.empty()) {
-    Complain(failure);
+    console.Out().Complain(failure);
     result = ExitCode::Failed;
   }
   return result;

@@ -19,12 +19,13 @@ class RecordCommand : public Command {
  public:
   void AddTo(CLI::App& program) override;
 
-  ExitCode Run() override;
+  ExitCode Run(const Streams& streams, const CommandMachine& machine) override;
 
  private:
-  ExitCode RunOn(ConsoleMachine& console, platform::SerialPort& port);
-  ExitCode RunOnDemo();
-  ExitCode RunOnDevice();
+  ExitCode RunOn(const CommandMachine& machine, ConsoleMachine& console,
+                 platform::SerialPort& port);
+  ExitCode RunOnDemo(const Streams& streams, const CommandMachine& machine);
+  ExitCode RunOnDevice(const Streams& streams, const CommandMachine& machine);
   bool HasEnded(const app::Session& session, std::int64_t milliseconds) const;
 
   ResultOptions options_;

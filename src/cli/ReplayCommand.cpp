@@ -3,7 +3,9 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdint>
+#include <istream>
 #include <memory>
+#include <span>
 #include <string_view>
 
 #include "base/Fault.h"
@@ -13,6 +15,7 @@
 #include "cli/Quoted.h"
 #include "cli/ResultOutputs.h"
 #include "link/ReportCollector.h"
+#include "platform/qt/QtFileSystem.h"
 #include "sessions/KelvaraFile.h"
 #include "sessions/RecordedSession.h"
 #include "sessions/WholeReport.h"
@@ -23,10 +26,33 @@ namespace {
 constexpr const char* kStandardInput = "-";
 constexpr std::size_t kPieceBytes = std::size_t{256} << 10U;
 
+/// What the program is given to read, as a file.
+class StreamInput : public platform::InputFile {
+ public:
+  explicit StreamInput(std::istream& in) : in_(in) {}
+
+  std::size_t Read(std::span<char> buffer) override {
+    // Waits for the first character, then takes those that came with it.
+    if (in_.peek() != std::istream::traits_type::eof()) {
+      return static_cast<std::size_t>(
+          in_.readsome(buffer.data(), static_cast<std::streamsize>(buffer.size())));
+    }
+    if (in_.bad()) {
+      throw base::Fault(base::FaultKind::File, "cannot read standard input");
+    }
+    return 0;
+  }
+
+  std::size_t Size() const override { return 0; }
+
+ private:
+  std::istream& in_;
+};
+
 /// Hands recorded reports to the parser, and notes on standard error what was dropped.
 class Replay : public sessions::RecordedTextReader {
  public:
-  explicit Replay(app::Session& session) : session_(session) {}
+  Replay(app::Session& session, const Streams& streams) : session_(session), streams_(streams) {}
 
   void ProcessRfpsReport(std::string_view report) override {
     const std::int64_t before = Counted();
@@ -36,19 +62,19 @@ class Replay : public sessions::RecordedTextReader {
 
   void NoteDropped(sessions::DropReason reason) override {
     if (reason == sessions::DropReason::Unfinished) {
-      Complain(name_ + ": the last report has fewer than " +
-               std::to_string(link::kRfpsReportLines) + " lines and was dropped");
+      streams_.Complain(name_ + ": the last report has fewer than " +
+                        std::to_string(link::kRfpsReportLines) + " lines and was dropped");
     } else {
-      Complain(name_ + ": a report larger than " + std::to_string(link::kMaxReportBytes) +
-               " bytes without its " + std::to_string(link::kRfpsReportLines) +
-               " lines was dropped");
+      streams_.Complain(name_ + ": a report larger than " + std::to_string(link::kMaxReportBytes) +
+                        " bytes without its " + std::to_string(link::kRfpsReportLines) +
+                        " lines was dropped");
     }
   }
 
   /// Reads one file to its end.
   void ReadFile(const std::string& name, platform::InputFile& file, sessions::RecordedText& text) {
     name_ = name == kStandardInput ? "standard input" : name;
-    ProgressLine progress(name_, file.Size());
+    ProgressLine progress(name_, file.Size(), streams_);
     std::vector<char> piece(kPieceBytes);
     std::string start;
     const std::int64_t before = taken_;
@@ -72,7 +98,7 @@ class Replay : public sessions::RecordedTextReader {
   /// Says so where no file that was read holds a report of an antenna.
   void NoteNothingFound() const {
     if (!found_) {
-      Complain("no report of an antenna is in " + names_);
+      streams_.Complain("no report of an antenna is in " + names_);
     }
   }
 
@@ -82,15 +108,19 @@ class Replay : public sessions::RecordedTextReader {
   }
 
   app::Session& session_;
+  Streams streams_;
   std::string name_;
   std::string names_;       ///< Of all the files, each with what it is.
   std::int64_t taken_ = 0;  ///< Reports of antennas, abandoned ones too.
   bool found_ = false;
 };
 
-std::unique_ptr<platform::InputFile> Open(const std::string& name, ConsoleMachine& console) {
-  return name == kStandardInput ? qt::OpenStandardInput()
-                                : console.Machine().fileSystem.OpenForInput(name);
+std::unique_ptr<platform::InputFile> Open(const std::string& name, const Streams& streams,
+                                          const CommandMachine& machine) {
+  if (name == kStandardInput) {
+    return std::make_unique<StreamInput>(streams.in);
+  }
+  return machine.fileSystem.OpenForInput(name);
 }
 
 }  // namespace
@@ -107,19 +137,19 @@ void ReplayCommand::AddTo(CLI::App& program) {
   options_.AddTo(*command);
 }
 
-ExitCode ReplayCommand::Run() {
+ExitCode ReplayCommand::Run(const Streams& streams, const CommandMachine& machine) {
   if (files_.empty()) {
-    Complain("a FILE is required");
+    streams.Complain("a FILE is required");
     return ExitCode::WrongCommandLine;
   }
   std::vector<std::string> inputs = files_;
   std::erase(inputs, kStandardInput);
   const std::string clash = FileClash(inputs, options_.OutputPaths());
   if (!clash.empty()) {
-    Complain(clash);
+    streams.Complain(clash);
     return ExitCode::WrongCommandLine;
   }
-  ConsoleMachine console;
+  ConsoleMachine console(streams, machine);
   sync::GridCells grid;
   app::Session session(console.Machine(), grid, nullptr);
   session.Options() = {options_.Display()};
@@ -132,13 +162,13 @@ ExitCode ReplayCommand::Run() {
       }
     }
   } catch (const base::Fault& fault) {
-    Complain(fault.what());
+    streams.Complain(fault.what());
     return ExitCode::Failed;
   }
-  if (StartLog(session, options_) != ExitCode::Done) {
+  if (StartLog(session, options_, streams) != ExitCode::Done) {
     return ExitCode::Failed;
   }
-  Replay replay(session);
+  Replay replay(session, streams);
   ExitCode read = ExitCode::Done;
   for (const std::string& name : files_) {
     try {
@@ -147,9 +177,9 @@ ExitCode ReplayCommand::Run() {
       sessions::WholeReport wholeReport(replay);
       sessions::RecordedText& text =
           whole_ ? static_cast<sessions::RecordedText&>(wholeReport) : recordedSession;
-      replay.ReadFile(name, *Open(name, console), text);
+      replay.ReadFile(name, *Open(name, streams, machine), text);
     } catch (const base::Fault& fault) {
-      Complain(fault.what());
+      streams.Complain(fault.what());
       read = ExitCode::Failed;
     }
   }

@@ -13,7 +13,7 @@ class ReplayCommand : public Command {
  public:
   void AddTo(CLI::App& program) override;
 
-  ExitCode Run() override;
+  ExitCode Run(const Streams& streams, const CommandMachine& machine) override;
 
  private:
   ResultOptions options_;

@@ -1,6 +1,6 @@
 #include "cli/ResultOutputs.h"
 
-#include <iostream>
+#include <ostream>
 #include <string>
 
 #include "base/Fault.h"
@@ -11,27 +11,27 @@
 namespace kelvara::cli {
 namespace {
 
-bool StopLog(app::Session& session, const std::string& path) {
+bool StopLog(app::Session& session, const std::string& path, const Streams& streams) {
   try {
     session.Capture().StopLoggingToFile();
     return true;
   } catch (const base::Fault& fault) {
-    Complain("the log " + Quoted(path) + " is not complete: " + fault.what());
+    streams.Complain("the log " + Quoted(path) + " is not complete: " + fault.what());
     return false;
   }
 }
 
-bool WriteReport(app::Session& session, const ResultOptions& options) {
+bool WriteReport(app::Session& session, const ResultOptions& options, const Streams& streams) {
   try {
     if (session.Report().GenerateReport(*options.reportPath, options.site, options.tester,
                                         options.notes)) {
       return true;
     }
-    Complain("Error occured while generating report. Check the filename and path: " +
-             Quoted(*options.reportPath));
+    streams.Complain("Error occured while generating report. Check the filename and path: " +
+                     Quoted(*options.reportPath));
   } catch (const base::Fault&) {
-    Complain("the report " + Quoted(*options.reportPath) +
-             " cannot be written: there are more antennas than it can list");
+    streams.Complain("the report " + Quoted(*options.reportPath) +
+                     " cannot be written: there are more antennas than it can list");
   }
   return false;
 }
@@ -42,33 +42,34 @@ bool WriteCsv(app::Session& session, const ConsoleMachine& console, const std::s
   if (console.BeepCount() == beeps) {
     return true;
   }
-  Complain("the CSV file " + Quoted(path) + " could not be written");
+  console.Out().Complain("the CSV file " + Quoted(path) + " could not be written");
   return false;
 }
 
-bool WriteJson(platform::FileSystem& fileSystem, const std::string& path, const std::string& json) {
+bool WriteJson(platform::FileSystem& fileSystem, const std::string& path, const std::string& json,
+               const Streams& streams) {
   try {
     fileSystem.OpenForOutput(path)->Write(json);
     return true;
   } catch (const base::Fault& fault) {
-    Complain(fault.what());
+    streams.Complain(fault.what());
     return false;
   }
 }
 
-void PrintTotals(app::Session& session) {
-  std::cout << "Reports: " << session.Model().ReportCount() << '\n'
-            << "AAs: " << session.Model().AaCount() << '\n';
+void PrintTotals(app::Session& session, const Streams& streams) {
+  streams.out << "Reports: " << session.Model().ReportCount() << '\n'
+              << "AAs: " << session.Model().AaCount() << '\n';
   if (session.Parser().AbandonedCount() > 0) {
-    std::cout << "Abandoned: " << session.Parser().AbandonedCount() << '\n';
+    streams.out << "Abandoned: " << session.Parser().AbandonedCount() << '\n';
   }
 }
 
 }  // namespace
 
-ExitCode StartLog(app::Session& session, const ResultOptions& options) {
+ExitCode StartLog(app::Session& session, const ResultOptions& options, const Streams& streams) {
   if (options.logPath && !session.Capture().StartLoggingToFile(*options.logPath)) {
-    Complain("Could not start Logging to specified file. " + Quoted(*options.logPath));
+    streams.Complain("Could not start Logging to specified file. " + Quoted(*options.logPath));
     return ExitCode::Failed;
   }
   return ExitCode::Done;
@@ -76,12 +77,13 @@ ExitCode StartLog(app::Session& session, const ResultOptions& options) {
 
 ExitCode WriteResults(app::Session& session, sync::GridCells& grid, const ConsoleMachine& console,
                       const ResultOptions& options) {
+  const Streams& streams = console.Out();
   bool done = true;
   if (options.logPath) {
-    done = StopLog(session, *options.logPath) && done;
+    done = StopLog(session, *options.logPath, streams) && done;
   }
   if (options.reportPath) {
-    done = WriteReport(session, options) && done;
+    done = WriteReport(session, options, streams) && done;
   }
   // Drawn from nothing, so that cells which a faulting redraw does not reach show nothing either.
   grid.SetSize(0, 0);
@@ -92,17 +94,17 @@ ExitCode WriteResults(app::Session& session, sync::GridCells& grid, const Consol
   // Files first: whoever reads the standard output may stop reading.
   const std::string json = options.jsonPath ? JsonResults(session, grid, gridComplete) : "";
   if (options.jsonPath && !options.JsonOnStandardOutput()) {
-    done = WriteJson(console.Machine().fileSystem, *options.jsonPath, json) && done;
+    done = WriteJson(console.Machine().fileSystem, *options.jsonPath, json, streams) && done;
   }
   if (options.grid) {
-    PrintGrid(grid, std::cout);
+    PrintGrid(grid, streams.out);
   }
   if (options.JsonOnStandardOutput()) {
-    std::cout << json;
+    streams.out << json;
   } else {
-    PrintTotals(session);
+    PrintTotals(session, streams);
   }
-  done = FlushOutput() == ExitCode::Done && done;
+  done = streams.FlushOutput() == ExitCode::Done && done;
   return done ? ExitCode::Done : ExitCode::Failed;
 }
 

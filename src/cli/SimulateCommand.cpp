@@ -10,9 +10,9 @@
 #include <chrono>
 #include <climits>
 #include <cstdint>
-#include <iostream>
 #include <limits>
 #include <memory>
+#include <ostream>
 
 #include "base/Fault.h"
 #include "cli/NumberChecks.h"
@@ -45,7 +45,7 @@ int SleepMs(const sim::Beltpack& beltpack, std::int64_t nowMs) {
 }
 
 /// Takes what waits on standard input; false at its end.
-bool TakeControl(sim::ControlLines& control) {
+bool TakeControl(sim::ControlLines& control, const Streams& streams) {
   std::array<char, 4096> piece{};
   const ssize_t got = read(STDIN_FILENO, piece.data(), piece.size());
   if (got < 0 && errno == EINTR) {
@@ -55,20 +55,21 @@ bool TakeControl(sim::ControlLines& control) {
     return false;
   }
   for (const std::string& line : control.Feed({piece.data(), static_cast<std::size_t>(got)})) {
-    Complain("\"" + line + "\" is no command of the simulated beltpack");
+    streams.Complain("\"" + line + "\" is no command of the simulated beltpack");
   }
   return true;
 }
 
-void PrintDeviceName(const sim::PseudoTerminal& terminal) {
-  std::cout << terminal.DeviceName() << std::endl;
+void PrintDeviceName(const sim::PseudoTerminal& terminal, const Streams& streams) {
+  streams.out << terminal.DeviceName() << std::endl;
 }
 
 /// Answers until a signal, or the end of standard input where that is listened to.
 void Serve(sim::Beltpack& beltpack, sim::PseudoTerminal& terminal, bool takesControl,
-           const Stopwatch& stopwatch, const posix::CaughtSignals& caughtSignals) {
+           const Stopwatch& stopwatch, const posix::CaughtSignals& caughtSignals,
+           const Streams& streams) {
   sim::ControlLines control(beltpack);
-  PrintDeviceName(terminal);
+  PrintDeviceName(terminal, streams);
   while (true) {
     std::array<pollfd, 4> waits{{{caughtSignals.Descriptor(), POLLIN, 0},
                                  {takesControl ? STDIN_FILENO : -1, POLLIN, 0},
@@ -78,12 +79,13 @@ void Serve(sim::Beltpack& beltpack, sim::PseudoTerminal& terminal, bool takesCon
       continue;
     }
     // A line's fault that was asked for before a command was sent must hold for its answer.
-    const bool goesOn = waits[0].revents == 0 && (waits[1].revents == 0 || TakeControl(control));
+    const bool goesOn =
+        waits[0].revents == 0 && (waits[1].revents == 0 || TakeControl(control, streams));
     if (!goesOn) {
       return;
     }
     if (sim::PassOn(beltpack, terminal, stopwatch.Ms())) {
-      PrintDeviceName(terminal);
+      PrintDeviceName(terminal, streams);
     }
   }
 }
@@ -135,7 +137,7 @@ void SimulateCommand::AddTo(CLI::App& program) {
                     "input, and end where it ends");
 }
 
-ExitCode SimulateCommand::Run() {
+ExitCode SimulateCommand::Run(const Streams& streams, const CommandMachine& /*machine*/) {
   try {
     qt::QtFileSystem fileSystem;
     sim::BeltpackManner manner;
@@ -158,9 +160,9 @@ ExitCode SimulateCommand::Run() {
     const Stopwatch stopwatch;
     sim::PseudoTerminal terminal(linkPath_);
     terminal.Open();
-    Serve(beltpack, terminal, takesControl_, stopwatch, caughtSignals);
+    Serve(beltpack, terminal, takesControl_, stopwatch, caughtSignals, streams);
   } catch (const base::Fault& fault) {
-    Complain(fault.what());
+    streams.Complain(fault.what());
     return ExitCode::Failed;
   }
   return ExitCode::Done;

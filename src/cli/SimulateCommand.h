@@ -12,7 +12,7 @@ class SimulateCommand : public Command {
  public:
   void AddTo(CLI::App& program) override;
 
-  ExitCode Run() override;
+  ExitCode Run(const Streams& streams, const CommandMachine& machine) override;
 
  private:
   std::string sitePath_;

@@ -1,15 +1,11 @@
 #include "cli/StatusLine.h"
 
-#include <iostream>
-
-#include "cli/Terminal.h"
+#include <ostream>
 
 namespace kelvara::cli {
 
-StatusLine::StatusLine(app::LiveSession& live) : live_(live), isTerminal_(IsErrorTerminal()) {}
-
 void StatusLine::Show() {
-  if (!isTerminal_) {
+  if (!streams_.errIsTerminal) {
     return;
   }
   const app::Session& results = live_.Results();
@@ -21,14 +17,14 @@ void StatusLine::Show() {
   line += "  Reports: " + std::to_string(results.Model().ReportCount());
   line += "  AAs: " + std::to_string(results.Model().AaCount());
   if (line != shown_) {
-    std::cerr << kWipeLine << line << std::flush;
+    streams_.err << kWipeLine << line << std::flush;
     shown_ = line;
   }
 }
 
 void StatusLine::Remove() {
   if (!shown_.empty()) {
-    std::cerr << kWipeLine << std::flush;
+    streams_.err << kWipeLine << std::flush;
     shown_.clear();
   }
 }

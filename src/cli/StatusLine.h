@@ -3,6 +3,7 @@
 #include <string>
 
 #include "app/LiveSession.h"
+#include "cli/Streams.h"
 
 namespace kelvara::cli {
 
@@ -10,7 +11,7 @@ namespace kelvara::cli {
 /// itself only where standard error is a terminal.
 class StatusLine {
  public:
-  explicit StatusLine(app::LiveSession& live);
+  StatusLine(app::LiveSession& live, const Streams& streams) : live_(live), streams_(streams) {}
 
   /// Shows the state as it is now.
   void Show();
@@ -20,7 +21,7 @@ class StatusLine {
 
  private:
   app::LiveSession& live_;
-  bool isTerminal_;
+  Streams streams_;
   std::string shown_;
 };
 

@@ -10,9 +10,8 @@
 namespace kelvara::cli {
 namespace {
 
-void Parse(ConsoleParser& parser, std::vector<const char*> arguments) {
-  arguments.insert(arguments.begin(), "kelvara-cli");
-  parser.Parse(static_cast<int>(arguments.size()), arguments.data());
+void Parse(ConsoleParser& parser, const std::vector<const char*>& arguments) {
+  parser.Parse({arguments.begin(), arguments.end()});
 }
 
 TEST(ConsoleParser, ChoosesTheSubCommandThatIsNamed) {

@@ -2,7 +2,6 @@
 
 #include <QFile>
 #include <algorithm>
-#include <cstdio>
 #include <filesystem>
 
 #include "base/Fault.h"
@@ -114,12 +113,6 @@ class QtInputFile : public platform::InputFile {
     Open(file_, name_, QIODevice::ReadOnly);
   }
 
-  explicit QtInputFile(std::FILE* stream) : name_("-") {
-    if (!file_.open(stream, QIODevice::ReadOnly | QIODevice::Unbuffered)) {
-      ThrowFileFault(file_, name_, "open");
-    }
-  }
-
   std::size_t Read(std::span<char> buffer) override {
     const qint64 got = file_.read(buffer.data(), static_cast<qint64>(buffer.size()));
     if (got < 0) {
@@ -149,10 +142,6 @@ std::unique_ptr<platform::OutputFile> QtFileSystem::OpenForAppend(const std::str
 
 std::unique_ptr<platform::InputFile> QtFileSystem::OpenForInput(const std::string& path) {
   return std::make_unique<QtInputFile>(path);
-}
-
-std::unique_ptr<platform::InputFile> OpenStandardInput() {
-  return std::make_unique<QtInputFile>(stdin);
 }
 
 void ExpectReadable(const std::string& path) {

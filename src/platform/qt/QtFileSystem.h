@@ -16,9 +16,6 @@ class QtFileSystem : public platform::FileSystem {
   std::unique_ptr<platform::InputFile> OpenForInput(const std::string& path) override;
 };
 
-/// Standard input, as a file.
-std::unique_ptr<platform::InputFile> OpenStandardInput();
-
 /// A file fault when the path is no file that can be read. Pipes and devices pass: what is in them
 /// can be read only once.
 void ExpectReadable(const std::string& path);

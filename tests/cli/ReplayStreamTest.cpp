@@ -1,13 +1,13 @@
 #include <gtest/gtest.h>
 
+#include "cli/ConsoleTest.h"
 #include "support/Golden.h"
 #include "support/RecordedReports.h"
-#include "system/CliTest.h"
 
 namespace kelvara::test {
 namespace {
 
-using ReplayStreamTest = CliTest;
+using ReplayStreamTest = ConsoleTest;
 
 TEST_F(ReplayStreamTest, AStreamEndsWithItsTotals) {
   EXPECT_EQ(Output({"replay", GoldenPath("four-antennas.session.txt")}), "Reports: 7\nAAs: 4\n");
@@ -17,14 +17,14 @@ TEST_F(ReplayStreamTest, AStreamEndsWithItsTotals) {
 
 TEST_F(ReplayStreamTest, AnEmptyFileIsNoReport) {
   Write("empty.txt", "");
-  const ProcessResult result = Run({"replay", "empty.txt", "-"});
+  const ConsoleResult result = Run({"replay", "empty.txt", "-"});
   ExpectComplaint(result, 0, "no report of an antenna is in \"empty.txt\", \"standard input\"\n");
   EXPECT_EQ(result.output, "Reports: 0\nAAs: 0\n");
 }
 
 TEST_F(ReplayStreamTest, ReportsOfNoAntennaAreToldOfOnceAndAnyReportOfOneIsEnough) {
   Write("lines.txt", RecordedReport({}) + RecordedReport({"no antenna"}));
-  const ProcessResult result = Run({"replay", "lines.txt"});
+  const ConsoleResult result = Run({"replay", "lines.txt"});
   ExpectComplaint(result, 0, "lines.txt");
   EXPECT_EQ(result.output, "Reports: 0\nAAs: 0\n");
   Write("report.txt", OneNeighbourReport(1, 2, -11));
@@ -42,7 +42,7 @@ TEST_F(ReplayStreamTest, WhatKelvaraWroteItselfIsNamed) {
                                    std::pair("out.json", "(JSON results that Kelvara wrote)")}) {
     const std::string said =
         "kelvara-cli: no report of an antenna is in \"" + std::string(name) + "\" " + kind + "\n";
-    const ProcessResult result = Run({"replay", name});
+    const ConsoleResult result = Run({"replay", name});
     EXPECT_EQ(result.exitCode, 0);
     ASSERT_GE(result.errors.size(), said.size()) << result.errors;
     EXPECT_EQ(result.errors.substr(result.errors.size() - said.size()), said);
@@ -73,23 +73,17 @@ TEST_F(ReplayStreamTest, ADashIsStandardInput) {
   EXPECT_LT(json.find("\"rpn\":1}"), json.find("\"rpn\":5}"));
 }
 
-TEST_F(ReplayStreamTest, StandardInputMayBeAFile) {
-  ProcessRequest request = Request({"replay", "-"});
-  request.inputPath = GoldenPath("four-antennas.session.txt");
-  EXPECT_EQ(RunProcess(request).output, "Reports: 7\nAAs: 4\n");
-}
-
 TEST_F(ReplayStreamTest, WhatIsLeftOverIsDroppedWithANoteThatNamesTheFile) {
   Write("whole.txt", OneNeighbourReport(1, 2, -11));
   Write("cut.txt", OneNeighbourReport(1, 2, -11) + OneNeighbourReport(3, 4, 5).substr(0, 60));
-  const ProcessResult result = Run({"replay", "cut.txt", "whole.txt"});
+  const ConsoleResult result = Run({"replay", "cut.txt", "whole.txt"});
   ExpectComplaint(result, 0, "cut.txt");
   EXPECT_EQ(result.output, "Reports: 2\nAAs: 2\n");
 }
 
 TEST_F(ReplayStreamTest, AFileWithoutLineEndsIsLeftOver) {
   Write("one-line.txt", "100ec5A301 Sync");
-  const ProcessResult result = Run({"replay", "one-line.txt"});
+  const ConsoleResult result = Run({"replay", "one-line.txt"});
   EXPECT_EQ(result.exitCode, 0);
   EXPECT_EQ(result.errors,
             "kelvara-cli: one-line.txt: the last report has fewer than 29 lines and was dropped\n"

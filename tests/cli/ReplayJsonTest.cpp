@@ -4,14 +4,14 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include "cli/ConsoleTest.h"
 #include "support/Golden.h"
 #include "support/RecordedReports.h"
-#include "system/CliTest.h"
 
 namespace kelvara::test {
 namespace {
 
-class ReplayJsonTest : public CliTest {
+class ReplayJsonTest : public ConsoleTest {
  protected:
   static QJsonObject Parsed(const std::string& text) {
     QJsonParseError error;
@@ -21,7 +21,7 @@ class ReplayJsonTest : public CliTest {
     return document.object();
   }
 
-  QJsonObject Results(Arguments arguments) const {
+  QJsonObject Results(Arguments arguments) {
     arguments.insert(arguments.begin(), "replay");
     arguments.insert(arguments.end(), {"--json", "-"});
     return Parsed(Output(arguments));

@@ -1,18 +1,18 @@
 #include <gtest/gtest.h>
 
-#include "system/CliTest.h"
+#include "cli/ConsoleTest.h"
 
 namespace kelvara::test {
 namespace {
 
-class RecordArgumentsTest : public CliTest {
+class RecordArgumentsTest : public ConsoleTest {
  protected:
   /// A command line that is wrong: nothing is recorded and nothing printed.
-  void ExpectWrong(const Arguments& arguments) const {
+  void ExpectWrong(const Arguments& arguments) {
     SCOPED_TRACE(::testing::PrintToString(arguments));
     Arguments all = {"record", "--json", "results.json"};
     all.insert(all.end(), arguments.begin(), arguments.end());
-    const ProcessResult result = Run(all);
+    const ConsoleResult result = Run(all);
     ExpectComplaint(result, 2, "");
     EXPECT_EQ(result.output, "");
     EXPECT_FALSE(Exists("results.json"));

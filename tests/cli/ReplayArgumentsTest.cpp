@@ -1,13 +1,13 @@
 #include <gtest/gtest.h>
 
+#include "cli/ConsoleTest.h"
 #include "support/Golden.h"
 #include "support/RecordedReports.h"
-#include "system/CliTest.h"
 
 namespace kelvara::test {
 namespace {
 
-class ReplayArgumentsTest : public CliTest {
+class ReplayArgumentsTest : public ConsoleTest {
  protected:
   std::string ReportField(const std::string& title) const {
     const std::string html = Read("report.html");

@@ -3,15 +3,15 @@
 #include <regex>
 #include <sstream>
 
+#include "cli/ConsoleTest.h"
 #include "support/Golden.h"
 #include "support/RecordedReports.h"
-#include "system/CliTest.h"
 
 namespace kelvara::test {
 namespace {
 
 /// The files that a replay writes. Dates are checked for their form and then taken as they are.
-class ReplayOutputsTest : public CliTest {
+class ReplayOutputsTest : public ConsoleTest {
  protected:
   /// Replaces each text of one form, and expects so many of them.
   static std::string Replaced(const std::string& text, const std::string& form,
@@ -155,7 +155,7 @@ TEST_F(ReplayOutputsTest, PathsMayHaveBackslashes) {
 class ReplayGridTest : public ReplayOutputsTest {
  protected:
   /// The table's lines, without the totals behind them.
-  std::vector<std::string> Table(Arguments arguments) const {
+  std::vector<std::string> Table(Arguments arguments) {
     arguments.insert(arguments.begin(), {"replay", "--grid", session});
     std::istringstream output(Output(arguments));
     std::vector<std::string> lines;

@@ -1,26 +1,15 @@
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <cstdio>
-
+#include "cli/ConsoleTest.h"
 #include "support/Golden.h"
 #include "support/RecordedReports.h"
-#include "system/CliTest.h"
 
 namespace kelvara::test {
 namespace {
 
-class BadInputTest : public CliTest {
+class BadInputTest : public ConsoleTest {
  protected:
   BadInputTest() { Write("good.txt", OneNeighbourReport(1, 2, -11)); }
-
-  /// A command line that is wrong: nothing is done and nothing printed.
-  void ExpectWrong(const Arguments& arguments, const std::string& named) const {
-    SCOPED_TRACE(::testing::PrintToString(arguments));
-    const ProcessResult result = Run(arguments);
-    ExpectComplaint(result, 2, named);
-    EXPECT_EQ(result.output, "");
-  }
 };
 
 TEST_F(BadInputTest, AMissingFile) {
@@ -35,26 +24,7 @@ TEST_F(BadInputTest, AFolderGivenAsAFile) {
   ExpectComplaint(Run({"replay", "--whole", "good.txt", "folder"}), 1, "folder");
 }
 
-TEST_F(BadInputTest, AFileThatMayNotBeRead) {
-  Write("secret.txt", OneNeighbourReport(1, 2, -11));
-  std::filesystem::permissions(folder.PathOf("secret.txt"), std::filesystem::perms::none);
-  ProcessRequest request = Request({"replay", "good.txt"});
-  request.withoutRights = ::geteuid() == 0;
-  if (RunProcess(request).exitCode == 127) {
-    GTEST_SKIP() << "the program cannot be run without the superuser's rights from where it is";
-  }
-  request.arguments.push_back("secret.txt");
-  ExpectComplaint(RunProcess(request), 1, "secret.txt");
-}
-
 TEST_F(BadInputTest, AFileWithAnEmptyName) { ExpectComplaint(Run({"replay", ""}), 1, "\"\""); }
-
-TEST_F(BadInputTest, StandardInputThatIsAFolder) {
-  ProcessRequest request = Request({"replay", "-"});
-  request.inputPath = folder.Path();
-  const ProcessResult result = RunProcess(request);
-  ExpectComplaint(result, 1, "");
-}
 
 TEST_F(BadInputTest, AnOutputThatIsAFileToBeReadAndTwoOutputsInOne) {
   std::filesystem::create_hard_link(folder.PathOf("good.txt"), folder.PathOf("linked.txt"));
@@ -103,26 +73,9 @@ TEST_F(BadInputTest, ARecordWhoseTraceCannotBeCreatedLeavesTheLog) {
   EXPECT_FALSE(Exists("new.txt"));
 }
 
-TEST_F(BadInputTest, ARecordOfSoManyReportsDoesNotCountThoseAbandoned) {
-  ProcessRequest request = Request(
-      {"record", "--demo", "--speed", "200", "--for", "300", "--reports", "8", "--log", "log.txt"});
-  request.fileSizeLimit = 300;
-  const ProcessResult result = RunProcess(request);
-  EXPECT_EQ(result.exitCode, 1);
-  int reports = 0;
-  int antennas = 0;
-  int abandoned = 0;
-  ASSERT_EQ(std::sscanf(result.output.c_str(), "Reports: %d AAs: %d Abandoned: %d", &reports,
-                        &antennas, &abandoned),
-            3)
-      << result.output;
-  EXPECT_LT(reports, 8);
-  EXPECT_GT(reports + abandoned, 8);
-}
-
 TEST_F(BadInputTest, WithAMissingFileNoOutputIsTouched) {
   Write("report.html", "older");
-  const ProcessResult result = Run({"replay", "good.txt", "missing.txt", "--report", "report.html",
+  const ConsoleResult result = Run({"replay", "good.txt", "missing.txt", "--report", "report.html",
                                     "--csv", "results.csv", "--log", "log.txt"});
   ExpectComplaint(result, 1, "missing.txt");
   EXPECT_EQ(Read("report.html"), "older");
@@ -147,51 +100,37 @@ TEST_F(BadInputTest, AnOutputWithoutRoomLeft) {
   }
 }
 
-TEST_F(BadInputTest, StandardOutputWithoutRoomLeft) {
+TEST_F(BadInputTest, StandardOutputThatCannotBeWritten) {
   for (const Arguments& arguments :
        {Arguments{"replay", "good.txt"}, Arguments{"replay", "good.txt", "--grid"},
-        Arguments{"replay", "good.txt", "--json", "-"}, Arguments{"--help"}, Arguments{"--version"},
+        Arguments{"replay", "good.txt", "--json", "-"}, Arguments{"convert", "rfps", "1"},
+        Arguments{"record", "--demo", "--for", "0.01"}, Arguments{"--help"}, Arguments{"--version"},
         Arguments{"replay", "--help"}, Arguments{"record", "-h"}, Arguments{"convert", "--help"},
         Arguments{"ports", "--help"}, Arguments{"simulate", "--help"}}) {
     SCOPED_TRACE(::testing::PrintToString(arguments));
-    ProcessRequest request = Request(arguments);
-    request.outputPath = "/dev/full";
-    ExpectComplaint(RunProcess(request), 1, "standard output");
+    std::istringstream in;
+    std::ostream out(nullptr);
+    std::ostringstream err;
+    const int exitCode = cli::RunConsole(arguments, {in, out, err}, machine);
+    ExpectComplaint({exitCode, "", err.str()}, 1, "standard output");
   }
 }
 
+TEST_F(BadInputTest, StandardInputThatCannotBeRead) {
+  std::istringstream in("text");
+  in.setstate(std::ios::badbit);
+  std::ostringstream out;
+  std::ostringstream err;
+  const int exitCode = cli::RunConsole({"replay", "-"}, {in, out, err}, machine);
+  ExpectComplaint({exitCode, out.str(), err.str()}, 1, "standard input");
+}
+
 TEST_F(BadInputTest, OutputsAlreadyWrittenStay) {
-  const ProcessResult result = Run({"replay", "good.txt", "--log", "log.txt", "--report",
+  const ConsoleResult result = Run({"replay", "good.txt", "--log", "log.txt", "--report",
                                     "report.html", "--csv", "/dev/full", "--json", "out.json"});
   ExpectComplaint(result, 1, "/dev/full");
   EXPECT_NE(Read("log.txt").find("Log To File Stopped"), std::string::npos);
   EXPECT_NE(Read("report.html").find("</html>"), std::string::npos);
-}
-
-TEST_F(BadInputTest, ALogThatOutgrowsItsRoomAbandonsReportsAndFails) {
-  std::string text;
-  for (int report = 0; report < 10; ++report) {
-    text += OneNeighbourReport(1, 2, -11);
-  }
-  Write("ten.txt", text);
-  ProcessRequest request = Request({"replay", "ten.txt", "--log", "log.txt"});
-  request.fileSizeLimit = 150;
-  const ProcessResult result = RunProcess(request);
-  ExpectComplaint(result, 1, "log.txt");
-  EXPECT_LE(Read("log.txt").size(), 150U);
-  EXPECT_EQ(Read("log.txt").find("Stopped"), std::string::npos);
-  // Room for the start entry and three entries of 33 bytes.
-  EXPECT_EQ(result.output, "Reports: 3\nAAs: 2\nAbandoned: 7\n");
-}
-
-TEST_F(BadInputTest, AReportThatOutgrowsItsRoomFailsAndKeepsItsBeginning) {
-  ProcessRequest request =
-      Request({"replay", GoldenPath("fifty-one-antennas.session.txt"), "--report", "report.html"});
-  request.fileSizeLimit = 40000;
-  ExpectComplaint(RunProcess(request), 1, "report.html");
-  const std::string html = Read("report.html");
-  EXPECT_EQ(html.substr(0, 9), "<!DOCTYPE");
-  EXPECT_LE(html.size(), 40000U);
 }
 
 TEST_F(BadInputTest, AnAntennaTooManyFailsTheReportWithoutAFile) {
@@ -205,7 +144,7 @@ TEST_F(BadInputTest, AnAntennaTooManyFailsTheReportWithoutAFile) {
 
 TEST_F(BadInputTest, AnAntennaTooManyFailsTheCsvBehindItsHeader) {
   Write("many.txt", FiftyTwoAntennas());
-  const ProcessResult result = Run({"replay", "many.txt", "--csv", "results.csv"});
+  const ConsoleResult result = Run({"replay", "many.txt", "--csv", "results.csv"});
   ExpectComplaint(result, 1, "results.csv");
   EXPECT_EQ(result.output, "Reports: 5\nAAs: 52\nAbandoned: 1\n");
   const std::string csv = Read("results.csv");

@@ -1,13 +1,13 @@
 #include <gtest/gtest.h>
 
+#include "cli/ConsoleTest.h"
 #include "support/Golden.h"
 #include "support/RecordedReports.h"
-#include "system/CliTest.h"
 
 namespace kelvara::test {
 namespace {
 
-using ReplayTraceTest = CliTest;
+using ReplayTraceTest = ConsoleTest;
 
 const std::string kRfps = "\x01rfps\x02";
 const std::string kCho =
@@ -45,7 +45,7 @@ TEST_F(ReplayTraceTest, CharactersOutsideAReportAreNotCollected) {
 TEST_F(ReplayTraceTest, AReportCutShortByTheNextRfpsIsThrownAway) {
   const std::string cut = OneNeighbourReport(5, 6, 7);
   Write("trace.txt", kRfps + cut.substr(0, cut.size() - 2) + kRfps + OneNeighbourReport(1, 2, -11));
-  const ProcessResult result = Run({"replay", "trace.txt"});
+  const ConsoleResult result = Run({"replay", "trace.txt"});
   EXPECT_EQ(result.exitCode, 0);
   EXPECT_EQ(result.output, "Reports: 1\nAAs: 2\n");
 }

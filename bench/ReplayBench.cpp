@@ -52,7 +52,9 @@ class ReplayRig : public sessions::RecordedTextReader {
   void ProcessRfpsReport(std::string_view report) override { parser_.ProcessRfpsReport(report); }
   void NoteDropped(sessions::DropReason /*reason*/) override { ++dropped_; }
 
+  /// Replays a session into an empty matrix.
   void Replay(std::string_view text) {
+    model_.Clear();
     while (!text.empty()) {
       const std::string_view piece = text.substr(0, kPieceBytes);
       session_.Feed(piece);
@@ -76,7 +78,7 @@ class ReplayRig : public sessions::RecordedTextReader {
 void Replay(benchmark::State& state) {
   const std::string& text = SessionText();
   ReplayRig rig;
-  // The first round finds the antennas and sizes the buffers.
+  // The first round sizes the buffers.
   rig.Replay(text);
   const std::int64_t allocations = AllocationCount();
   for (auto _ : state) {

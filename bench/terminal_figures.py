@@ -21,13 +21,17 @@ process until the X server maps its window, told by `xev`. Memory: with the port
 
 
 class Beltpack:
-    def __init__(self, console, folder):
-        self.device = pathlib.Path(folder) / "beltpack"
-        self.process = subprocess.Popen([console, "simulate", "--link", self.device],
-                                        stdout=subprocess.PIPE, text=True)
+    """A simulated beltpack for one run of a program: a program that is killed leaves the
+    pseudo-terminal, which it had for itself, closed to all others of an ordinary user."""
+
+    def __init__(self, console, device):
+        self.command = [console, "simulate", "--link", device]
+
+    def __enter__(self):
+        self.process = subprocess.Popen(self.command, stdout=subprocess.PIPE, text=True)
         self.process.stdout.readline()
 
-    def end(self):
+    def __exit__(self, *_):
         self.process.terminate()
         self.process.wait()
 
@@ -54,7 +58,7 @@ def seconds_to_window(command, environment):
                 if line.startswith("MapNotify"):
                     break
             seconds = time.perf_counter() - start
-            program.kill()
+            program.terminate()
         watch.kill()
     return seconds
 
@@ -77,10 +81,11 @@ def megabytes_with_port(command, environment, device, keys):
             time.sleep(0.3)
         time.sleep(SETTLING_SECONDS)
         if not holds(program, device):
-            program.kill()
-            sys.exit(f"{command[0]} has not opened the port")
+            program.terminate()
+            sys.exit(f"{command[0]} has not opened the port. Has another user's program, when it was "
+                     "killed, left its lock in /run/lock?")
         status = pathlib.Path(f"/proc/{program.pid}/status").read_text()
-        program.kill()
+        program.terminate()
     return int(status.split("VmRSS:")[1].split()[0]) * 1024 / 1e6
 
 
@@ -88,22 +93,23 @@ def print_terminal(table, build, environment, folder):
     table.section("Beside a serial terminal", REMARKS.format(SETTLING_SECONDS))
     if shutil.which("cutecom") is None:
         sys.exit("CuteCom is missing")
-    beltpack = Beltpack(build / "bin/kelvara-cli", folder)
-    kelvara = [build / "bin/kelvara", "--com", f"1={beltpack.device}"]
-    configure_cutecom(environment, beltpack.device)
-    keys = [["search", "--onlyvisible", "--name", "CuteCom", "windowfocus"], ["key", "alt+o"]]
-    try:
-        seconds = {"kelvara": [], "cutecom": []}
-        for _ in range(ROUNDS):
-            seconds["kelvara"].append(seconds_to_window(kelvara, environment))
-            seconds["cutecom"].append(seconds_to_window(["cutecom"], environment))
-        start = {name: statistics.median(values) * 1000 for name, values in seconds.items()}
-        memory = {
-            "kelvara": megabytes_with_port(kelvara, environment, beltpack.device, []),
-            "cutecom": megabytes_with_port(["cutecom"], environment, beltpack.device, keys),
-        }
-    finally:
-        beltpack.end()
+    device = pathlib.Path(folder) / "beltpack"
+    beltpack = Beltpack(build / "bin/kelvara-cli", device)
+    configure_cutecom(environment, device)
+    commands = {"kelvara": [build / "bin/kelvara", "--com", f"1={device}"], "cutecom": ["cutecom"]}
+    keys = {"kelvara": [],
+            "cutecom": [["search", "--sync", "--onlyvisible", "--name", "CuteCom", "windowfocus"],
+                        ["key", "alt+o"]]}
+    seconds = {name: [] for name in commands}
+    for _ in range(ROUNDS):
+        for name, command in commands.items():
+            with beltpack:
+                seconds[name].append(seconds_to_window(command, environment))
+    start = {name: statistics.median(values) * 1000 for name, values in seconds.items()}
+    memory = {}
+    for name, command in commands.items():
+        with beltpack:
+            memory[name] = megabytes_with_port(command, environment, device, keys[name])
     table.row("start until the window is there", f"{start['kelvara']:.0f} ms")
     table.row("  against CuteCom", f"{start['cutecom']:.0f} ms",
               f"{start['kelvara'] / start['cutecom']:.2f} of its time")

@@ -238,6 +238,15 @@ TEST_F(FrmCaptureTest, BrowseKeepsARememberedNameThatIsNoText) {
   EXPECT_EQ(store.Value("LastFile"), path);
 }
 
+TEST_F(FrmCaptureTest, ARememberedNameThatIsNoTextIsCapturedTo) {
+  const std::string path = Path("B\xFChne.txt");
+  Open(path);
+  Press(*window, Qt::Key_Return);
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_EQ(ReadTextFile(path), kStarted);
+  EXPECT_EQ(store.Value("LastFile"), path);
+}
+
 TEST_F(FrmCaptureTest, TabGoesThroughTheControlsAsTheyAreRead) {
   Open("log.txt");
   EXPECT_EQ(TabOrder(*window), "TxtFileName CommandBrowse StartButton CancelButton");

@@ -134,5 +134,24 @@ TEST_F(WholeSessionTest, TheGridFillsALogIsCapturedAndTheReportIsTrue) {
                   "LastFile=" + PathOf("readings.txt"), "LastReportFile=" + PathOf("report.html")});
 }
 
+using FileNamesTest = DesktopSession;
+
+TEST_F(FileNamesTest, NeedNotBeText) {
+  Write("site\xE9.txt", "1 0 90 50\n2 1 90 100\n");
+  Write(kSettingsFile, "[Settings]\nLastReportFile=" + PathOf("report\xE9.html") + "\n");
+  auto program = Start({"--site", PathOf("site\xE9.txt"), "--raw", PathOf("trace\xE9.txt")});
+  DesktopProgram::Await("a report", [&] { return program->GridRows() > 1; });
+  program->Choose({"Tools", "Generate AA Cable Length Report..."});
+  const DesktopWindow dialog = program->Open("Generate Reoprt");
+  program->PressButton(dialog, "Generate Report");
+  program->WaitUntilClosed(dialog);
+  DesktopProgram::Await("the opened report", [&] { return Exists("opened.txt"); });
+  program->RequestClose(program->MainWindow());
+  ExpectCleanEnd(*program);
+  EXPECT_NE(Read("trace\xE9.txt"), "");
+  EXPECT_TRUE(Read("report\xE9.html").ends_with("</html>\r\n"));
+  EXPECT_EQ(Read("opened.txt"), "file://" + PathOf("report%E9.html") + "\n");
+}
+
 }  // namespace
 }  // namespace kelvara::test

@@ -44,7 +44,8 @@ TEST(RunningProcessTest, MeasuresProcessorTime) {
   EXPECT_EQ(idle.ReadLine(), "begun");
   EXPECT_FALSE(idle.WaitForErrors("never", milliseconds(300)));
   EXPECT_LT(idle.ProcessorTime(), milliseconds(100));
-  Process busy(Shell("i=0; while [ $i -lt 200000 ]; do i=$((i+1)); done; echo done; sleep 600"));
+  Process busy(
+      Shell("i=0; while [ $i -lt 200000 ]; do i=$((i+1)); done; echo done; exec sleep 600"));
   EXPECT_EQ(busy.ReadLine(), "done");
   EXPECT_GT(busy.ProcessorTime(), milliseconds(50));
 }

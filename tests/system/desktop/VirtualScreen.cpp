@@ -44,31 +44,40 @@ xcb_window_t VirtualScreen::RootOf(xcb_connection_t* connection) {
 }
 
 std::vector<DesktopWindow> VirtualScreen::WindowsOf(pid_t program) const {
+  std::vector<DesktopWindow> windows;
+  for (const xcb_window_t window : Seen(program, false)) {
+    windows.push_back({window, Property(window, Atom("_NET_WM_NAME")),
+                       !Property(window, XCB_ATOM_WM_TRANSIENT_FOR).empty()});
+  }
+  return windows;
+}
+
+bool VirtualScreen::ShowsMenuOf(pid_t program) const { return !Seen(program, true).empty(); }
+
+std::vector<xcb_window_t> VirtualScreen::Seen(pid_t program, bool menus) const {
   const auto tree = Owned(
       xcb_query_tree_reply(connection_.get(), xcb_query_tree(connection_.get(), root_), nullptr));
   if (!tree) {
     throw std::runtime_error("the screen is gone");
   }
   const xcb_window_t* const children = xcb_query_tree_children(tree.get());
-  std::vector<DesktopWindow> windows;
+  std::vector<xcb_window_t> windows;
   for (int i = 0; i < xcb_query_tree_children_length(tree.get()); ++i) {
-    const xcb_window_t window = children[i];
     std::uint32_t owner = 0;
-    const std::string ownerBytes = Property(window, Atom("_NET_WM_PID"));
+    const std::string ownerBytes = Property(children[i], Atom("_NET_WM_PID"));
     std::memcpy(&owner, ownerBytes.data(), std::min(sizeof owner, ownerBytes.size()));
-    if (owner == static_cast<std::uint32_t>(program) && IsSeen(window)) {
-      windows.push_back({window, Property(window, Atom("_NET_WM_NAME")),
-                         !Property(window, XCB_ATOM_WM_TRANSIENT_FOR).empty()});
+    if (owner == static_cast<std::uint32_t>(program) && IsSeen(children[i], menus)) {
+      windows.push_back(children[i]);
     }
   }
   return windows;
 }
 
-bool VirtualScreen::IsSeen(xcb_window_t window) const {
+bool VirtualScreen::IsSeen(xcb_window_t window, bool menus) const {
   const auto attributes = Owned(xcb_get_window_attributes_reply(
       connection_.get(), xcb_get_window_attributes(connection_.get(), window), nullptr));
   return attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE &&
-         attributes->override_redirect == 0;
+         (attributes->override_redirect != 0) == menus;
 }
 
 void VirtualScreen::Focus(xcb_window_t window) const {

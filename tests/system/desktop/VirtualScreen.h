@@ -37,6 +37,9 @@ class VirtualScreen {
   /// The windows of a program that can be seen, menus and tool tips left out.
   std::vector<DesktopWindow> WindowsOf(pid_t program) const;
 
+  /// Whether a menu or a tool tip of a program can be seen.
+  bool ShowsMenuOf(pid_t program) const;
+
   /// Gives the keyboard to a window.
   void Focus(xcb_window_t window) const;
 
@@ -71,7 +74,9 @@ class VirtualScreen {
   static xcb_window_t RootOf(xcb_connection_t* connection);
   xcb_atom_t Atom(const std::string& name) const;
   std::string Property(xcb_window_t window, xcb_atom_t property) const;
-  bool IsSeen(xcb_window_t window) const;
+  /// The windows of a program that can be seen: menus and tool tips, or all others.
+  std::vector<xcb_window_t> Seen(pid_t program, bool menus) const;
+  bool IsSeen(xcb_window_t window, bool menus) const;
   void Hands(const std::vector<std::string>& arguments) const;
 
   Process server_;

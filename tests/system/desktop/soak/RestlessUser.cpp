@@ -166,8 +166,14 @@ void RestlessUser::PointAtTheGrid() {
 
 void RestlessUser::PressInMenus(const std::vector<std::string>& keys) const {
   const DesktopWindow window = program_.MainWindow();
-  // A menu may still be open, and the first Escape close no more than a part of it.
-  program_.Press(window, {"Escape", "Escape"});
+  // A menu may still be open; keys that come while it is closing go with it.
+  DesktopProgram::Await("the end of a menu", [&] {
+    const bool isOpen = screen_.ShowsMenuOf(program_.Id());
+    if (isOpen) {
+      program_.Press(window, {"Escape"});
+    }
+    return !isOpen;
+  });
   program_.Press(window, keys);
 }
 

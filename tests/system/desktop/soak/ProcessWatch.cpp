@@ -18,7 +18,7 @@ void ProcessWatch::Look() {
   if (Clock::now() < next_) {
     return;
   }
-  next_ += kInterval;
+  next_ = Clock::now() + kInterval;
   ProcessSample sample{Kilobytes(), 0, 0};
   for (const fs::directory_entry& handle : fs::directory_iterator(process_ + "/fd")) {
     // One that has been closed since leads nowhere.

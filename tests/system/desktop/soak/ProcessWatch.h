@@ -28,7 +28,7 @@ class ProcessWatch {
 
   const Samples& All() const { return samples_; }
 
-  /// A quarter of the time, 0 being the first. There is at least one sample in it.
+  /// A quarter of the samples, 0 being the first. There must be a sample.
   Samples Quarter(std::size_t number) const;
 
  private:

@@ -45,7 +45,15 @@ const std::vector<RestlessUser::Action>& RestlessUser::Actions() {
   return kActions;
 }
 
-void RestlessUser::Act() {
+void RestlessUser::ActAll() {
+  for (const Action& action : Actions()) {
+    Do(action);
+  }
+}
+
+void RestlessUser::Act() { Do(OneOf(Actions())); }
+
+void RestlessUser::Do(const Action& action) {
   AnswerBoxes();
   if (needsLog_) {
     // Stops the capture where one is running.
@@ -54,7 +62,6 @@ void RestlessUser::Act() {
     StartLog();
     AnswerBoxes();
   }
-  const Action& action = OneOf(Actions());
   Note(action.name);
   (this->*action.act)();
   ++counts_[action.name];

@@ -17,7 +17,10 @@ class RestlessUser {
   RestlessUser(const VirtualScreen& screen, const DesktopProgram& program, std::mt19937& chance,
                std::ostream& journal);
 
-  /// Does one thing, and closes all windows but the main window before and after it.
+  /// Does everything once.
+  void ActAll();
+
+  /// Does one thing.
   void Act();
 
   /// Closes all windows but the main window.
@@ -44,6 +47,8 @@ class RestlessUser {
   };
   static const std::vector<Action>& Actions();
 
+  /// Closes all windows but the main window before and after an action.
+  void Do(const Action& action);
   void Convert();
   void LookAtTheLine();
   void ReadAbout();

@@ -17,6 +17,16 @@ bool IsControl(char character) {
   return byte < 0x20U || byte == 0x7FU;
 }
 
+/// Whether two names are the same, letter case aside.
+bool IsSame(std::string_view left, std::string_view right) {
+  const auto lower = [](char character) {
+    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a')
+                                                : character;
+  };
+  return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                    [&](char one, char other) { return lower(one) == lower(other); });
+}
+
 bool IsComment(std::string_view line) {
   const std::string_view text = Trimmed(line);
   return text.empty() || text.front() == ';' || text.front() == '#';
@@ -128,11 +138,11 @@ IniText::Place IniText::Find(std::string_view section, std::string_view key) con
   for (std::size_t index = 0; index < lines_.size(); ++index) {
     const std::string_view line = lines_[index];
     if (const std::optional<std::string_view> name = SectionOf(line)) {
-      inSection = name == section;
+      inSection = IsSame(*name, section);
     }
     if (inSection && !Trimmed(line).empty()) {
       place.sectionEnd = index;
-      if (KeyOf(line) == key) {
+      if (const std::optional<std::string_view> name = KeyOf(line); name && IsSame(*name, key)) {
         place.line = index;
       }
     }

@@ -61,7 +61,7 @@ TEST(IniTextTest, EveryValueComesBack) {
 
 TEST(IniTextTest, HandWrittenTextIsUnderstood) {
   const std::optional<IniText> text = IniText::Parse(
-      "\xEF\xBB\xBF; by hand\r\n\r\n  [Ports]  \r\n COM1 =  /dev/ttyUSB0  \r\nCOM2=\r\n"
+      "\xEF\xBB\xBF; by hand\r\n\r\n  [ports]  \r\n com1 =  /dev/ttyUSB0  \r\nCOM2=\r\n"
       "# more\n[Settings]\nComPort=3\nComPort=4\n[Ports]\nCOM3=\"/dev/a b\"\n"
       "COM4=\" C:\\new\"");
   ASSERT_TRUE(text);
@@ -76,15 +76,14 @@ TEST(IniTextTest, HandWrittenTextIsUnderstood) {
 }
 
 TEST(IniTextTest, ByteOrderMarksInFrontCountForNothing) {
-  const std::optional<IniText> text =
-      IniText::Parse("\xEF\xBB\xBF\xEF\xBB\xBF[Settings]\nKey=1\n");
+  const std::optional<IniText> text = IniText::Parse("\xEF\xBB\xBF\xEF\xBB\xBF[Settings]\nKey=1\n");
   ASSERT_TRUE(text);
   EXPECT_EQ(text->Text(), "[Settings]\nKey=1\n");
 }
 
 TEST(IniTextTest, WritingKeepsWhatAPersonWrote) {
   std::optional<IniText> text =
-      IniText::Parse("; mine\n[Settings]\n# the port\nComPort = 3 \n\n[Ports]\nCOM1=/dev/a\n");
+      IniText::Parse("; mine\n[Settings]\n# the port\ncomport = 3 \n\n[Ports]\nCOM1=/dev/a\n");
   ASSERT_TRUE(text);
   text->SetValue("Settings", "ComPort", "5");
   text->SetValue("Settings", "Baudrate", "4800");

@@ -9,11 +9,16 @@
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
+#include <utility>
+#include <vector>
 
 #include "base/Fault.h"
 
 namespace kelvara::sim {
 namespace {
+
+/// The far end, which is held here.
+constexpr int kOwnHandle = 1;
 
 [[noreturn]] void ThrowPortFault(const std::string& attempt, int error) {
   throw base::Fault(base::FaultKind::Port, "cannot " + attempt + " a pseudo-terminal: " +
@@ -25,6 +30,16 @@ void CloseEnd(int& end) {
     close(end);
     end = -1;
   }
+}
+
+/// Removes the lock file that a serial program has left for a terminal that no program has open.
+/// False where this user may not remove it: no program of this user can open the terminal then.
+bool RemoveLockFile(const std::string& deviceName) {
+  const std::filesystem::path lockFile =
+      "/var/lock/LCK..pts_" + std::filesystem::path(deviceName).filename().string();
+  std::error_code error;
+  std::filesystem::remove(lockFile, error);
+  return !std::filesystem::exists(lockFile, error);
 }
 
 }  // namespace
@@ -46,6 +61,10 @@ void PseudoTerminal::Open() {
 
 void PseudoTerminal::Close() {
   RemoveLink();
+  handles_.TakeClosing();
+  if (IsOpen() && handles_.Count() <= kOwnHandle) {
+    RemoveLockFile(deviceName_);
+  }
   handles_.Unwatch();
   CloseEnd(far_);
   CloseEnd(near_);
@@ -53,8 +72,8 @@ void PseudoTerminal::Close() {
 }
 
 std::string PseudoTerminal::Read() {
-  constexpr int kOwnHandle = 1;
   if (handles_.TakeClosing() && handles_.Count() <= kOwnHandle) {
+    RemoveLockFile(deviceName_);
     MakeFresh();
   }
   std::array<char, 4096> piece{};
@@ -75,19 +94,35 @@ std::size_t PseudoTerminal::Write(std::string_view bytes) {
   return taken;
 }
 
-void PseudoTerminal::OpenEnds() {
-  near_ = posix_openpt(O_RDWR | O_NOCTTY);
-  const char* const name = near_ < 0 || grantpt(near_) != 0 ? nullptr : ptsname(near_);
-  if (name == nullptr) {
-    ThrowPortFault("open", errno);
+void PseudoTerminal::OpenNearEnd() {
+  // Held until one is found that can be used: the system gives out the lowest free number.
+  std::vector<int> unusable;
+  int error = 0;
+  do {
+    near_ = posix_openpt(O_RDWR | O_NOCTTY);
+    const char* const name = near_ < 0 || grantpt(near_) != 0 ? nullptr : ptsname(near_);
+    error = name == nullptr ? errno : 0;
+    deviceName_ = name == nullptr ? "" : name;
+    if (error == 0 && !RemoveLockFile(deviceName_)) {
+      unusable.push_back(std::exchange(near_, -1));
+    }
+  } while (error == 0 && near_ < 0);
+  for (int& end : unusable) {
+    CloseEnd(end);
   }
-  deviceName_ = name;
+  if (error != 0) {
+    ThrowPortFault("open", error);
+  }
+}
+
+void PseudoTerminal::OpenEnds() {
+  OpenNearEnd();
   // While it is locked no program can open it uncounted.
   handles_.Watch(deviceName_);
   if (unlockpt(near_) != 0) {
     ThrowPortFault("open", errno);
   }
-  far_ = open(name, O_RDWR | O_NOCTTY | O_CLOEXEC);
+  far_ = open(deviceName_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
   if (far_ < 0 || tcgetattr(far_, &lineSettings_) != 0) {
     ThrowPortFault("open", errno);
   }

@@ -18,9 +18,10 @@ namespace kelvara::sim {
 /// The far end neither echoes nor changes anything.
 ///
 /// Like a serial line, it is fresh for the next program when no program has the device open any
-/// more: exclusive mode, line settings, a stopped output and input that was not read are gone, even
-/// if the last program was killed. A pseudo-terminal by itself keeps them, and an exclusive mode
-/// whose program is dead locks out every ordinary user.
+/// more: exclusive mode, line settings, a stopped output, input that was not read and a lock file
+/// are gone, even if the last program was killed. A pseudo-terminal by itself keeps them, and an
+/// exclusive mode whose program is dead locks out every ordinary user. A terminal for whose name
+/// another user has left a lock file is not used.
 class PseudoTerminal {
  public:
   /// Opens nothing yet. An empty path means no link.
@@ -60,6 +61,7 @@ class PseudoTerminal {
   std::size_t Write(std::string_view bytes);
 
  private:
+  void OpenNearEnd();
   void OpenEnds();
   bool MakeFresh();
   void MakeLink();

@@ -8,6 +8,7 @@
 
 #include <array>
 #include <csignal>
+#include <fstream>
 
 #include "sim/TerminalUser.h"
 #include "support/Faults.h"
@@ -234,6 +235,51 @@ TEST_F(PseudoTerminalTest, ClosingHangsUpAndOpeningAgainServesTheSameLink) {
   ASSERT_TRUE(test::WaitForInput(terminal.Descriptor()));
   EXPECT_EQ(terminal.Read(), "cho\r");
   EXPECT_TRUE(before.SeesHangUp());
+}
+
+/// Where serial programs leave the lock file of a terminal.
+fs::path LockFileOf(const PseudoTerminal& terminal) {
+  return "/var/lock/LCK..pts_" + fs::path(terminal.DeviceName()).filename().string();
+}
+
+TEST_F(PseudoTerminalTest, ALockFileGoesWithTheProgramThatLeftIt) {
+  PseudoTerminal terminal;
+  terminal.Open();
+  const fs::path lockFile = LockFileOf(terminal);
+  for (const bool byClosing : {false, true}) {
+    {
+      const TerminalUser user(terminal.DeviceName());
+      ASSERT_TRUE(user.IsOpen());
+      std::ofstream(lockFile) << "1\n";
+      if (!fs::exists(lockFile)) {
+        GTEST_SKIP() << "needs to write to /var/lock";
+      }
+      terminal.Read();
+      EXPECT_TRUE(fs::exists(lockFile)) << "the program is still there";
+    }
+    if (byClosing) {
+      terminal.Close();
+    } else {
+      terminal.Read();
+    }
+    EXPECT_FALSE(fs::exists(lockFile)) << byClosing;
+  }
+}
+
+TEST_F(PseudoTerminalTest, ATerminalWhoseLockFileCannotBeRemovedIsNotUsed) {
+  PseudoTerminal terminal;
+  terminal.Open();
+  const std::string device = terminal.DeviceName();
+  const fs::path lockFile = LockFileOf(terminal);
+  terminal.Close();
+  std::error_code error;
+  // A folder that is not empty stays, whoever the user is.
+  if (!fs::create_directories(lockFile / "inner", error)) {
+    GTEST_SKIP() << "needs to write to /var/lock";
+  }
+  terminal.Open();
+  EXPECT_NE(terminal.DeviceName(), device);
+  fs::remove_all(lockFile);
 }
 
 }  // namespace

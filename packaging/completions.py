@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """Writes the shells' completions of both programs: completions.py PROGRAMS FOLDER
 
-PROGRAMS holds the built kelvara and kelvara-cli. What is offered is read from their --help, which
-their option parsers print, so that an option is declared in one place. FOLDER gets NAME.bash and
-NAME.fish of each program and, for zsh, _NAME.
+PROGRAMS contains the built kelvara and kelvara-cli. The completions are made from their --help, which
+the option parsers print, so that each option is declared in one place. For each program, FOLDER gets
+NAME.bash, NAME.fish and, for zsh, _NAME.
 """
 
 import pathlib
@@ -33,7 +33,7 @@ class Entry:
 
     @property
     def choices(self):
-        """The values that it can have, empty where it takes any text or a file."""
+        """The values that it can have; empty if it takes any text or a file."""
         if self.names == ["--com"]:
             return [port + "=" for port in PORTS] if self.is_assignment else PORTS
         listed = re.search(r"\{(\S+)\}", self.type)
@@ -52,7 +52,7 @@ class Entry:
 
 
 class Command:
-    """What the help of a program, or of one of its sub-commands, lists."""
+    """What the help of a program or of a sub-command lists."""
 
     def __init__(self, *line):
         text = subprocess.run([*line, "--help"], check=True, capture_output=True, text=True).stdout
@@ -99,7 +99,7 @@ def bash(program, commands):
   local word=${{COMP_WORDS[COMP_CWORD]}} before=${{COMP_WORDS[COMP_CWORD - 1]}}
   local command='' choices='' files=''
   COMPREPLY=()
-  {command}# "--units=hex" and "--com 1=/dev/ttyUSB0" are three words each to the shell.
+  {command}# The shell splits "--units=hex" and "1=/dev/ttyUSB0" into three words each.
   if [[ $word == '=' ]]; then
     before=$word
     word=''
@@ -161,7 +161,7 @@ def fish(program, commands):
 
 
 def zsh_value(entry):
-    """What stands behind the colons of a word, or of an option's value."""
+    """The part after the name of a word or an option: the description and action of its value."""
     action = "_files" if entry.takes_file else f"({' '.join(entry.choices)})"
     return f":{entry.names[-1].strip('-').lower()}:{action if action != '()' else ''}"
 

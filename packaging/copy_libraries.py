@@ -1,11 +1,12 @@
 #!/usr/bin/env python3
-"""Copies what a program folder needs beyond a plain desktop, with the notices of its makers.
+"""Copies what a program folder needs beyond a plain desktop, with the copyright notices.
 
 copy_libraries.py PLAIN_DESKTOP FOLDER PLUGIN...
 
-FOLDER holds the programs. Below it come lib/, the libraries that the programs and the plugins load
-and PLAIN_DESKTOP does not list; plugins/, the named ones (as Qt names them: platforms/libqxcb.so);
-and licenses/, the copyright file of each library's package and the licences they refer to.
+FOLDER contains the programs. The script adds lib/, the libraries that the programs and the plugins
+load and PLAIN_DESKTOP does not list; plugins/, the named plugins (by Qt's names:
+platforms/libqxcb.so); and licenses/, the copyright file of each library's package and the licences
+that these refer to.
 """
 
 import fnmatch
@@ -17,7 +18,7 @@ import sys
 
 DOCUMENTS = pathlib.Path("/usr/share/doc")
 COMMON_LICENCES = pathlib.Path("/usr/share/common-licenses")
-# What is compiled into the programs and so is no library of its own.
+# Compiled into the programs, so there is no library to find the package of.
 COMPILED_IN = ("libcli11-dev",)
 
 
@@ -35,13 +36,13 @@ def needed(path):
 
 
 def places(path):
-    """Where the system finds each library that a file loads, directly or not."""
+    """Where the system finds each library that a file loads, directly or indirectly."""
     found = re.findall(r"(\S+) => (/.+) \(0x", output("ldd", str(path)))
     return {name: pathlib.Path(place) for name, place in found}
 
 
 def libraries_of(roots, plain_desktop):
-    """The libraries to take along, name to place, for some programs and plugins."""
+    """The libraries to pack for some programs and plugins: name to path."""
     found = {}
     for root in roots:
         where = places(root)
@@ -58,9 +59,9 @@ def libraries_of(roots, plain_desktop):
 
 
 def package_of(place):
-    """Debian's package that a file belongs to."""
+    """The Debian package that a file belongs to."""
     real = place.resolve()
-    # The lists name the files below /usr, or below / as before the two were one.
+    # The package lists name files below /usr, or below / as before both were merged.
     for candidate in (real, pathlib.Path(str(real).removeprefix("/usr"))):
         answer = subprocess.run(
             ["dpkg-query", "-S", str(candidate)], capture_output=True, text=True, check=False
@@ -85,10 +86,10 @@ def copy_notices(packages, files, target):
     for name in sorted(referred):
         shutil.copyfile(COMMON_LICENCES / name, target / name)
     (target / "LIBRARIES.txt").write_text(
-        "The libraries that come with Kelvara are Debian's, unchanged. Each package's notices are\n"
-        "in the file of its name, and the licences these refer to are beside them. The sources\n"
-        "are in Debian's archive, under the names and versions given here; a library in lib/ or\n"
-        "plugins/ may be replaced by another build of it.\n\n" + "".join(lines)
+        "The libraries that come with Kelvara are Debian's, unchanged. The notices of each package\n"
+        "are in the file of its name, next to the licences that they refer to. The sources are in\n"
+        "Debian's archive, under the names and versions given here. You may replace a library in\n"
+        "lib/ or plugins/ by another build of it.\n\n" + "".join(lines)
     )
 
 

@@ -14,10 +14,10 @@ IDLE_SECONDS = 20
 
 
 REMARKS = """
-The limit of a redraw is a plain table that is filled and painted just so; of start and memory, an
-empty window of the same library, which shows no text. A start takes milliseconds, so that other work
-on the machine shows in its ratio. Memory is measured when the program has settled, with 51 antennas
-and its icon.
+The measure of a redraw is a plain table that is filled and painted in the same way; that of start and
+memory is an empty window of the same library, without any text. A start takes milliseconds, so other
+work on the machine affects its ratio. Memory is measured after the program has settled, with 51
+antennas and its icon.
 """
 
 

@@ -59,9 +59,9 @@ def session_of_megabytes(folder, megabytes):
 
 def print_replay(table, console, session):
     table.section("Replay", """
-A recorded session of 51 antennas becomes the matrix and one log line for each reading. The limit is
-what the machine reads: `wc -l` only looks for line feeds, and `grep` for the marker. At 19200
-baud a beltpack sends 1.9 kB/s at most, so that an hour on the line is read in hundredths of a second.
+A recorded session of 51 antennas is read into the matrix. Two of the peers show how fast the machine
+reads text at all: `wc -l` only looks for line feeds, and `grep` for one marker. At 19200 baud a
+beltpack sends 1.9 kB/s at most, so a replay reads an hour on the line in hundredths of a second.
 """)
     size = session.stat().st_size / MEGABYTE
     seconds = median_processor_seconds({
@@ -86,10 +86,9 @@ baud a beltpack sends 1.9 kB/s at most, so that an hour on the line is read in h
 
 def print_log(table, console, session, folder):
     table.section("Log", """
-Every reading is written to the log as a line of its own, in one call to the system each, so that a
-program that is killed loses none. A live session writes some ten lines every three seconds. The
-peers write lines of the same file: `grep` those with a reading, a buffer at a time, and a Python
-script as many lines as Kelvara, one call each.
+Each reading is a line of the log, written with one system call, so a killed program loses none. A
+live session writes about ten lines every three seconds. The peers write lines of the same file:
+`grep` those with a reading, a buffer at a time; a Python script all lines, one call each.
 """)
     log, copy = folder / "log.txt", folder / "copy.txt"
     script = ("import os,sys\nout=os.open(sys.argv[2],os.O_WRONLY|os.O_CREAT|os.O_TRUNC)\n"
@@ -115,8 +114,8 @@ script as many lines as Kelvara, one call each.
 
 def print_memory(table, console, sessions):
     table.section("Memory of a replay", """
-The console program reads a piece at a time and keeps the matrix alone, so that it holds the same
-for ten megabytes and for a thousand.
+The console program reads a file in pieces and keeps only the matrix, so it needs the same memory for
+ten megabytes as for a thousand.
 """)
     small = Run([console, "replay", sessions[SMALL]]).megabytes
     large = Run([console, "replay", sessions[LARGE]]).megabytes
@@ -129,8 +128,8 @@ for ten megabytes and for a thousand.
 
 def print_engine(table, figures):
     table.section("Engine", """
-The engine alone, in one process and from memory. The newline scan is the least that can be done to a
-text of lines. No line costs an allocation.
+The engine alone, in one process and from memory. A newline scan is the least work that text of lines
+takes. No line costs an allocation.
 """)
     replay, scan = figures["Replay"], figures["NewlineScan"]
     table.row("engine replay from memory", f"{replay['bytes_per_second'] / MEGABYTE:.0f} MB/s")
@@ -162,8 +161,8 @@ INTRODUCTION = """
 
 Made by `scripts/bench` on {date}, on {cores} cores of "{processor}"
 under {system}, {quiet}. The
-figures are of that machine; the ratios are of one run, and it is they that the goals are for. Rates
-are by processor time, milliseconds by the clock, and what is compared takes turns.
+figures hold for that machine; the ratios come from one run, and the goals are set for them. Rates are
+per second of processor time, milliseconds are wall time, and the programs compared take turns.
 """
 
 
@@ -200,7 +199,7 @@ def main():
         table, console,
         lambda reports: make_session(work, f"reports-{reports}.txt", "--reports", reports))
     if len(sys.argv) > 3:
-        quiet = f"with a load of {load:.1f} by other work when it began"
+        quiet = f"at a load of {load:.1f} from other work"
         table.write(pathlib.Path(sys.argv[3]), INTRODUCTION.format(
             date=datetime.date.today().isoformat(), cores=os.cpu_count(), processor=processor(),
             system=f"{platform.system()} {platform.machine()}", quiet=quiet))

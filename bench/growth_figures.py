@@ -13,9 +13,9 @@ def print_sites(table, engine, redraws):
     """`redraws`: of each size the milliseconds of a full redraw, of an unchanged one and of a plain
     table."""
     table.section("Growth with the antennas", """
-Cells grow with the square of the antennas, and so do the grid and the report: 51 antennas have 163
-times the cells of 4. The time for a cell is the same or falls. The polling leaves 3000 ms for all
-of it.
+The number of cells grows with the square of the antennas: 51 antennas have 163 times the data cells
+of 4, in the grid as in the report. The time for one cell stays the same or falls. There are 3000 ms
+from one poll to the next.
 """)
     for aas in SITES:
         grid = engine[f"RedrawnGrid/{aas}"]["real_time"] / 1000
@@ -24,7 +24,7 @@ of it.
         cells = (aas + 1) ** 2
         table.row(f"{aas} antennas: cells computed", f"{grid:.3f} ms",
                   f"{grid * 1e6 / cells:.0f} ns a cell")
-        table.row("  painted anew in the window", f"{full:.1f} ms",
+        table.row("  redrawn in the window", f"{full:.1f} ms",
                   f"{full / plain:.2f} of a plain table")
         table.row("  report written", f"{report:.2f} ms", f"{report * 1e6 / cells:.0f} ns a cell")
 
@@ -32,9 +32,9 @@ of it.
 def print_lengths(table, console, make_session):
     """`make_session` gives a session of so many reports as a file."""
     table.section("Growth with the session", """
-A session is replayed from a file, 51 antennas, polled all the time. Reports are read one at a time
-and added up in the matrix, so that the time for a report and the memory stay what they are; 30 days
-of polling are read in seconds.
+Replays of sessions with 51 antennas, polled all the time. Reports are read one at a time and added to
+the matrix, so neither the time for a report nor the memory grows with the session. A replay of 30
+days takes seconds.
 """)
     first = None
     for title, hours in HOURS:

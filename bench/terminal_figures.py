@@ -14,9 +14,9 @@ SETTLING_SECONDS = 10
 # Until the watcher, which says nothing by itself, has told the X server what it wants to see.
 WATCH_SECONDS = 0.5
 REMARKS = """
-CuteCom shows what comes over the line and sends what is typed; it does not poll, parse or draw a
-grid. Both open the pseudo-terminal of the same simulated beltpack. Start: from the start of the
-process until the X server maps its window, told by `xev`. Memory: with the port open, {} s later.
+CuteCom shows received text and sends typed text; it does not poll, parse or draw a grid. Each program
+opens the pseudo-terminal of a simulated beltpack. The start is the time from the start of the process
+until the X server maps its window, as `xev` reports it. Memory is measured with the port open, {} s later.
 """
 
 

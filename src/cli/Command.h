@@ -14,10 +14,10 @@ class Command {
  public:
   virtual ~Command() = default;
 
-  /// Declares itself and its options.
+  /// Declares the sub-command and its options.
   virtual void AddTo(CLI::App& program) = 0;
 
-  /// Does its work, once the options are read.
+  /// Does the work. Called after the options have been read.
   virtual ExitCode Run(const Streams& streams, const CommandMachine& machine) = 0;
 };
 

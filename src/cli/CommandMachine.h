@@ -12,18 +12,18 @@
 
 namespace kelvara::cli {
 
-/// What the commands ask of the machine, so that a test can put something else in its place. All of
-/// it outlives the command.
+/// What the commands need from the machine. A test can replace each part. Everything in it must
+/// exist until the command has ended.
 struct CommandMachine {
   platform::FileSystem& fileSystem;
   const platform::DateFormat& dateFormat;
   /// The table of ports.
   const platform::SettingsStore& portSettings;
-  /// A clock that runs so many times as fast as real time.
+  /// Makes a clock that runs `speed` times as fast as real time.
   std::function<std::unique_ptr<platform::Clock>(double speed)> makeClock;
-  /// A closed port that opens the devices of a table.
+  /// Makes a closed port that opens the devices in `table`.
   std::function<std::unique_ptr<platform::SerialPort>(const ports::PortTable& table)> makePort;
-  /// Calls a function when the user wants the program to end, as long as the result lives.
+  /// Calls `stop` when the user wants the program to end, for as long as the result exists.
   std::function<std::shared_ptr<void>(std::function<void()> stop)> atStop;
 };
 

@@ -8,7 +8,7 @@
 
 namespace kelvara::cli {
 
-/// Counts the beeps instead of sounding them: to the console each one is a failure to report.
+/// Counts the beeps instead of sounding them. On the console each beep is a failure to report.
 class ConsoleBeeper : public platform::Beeper {
  public:
   void Beep() override { ++count_; }
@@ -18,8 +18,8 @@ class ConsoleBeeper : public platform::Beeper {
   int count_ = 0;
 };
 
-/// Shows no boxes: the sub-commands report failures in their own lines. What a question says is
-/// noted on standard error, and its answer is No.
+/// Shows no boxes: the sub-commands report failures themselves. The first line of a question goes
+/// to standard error, and its answer is No.
 class ConsoleMessageBoxes : public platform::MessageBoxes {
  public:
   explicit ConsoleMessageBoxes(const Streams& streams) : streams_(streams) {}
@@ -32,7 +32,7 @@ class ConsoleMessageBoxes : public platform::MessageBoxes {
   Streams streams_;
 };
 
-/// A program that has no other events to serve.
+/// The event pump of a program with no other events to process.
 class ConsoleEventPump : public platform::EventPump {
  public:
   bool ProcessEvents() override { return true; }
@@ -42,7 +42,7 @@ class ConsoleEventPump : public platform::EventPump {
 /// The machine of a program without a window.
 class ConsoleMachine {
  public:
-  /// `speed` is how many times as fast as real time the clock runs.
+  /// The clock runs `speed` times as fast as real time.
   ConsoleMachine(const Streams& streams, const CommandMachine& machine, double speed = 1.0)
       : streams_(streams),
         clock_(machine.makeClock(speed)),

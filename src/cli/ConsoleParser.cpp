@@ -26,7 +26,8 @@ bool TakesValue(const CLI::App& command, const std::string& name) {
   return option != nullptr && option->get_items_expected_min() > 0;
 }
 
-/// "convert FIELD VALUE": a value that begins with a dash would be taken for an option.
+/// Keeps the parser from taking a VALUE of "convert FIELD VALUE" that begins with a dash for an
+/// option.
 void ProtectDashedValue(Arguments& arguments) {
   if (arguments.size() == 3 && IsDashed(arguments[2]) && arguments[2] != "--help" &&
       arguments[2] != "-h") {
@@ -34,8 +35,8 @@ void ProtectDashedValue(Arguments& arguments) {
   }
 }
 
-/// The parser takes the argument behind an empty "--site=" for its value, and a "--" behind a file
-/// for the end of the sub-command.
+/// Keeps the parser from taking the argument after an empty "--site=" as its value, and a "--"
+/// after a file as the end of the sub-command.
 void ProtectFilesAndEmptyValues(const CLI::App& command, Arguments& arguments) {
   for (auto argument = arguments.begin() + 1; argument != arguments.end(); ++argument) {
     if (*argument == "--") {
@@ -60,8 +61,7 @@ ConsoleParser::ConsoleParser()
     : program_("Commission the radio side of a wireless intercom, without a window.",
                "kelvara-cli") {
   program_.set_version_flag("--version", help::ProgramTitleAndVersion());
-  // None at all is for the caller to complain about: here it would hide what is wrong with an
-  // argument.
+  // The caller reports a missing sub-command: reported here, it would hide a wrong argument.
   program_.require_subcommand(0, 1);
   Add("replay", std::make_unique<ReplayCommand>());
   Add("convert", std::make_unique<ConvertCommand>());
@@ -86,7 +86,7 @@ void ConsoleParser::Parse(Arguments arguments) {
   } else if (!named.empty()) {
     ProtectFilesAndEmptyValues(*named[0], arguments);
   }
-  std::reverse(arguments.begin(), arguments.end());  // The parser takes them from the back.
+  std::reverse(arguments.begin(), arguments.end());  // The parser reads from the back.
   program_.parse(std::move(arguments));
 }
 

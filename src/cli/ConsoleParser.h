@@ -14,14 +14,14 @@ class ConsoleParser {
  public:
   ConsoleParser();
 
-  /// Reads the command line, without the program's own name. A wrong one is a parse error of the
-  /// parser's own, and so is one that asks for help or the version, with 0 as its exit code.
+  /// Reads the command line, given without the program's name. Throws CLI::ParseError for a wrong
+  /// command line, and also for one that asks for help or the version, with exit code 0.
   void Parse(std::vector<std::string> arguments);
 
-  /// The sub-command that was read, null where none was named.
+  /// The sub-command on the command line, null if there is none.
   Command* Chosen() const;
 
-  /// The parser itself, for what it read and for its help.
+  /// The parser itself, which prints the help and the version.
   const CLI::App& Program() const { return program_; }
 
  private:
@@ -32,7 +32,7 @@ class ConsoleParser {
 
   void Add(const char* name, std::unique_ptr<Command> command);
 
-  /// Each sub-command holds what its options are read into: they go after the parser.
+  /// The parser writes into members of the sub-commands, so it is destroyed before them.
   std::vector<NamedCommand> commands_;
   CLI::App program_;
 };

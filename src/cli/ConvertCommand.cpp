@@ -20,7 +20,7 @@ struct FieldName {
   std::string_view name;
 };
 
-/// What the converter's fields are called on the command line.
+/// The names of the converter's fields on the command line.
 constexpr std::array<FieldName, 8> kFieldNames{{{Field::TextRfps, "rfps"},
                                                 {Field::TextAASync, "aasync"},
                                                 {Field::TextMetres, "metres"},

@@ -2,11 +2,11 @@
 
 namespace kelvara::cli {
 
-/// What the program says to the shell when it ends.
+/// The program's exit code.
 enum class ExitCode {
   Done = 0,
-  Failed = 1,            ///< The operation failed.
-  WrongCommandLine = 2,  ///< The command line is wrong.
+  Failed = 1,
+  WrongCommandLine = 2,
 };
 
 }  // namespace kelvara::cli

@@ -17,7 +17,7 @@ bool IsSameFile(const std::string& one, const std::string& other) {
   if (fs::exists(status)) {
     return fs::is_regular_file(status) && fs::equivalent(one, other, unknown);
   }
-  // Neither is there yet: the names have to tell.
+  // A file that does not exist yet can only be compared by name.
   return fs::weakly_canonical(fs::absolute(one, unknown), unknown) ==
          fs::weakly_canonical(fs::absolute(other, unknown), unknown);
 }

@@ -5,8 +5,8 @@
 
 namespace kelvara::cli {
 
-/// What is wrong with a command line that would write over what it reads, or write two things to
-/// one file; empty where each output has a file of its own. Devices and pipes take anything.
+/// The message for a command line that would overwrite one of its inputs or write two outputs to
+/// one file; empty if each output has its own file. Devices and pipes never clash.
 std::string FileClash(const std::vector<std::string>& inputs,
                       const std::vector<std::string>& outputs);
 

@@ -6,7 +6,7 @@
 
 namespace kelvara::cli {
 
-/// Prints the grid as a table, its columns aligned on the right.
+/// Prints the grid as a table with right-aligned columns.
 void PrintGrid(const sync::GridCells& grid, std::ostream& out);
 
 }  // namespace kelvara::cli

@@ -21,7 +21,7 @@ QJsonValue ColourText(const std::optional<sync::Colour>& colour) {
   return QLatin1String(text.data());
 }
 
-/// The antennas that the model holds; one refused for want of room is counted but not held.
+/// The number of antennas that the model holds. AaCount() also counts one refused by a full model.
 int HeldAas(const sync::SyncModel& model) { return std::min<int>(model.AaCount(), sync::kMaxAas); }
 
 QJsonArray Aas(const sync::SyncModel& model) {

@@ -8,13 +8,13 @@
 
 int main(int argumentCount, char** arguments) {
 #ifndef _WIN32
-  // A reader of the standard output that is gone is a write that fails, not the end of the program:
-  // the files that were asked for are still to be written.
+  // When the reader of standard output has gone, the write must fail without ending the program:
+  // the requested files are still to be written.
   std::signal(SIGPIPE, SIG_IGN);
 #endif
-  // Streams of the C library would take an input that cannot be read for one that has ended.
+  // The C library's streams report an unreadable input as the end of the input.
   std::ios::sync_with_stdio(false);
-  // What the library has to say about a file or a port, the program says itself.
+  // The program itself reports what goes wrong with a file or a port.
   qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
   kelvara::cli::SystemMachine machine;
   return kelvara::cli::RunConsole({arguments + 1, arguments + std::max(argumentCount, 1)},

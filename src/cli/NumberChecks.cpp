@@ -13,7 +13,7 @@ namespace kelvara::cli {
 std::string CheckWholeNumber(const std::string& text, std::uint64_t least, std::uint64_t most) {
   std::uint64_t value = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  // With a zero in front the option parser would take it for a number of another base.
+  // The option parser would read a number with a leading zero in another base.
   const bool isWhole = error == std::errc() && end == text.data() + text.size();
   const bool isPlain = isWhole && (text[0] != '0' || text == "0");
   if (isPlain && value >= least && value <= most) {
@@ -30,7 +30,7 @@ std::string CheckPositiveNumber(const std::string& text, double most) {
       return {};
     }
   } catch (const base::Fault&) {
-    // Told below, with those that are out of range.
+    // Reported below, like a number out of range.
   }
   return Quoted(text) + " is no number above 0 and up to " + base::FormatGeneral(most);
 }

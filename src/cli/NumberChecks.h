@@ -5,11 +5,11 @@
 
 namespace kelvara::cli {
 
-/// The checks of options that are numbers: an empty text when the value will do, else what is wrong
-/// with it. This one takes plain decimal digits, from `least` to `most`.
+/// Checks the text of a numeric option: empty if it is plain decimal digits with a value from
+/// `least` to `most`, otherwise a message that says what is wrong.
 std::string CheckWholeNumber(const std::string& text, std::uint64_t least, std::uint64_t most);
 
-/// Takes a decimal number above 0 and up to `most`.
+/// The same check for a decimal number above 0 and up to `most`.
 std::string CheckPositiveNumber(const std::string& text, double most);
 
 }  // namespace kelvara::cli

@@ -12,7 +12,8 @@ class PortsCommand : public Command {
  public:
   void AddTo(CLI::App& program) override;
 
-  /// Prints a line for each port; why one that is present cannot be opened goes to standard error.
+  /// Prints a line for each port. If a device is present but cannot be opened, the reason goes to
+  /// standard error.
   ExitCode Run(const Streams& streams, const CommandMachine& machine) override;
 
  private:

@@ -7,8 +7,8 @@
 
 namespace kelvara::cli {
 
-/// A line on standard error that tells how far a large file has been read. It shows itself only for
-/// files over 16 MiB and only where standard error is a terminal, and wipes itself out at the end.
+/// A line on standard error that shows how much of a large file has been read. It is shown only for
+/// files over 16 MiB and only if standard error is a terminal, and is cleared at the end.
 class ProgressLine {
  public:
   ProgressLine(std::string name, std::size_t size, const Streams& streams);
@@ -16,7 +16,7 @@ class ProgressLine {
   ProgressLine(const ProgressLine&) = delete;
   ProgressLine& operator=(const ProgressLine&) = delete;
 
-  /// So many more bytes have been read.
+  /// Adds `bytes` to what has been read.
   void Advance(std::size_t bytes);
 
  private:

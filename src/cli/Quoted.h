@@ -4,7 +4,7 @@
 
 namespace kelvara::cli {
 
-/// The text in quotation marks. Nothing in it is escaped.
+/// The text in quotation marks, without escaping.
 inline std::string Quoted(const std::string& text) { return "\"" + text + "\""; }
 
 }  // namespace kelvara::cli

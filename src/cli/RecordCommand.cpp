@@ -35,15 +35,15 @@ constexpr int kMaxReports = 1000000000;
 constexpr double kMaxSeconds = 315360000.0;
 constexpr int kCheckMilliseconds = 50;
 
-/// The file of a trace, held open for writing with nothing in it changed.
+/// A trace's file, opened to check that it can be written to, with its content unchanged.
 class NewTrace {
  public:
-  /// A path that cannot be written to is a file fault; without a path nothing is done.
+  /// Throws a file fault if the path cannot be written to. Does nothing without a path.
   NewTrace(platform::FileSystem& fileSystem, const std::optional<std::string>& path)
       : madePath_(path && !std::filesystem::exists(*path) ? path : std::nullopt),
         file_(path ? fileSystem.OpenForAppend(*path) : nullptr) {}
 
-  /// Removes a file that was not there before.
+  /// Removes the file if it did not exist before.
   void TakeBack() const {
     std::error_code ignored;
     if (madePath_) {
@@ -64,7 +64,8 @@ auto PositiveNumber(double most) {
   return [most](const std::string& text) { return CheckPositiveNumber(text, most); };
 }
 
-/// So many milliseconds of a clock that runs `speed` times as fast.
+/// The real milliseconds, at least 1, in which a clock `speed` times as fast advances by
+/// `milliseconds`.
 int Interval(int milliseconds, double speed) {
   constexpr double kLongest = std::numeric_limits<int>::max();
   return std::max(1, static_cast<int>(std::lround(std::min(milliseconds / speed, kLongest))));
@@ -77,7 +78,7 @@ void RecordCommand::AddTo(CLI::App& program) {
       "record",
       "Poll a beltpack over a serial port and write the results at the end: after so many reports\n"
       "or seconds, or at Ctrl+C.");
-  // A plain heading: the parser never ends on an empty argument before a group of options.
+  // A plain heading: the parser does not terminate on an empty argument before an option group.
   constexpr const char* kSource = "Source (one of them)";
   command->add_option("--port", device_, "This device")->type_name("DEVICE")->group(kSource);
   command->add_option("--com", comPort_, "The device that this port number stands for")
@@ -169,7 +170,7 @@ ExitCode RecordCommand::RunOn(const CommandMachine& machine, ConsoleMachine& con
   live.StartLink();
   app::Session& session = live.Results();
   session.Options() = {options_.Display()};
-  // A trace replaces the one before, so it is only tried before the log is begun.
+  // The trace replaces an existing file, so until the log has started it is only opened as a check.
   const NewTrace newTrace(console.Machine().fileSystem, rawPath_);
   if (StartLog(session, options_, console.Out()) != ExitCode::Done) {
     newTrace.TakeBack();

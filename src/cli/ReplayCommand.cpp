@@ -26,13 +26,13 @@ namespace {
 constexpr const char* kStandardInput = "-";
 constexpr std::size_t kPieceBytes = std::size_t{256} << 10U;
 
-/// What the program is given to read, as a file.
+/// Standard input as a file.
 class StreamInput : public platform::InputFile {
  public:
   explicit StreamInput(std::istream& in) : in_(in) {}
 
   std::size_t Read(std::span<char> buffer) override {
-    // Waits for the first character, then takes those that came with it.
+    // Waits for the first character, then takes the characters that arrived with it.
     if (in_.peek() != std::istream::traits_type::eof()) {
       return static_cast<std::size_t>(
           in_.readsome(buffer.data(), static_cast<std::streamsize>(buffer.size())));
@@ -49,7 +49,7 @@ class StreamInput : public platform::InputFile {
   std::istream& in_;
 };
 
-/// Hands recorded reports to the parser, and notes on standard error what was dropped.
+/// Hands recorded reports to the parser and notes dropped reports on standard error.
 class Replay : public sessions::RecordedTextReader {
  public:
   Replay(app::Session& session, const Streams& streams) : session_(session), streams_(streams) {}
@@ -90,12 +90,12 @@ class Replay : public sessions::RecordedTextReader {
     if (!kind.empty()) {
       names_ += " (" + std::string(kind) + ")";
     } else if (taken_ > before) {
-      // The words of a results file may look like an antenna too, so those of other files count.
+      // Words in one of Kelvara's own files may look like an antenna, so only other files count.
       found_ = true;
     }
   }
 
-  /// Says so where no file that was read holds a report of an antenna.
+  /// Notes on standard error if none of the files contained a report of an antenna.
   void NoteNothingFound() const {
     if (!found_) {
       streams_.Complain("no report of an antenna is in " + names_);
@@ -110,8 +110,8 @@ class Replay : public sessions::RecordedTextReader {
   app::Session& session_;
   Streams streams_;
   std::string name_;
-  std::string names_;       ///< Of all the files, each with what it is.
-  std::int64_t taken_ = 0;  ///< Reports of antennas, abandoned ones too.
+  std::string names_;       ///< All the files, with the kind of each that is Kelvara's own.
+  std::int64_t taken_ = 0;  ///< Reports of antennas, including abandoned ones.
   bool found_ = false;
 };
 
@@ -155,7 +155,7 @@ ExitCode ReplayCommand::Run(const Streams& streams, const CommandMachine& machin
   session.Options() = {options_.Display()};
   session.ClearSyncResults();
   try {
-    // Each file is tried before the first is read: a wrong name leaves everything untouched.
+    // Checks all the files before reading the first, so that a wrong name changes nothing.
     for (const std::string& name : files_) {
       if (name != kStandardInput) {
         qt::ExpectReadable(name);
@@ -172,7 +172,7 @@ ExitCode ReplayCommand::Run(const Streams& streams, const CommandMachine& machin
   ExitCode read = ExitCode::Done;
   for (const std::string& name : files_) {
     try {
-      // Made anew for each file, so that one which cannot be read to its end leaves nothing behind.
+      // New readers for each file: a file that cannot be read to its end leaves no partial report.
       sessions::RecordedSession recordedSession(replay);
       sessions::WholeReport wholeReport(replay);
       sessions::RecordedText& text =

@@ -8,7 +8,7 @@
 
 namespace kelvara::cli {
 
-/// `kelvara-cli replay`: recorded beltpack text into results.
+/// `kelvara-cli replay`: turns recorded beltpack text into results.
 class ReplayCommand : public Command {
  public:
   void AddTo(CLI::App& program) override;

@@ -12,7 +12,7 @@ class App;
 
 namespace kelvara::cli {
 
-/// The options of every sub-command that ends in results: how to show them and where to write them.
+/// The options of every sub-command that writes results: how to show them and where to write them.
 struct ResultOptions {
   std::string units = "rfps";
   std::string rpnBase = "dec";
@@ -32,7 +32,7 @@ struct ResultOptions {
   /// The display options.
   sync::DisplayOptions Display() const;
 
-  /// The files that results are to be written to.
+  /// The files to which results will be written.
   std::vector<std::string> OutputPaths() const;
 
   bool JsonOnStandardOutput() const { return jsonPath == "-"; }

@@ -85,13 +85,13 @@ ExitCode WriteResults(app::Session& session, sync::GridCells& grid, const Consol
   if (options.reportPath) {
     done = WriteReport(session, options, streams) && done;
   }
-  // Drawn from nothing, so that cells which a faulting redraw does not reach show nothing either.
+  // Starts from an empty grid, so that cells not reached by a redraw that faults are empty.
   grid.SetSize(0, 0);
   const bool gridComplete = session.Grid().UpdateSyncGrid();
   if (options.csvPath) {
     done = WriteCsv(session, console, *options.csvPath) && done;
   }
-  // Files first: whoever reads the standard output may stop reading.
+  // Files come first because the reader of standard output may stop reading.
   const std::string json = options.jsonPath ? JsonResults(session, grid, gridComplete) : "";
   if (options.jsonPath && !options.JsonOnStandardOutput()) {
     done = WriteJson(console.Machine().fileSystem, *options.jsonPath, json, streams) && done;

@@ -7,11 +7,11 @@
 
 namespace kelvara::cli {
 
-/// Starts the capture of the log, where one was asked for.
+/// Starts the capture of the log if the options ask for one. Reports a failure on standard error.
 ExitCode StartLog(app::Session& session, const ResultOptions& options, const Streams& streams);
 
-/// Ends the capture and writes every result that was asked for, then the totals. Each output is
-/// tried whatever became of the others; each that fails is one line on standard error.
+/// Ends the capture, writes every requested result, then prints the totals. A failed output does
+/// not prevent the others; each failure is one line on standard error.
 ExitCode WriteResults(app::Session& session, sync::GridCells& grid, const ConsoleMachine& console,
                       const ResultOptions& options);
 

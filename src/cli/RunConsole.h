@@ -8,8 +8,8 @@
 
 namespace kelvara::cli {
 
-/// Does what a command line asks for, without the program's own name, and returns the exit code.
-/// Nothing is thrown.
+/// Executes a command line, given without the program's name, and returns the exit code. Does not
+/// throw.
 int RunConsole(const std::vector<std::string>& arguments, const Streams& streams,
                const CommandMachine& machine);
 

@@ -38,13 +38,13 @@ class Stopwatch {
   Time::time_point begin_ = Time::now();
 };
 
-/// How long the loop may sleep: for good when nothing is due.
+/// How long the loop may sleep, in milliseconds; -1 (no limit) when nothing is due.
 int SleepMs(const sim::Beltpack& beltpack, std::int64_t nowMs) {
   const auto due = beltpack.NextDue();
   return due ? static_cast<int>(std::clamp<std::int64_t>(*due - nowMs, 0, INT_MAX)) : -1;
 }
 
-/// Takes what waits on standard input; false at its end.
+/// Executes the commands waiting on standard input; false at its end.
 bool TakeControl(sim::ControlLines& control, const Streams& streams) {
   std::array<char, 4096> piece{};
   const ssize_t got = read(STDIN_FILENO, piece.data(), piece.size());
@@ -64,7 +64,7 @@ void PrintDeviceName(const sim::PseudoTerminal& terminal, const Streams& streams
   streams.out << terminal.DeviceName() << std::endl;
 }
 
-/// Answers until a signal, or the end of standard input where that is listened to.
+/// Answers until a signal, or until the end of standard input if that carries commands.
 void Serve(sim::Beltpack& beltpack, sim::PseudoTerminal& terminal, bool takesControl,
            const Stopwatch& stopwatch, const posix::CaughtSignals& caughtSignals,
            const Streams& streams) {
@@ -78,7 +78,7 @@ void Serve(sim::Beltpack& beltpack, sim::PseudoTerminal& terminal, bool takesCon
     if (poll(waits.data(), waits.size(), SleepMs(beltpack, stopwatch.Ms())) < 0) {
       continue;
     }
-    // A line's fault that was asked for before a command was sent must hold for its answer.
+    // A line fault set before a command was sent must apply to its answer.
     const bool goesOn =
         waits[0].revents == 0 && (waits[1].revents == 0 || TakeControl(control, streams));
     if (!goesOn) {

@@ -7,7 +7,7 @@
 
 namespace kelvara::cli {
 
-/// `kelvara-cli simulate`: a simulated beltpack on a pseudo-terminal, until a signal ends it.
+/// `kelvara-cli simulate`: simulates a beltpack on a pseudo-terminal until a signal ends it.
 class SimulateCommand : public Command {
  public:
   void AddTo(CLI::App& program) override;

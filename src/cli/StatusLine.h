@@ -7,16 +7,16 @@
 
 namespace kelvara::cli {
 
-/// A line on standard error with the state of the link and the totals, kept up to date. It shows
-/// itself only where standard error is a terminal.
+/// A line on standard error with the state of the link and the totals, kept up to date. It is shown
+/// only if standard error is a terminal.
 class StatusLine {
  public:
   StatusLine(app::LiveSession& live, const Streams& streams) : live_(live), streams_(streams) {}
 
-  /// Shows the state as it is now.
+  /// Shows the current state.
   void Show();
 
-  /// Wipes the line out.
+  /// Clears the line.
   void Remove();
 
  private:

@@ -6,7 +6,7 @@
 namespace kelvara::cli {
 
 void Streams::Complain(std::string_view text) const {
-  // A status or progress line may stand where the message is to begin.
+  // The cursor may be on a status or progress line.
   if (errIsTerminal) {
     err << kWipeLine;
   }

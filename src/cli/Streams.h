@@ -7,7 +7,7 @@
 
 namespace kelvara::cli {
 
-/// Goes back to the start of a terminal's line and clears it.
+/// Returns to the start of the terminal's line and clears it.
 inline constexpr std::string_view kWipeLine = "\r\x1b[K";
 
 /// What a command reads and where it writes.
@@ -15,13 +15,13 @@ struct Streams {
   std::istream& in;
   std::ostream& out;
   std::ostream& err;
-  /// Whether somebody is there to see a line of `err` change.
+  /// Whether `err` is a terminal, on which a line can be updated in place.
   bool errIsTerminal = false;
 
-  /// Writes one line to `err` behind the program's name.
+  /// Writes one line to `err`, prefixed with the program's name.
   void Complain(std::string_view text) const;
 
-  /// Hands on what was printed to `out`. Failed, and a complaint, where it cannot be written.
+  /// Flushes `out`. If that fails, complains and returns Failed.
   ExitCode FlushOutput() const;
 };
 

@@ -9,7 +9,7 @@
 
 namespace kelvara::cli {
 
-/// The machine that the program runs on, as the commands ask for it.
+/// The real machine, as the commands need it.
 class SystemMachine {
  public:
   CommandMachine Machine();

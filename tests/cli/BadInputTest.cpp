@@ -12,21 +12,21 @@ class BadInputTest : public ConsoleTest {
   BadInputTest() { Write("good.txt", OneNeighbourReport(1, 2, -11)); }
 };
 
-TEST_F(BadInputTest, AMissingFile) {
+TEST_F(BadInputTest, AMissingFileIsReported) {
   ExpectComplaint(Run({"replay", "missing.txt"}), 1, "missing.txt");
   ExpectComplaint(Run({"replay", "good.txt", "missing.txt"}), 1, "missing.txt");
   ExpectComplaint(Run({"replay", "--whole", "no/such/folder.txt"}), 1, "no/such/folder.txt");
 }
 
-TEST_F(BadInputTest, AFolderGivenAsAFile) {
+TEST_F(BadInputTest, AFolderGivenAsAFileIsReported) {
   std::filesystem::create_directory(folder.PathOf("folder"));
   ExpectComplaint(Run({"replay", "folder"}), 1, "folder");
   ExpectComplaint(Run({"replay", "--whole", "good.txt", "folder"}), 1, "folder");
 }
 
-TEST_F(BadInputTest, AFileWithAnEmptyName) { ExpectComplaint(Run({"replay", ""}), 1, "\"\""); }
+TEST_F(BadInputTest, AnEmptyFileNameIsReported) { ExpectComplaint(Run({"replay", ""}), 1, "\"\""); }
 
-TEST_F(BadInputTest, AnOutputThatIsAFileToBeReadAndTwoOutputsInOne) {
+TEST_F(BadInputTest, AnOutputOverAnInputAndTwoOutputsToOneFileAreRefused) {
   std::filesystem::create_hard_link(folder.PathOf("good.txt"), folder.PathOf("linked.txt"));
   std::filesystem::create_directory(folder.PathOf("folder"));
   std::filesystem::create_symlink("good.txt", folder.PathOf("symbolic.txt"));
@@ -46,11 +46,11 @@ TEST_F(BadInputTest, AnOutputThatIsAFileToBeReadAndTwoOutputsInOne) {
   EXPECT_FALSE(Exists("new.txt"));
 }
 
-TEST_F(BadInputTest, ADeviceTakesAnyNumberOfOutputs) {
+TEST_F(BadInputTest, ADeviceAcceptsAnyNumberOfOutputs) {
   Output({"replay", "good.txt", "good.txt", "--csv", "/dev/null", "--json", "/dev/null"});
 }
 
-TEST_F(BadInputTest, ARecordThatCannotBeginLeavesTheOlderTrace) {
+TEST_F(BadInputTest, ARecordThatCannotStartKeepsTheOlderTrace) {
   Write("older.trace", "older");
   ExpectComplaint(
       Run({"record", "--demo", "--for", "1", "--raw", "older.trace", "--log", "no/such/log.txt"}),
@@ -62,7 +62,7 @@ TEST_F(BadInputTest, ARecordThatCannotBeginLeavesTheOlderTrace) {
   EXPECT_FALSE(Exists("new.trace"));
 }
 
-TEST_F(BadInputTest, ARecordWhoseTraceCannotBeCreatedLeavesTheLog) {
+TEST_F(BadInputTest, ARecordWhoseTraceCannotBeCreatedKeepsTheLog) {
   Write("log.txt", "older");
   for (const char* log : {"log.txt", "new.txt"}) {
     ExpectComplaint(
@@ -73,7 +73,7 @@ TEST_F(BadInputTest, ARecordWhoseTraceCannotBeCreatedLeavesTheLog) {
   EXPECT_FALSE(Exists("new.txt"));
 }
 
-TEST_F(BadInputTest, WithAMissingFileNoOutputIsTouched) {
+TEST_F(BadInputTest, AMissingFileLeavesEveryOutputUntouched) {
   Write("report.html", "older");
   const ConsoleResult result = Run({"replay", "good.txt", "missing.txt", "--report", "report.html",
                                     "--csv", "results.csv", "--log", "log.txt"});
@@ -83,7 +83,7 @@ TEST_F(BadInputTest, WithAMissingFileNoOutputIsTouched) {
   EXPECT_FALSE(Exists("log.txt"));
 }
 
-TEST_F(BadInputTest, AnOutputThatCannotBeCreated) {
+TEST_F(BadInputTest, AnOutputThatCannotBeCreatedIsReported) {
   std::filesystem::create_directory(folder.PathOf("folder"));
   for (const char* option : {"--log", "--report", "--csv", "--json"}) {
     for (const char* path : {"no/such/out.txt", "folder", "good.txt/out.txt", ""}) {
@@ -93,14 +93,14 @@ TEST_F(BadInputTest, AnOutputThatCannotBeCreated) {
   }
 }
 
-TEST_F(BadInputTest, AnOutputWithoutRoomLeft) {
+TEST_F(BadInputTest, AnOutputOnAFullDeviceIsReported) {
   for (const char* option : {"--log", "--report", "--csv", "--json"}) {
     SCOPED_TRACE(option);
     ExpectComplaint(Run({"replay", "good.txt", option, "/dev/full"}), 1, "/dev/full");
   }
 }
 
-TEST_F(BadInputTest, StandardOutputThatCannotBeWritten) {
+TEST_F(BadInputTest, AFailureToWriteStandardOutputIsReported) {
   for (const Arguments& arguments :
        {Arguments{"replay", "good.txt"}, Arguments{"replay", "good.txt", "--grid"},
         Arguments{"replay", "good.txt", "--json", "-"}, Arguments{"convert", "rfps", "1"},
@@ -116,7 +116,7 @@ TEST_F(BadInputTest, StandardOutputThatCannotBeWritten) {
   }
 }
 
-TEST_F(BadInputTest, StandardInputThatCannotBeRead) {
+TEST_F(BadInputTest, AFailureToReadStandardInputIsReported) {
   std::istringstream in("text");
   in.setstate(std::ios::badbit);
   std::ostringstream out;
@@ -125,7 +125,7 @@ TEST_F(BadInputTest, StandardInputThatCannotBeRead) {
   ExpectComplaint({exitCode, out.str(), err.str()}, 1, "standard input");
 }
 
-TEST_F(BadInputTest, OutputsAlreadyWrittenStay) {
+TEST_F(BadInputTest, OutputsAlreadyWrittenAreKept) {
   const ConsoleResult result = Run({"replay", "good.txt", "--log", "log.txt", "--report",
                                     "report.html", "--csv", "/dev/full", "--json", "out.json"});
   ExpectComplaint(result, 1, "/dev/full");
@@ -133,7 +133,7 @@ TEST_F(BadInputTest, OutputsAlreadyWrittenStay) {
   EXPECT_NE(Read("report.html").find("</html>"), std::string::npos);
 }
 
-TEST_F(BadInputTest, AnAntennaTooManyFailsTheReportWithoutAFile) {
+TEST_F(BadInputTest, OneAntennaTooManyFailsTheReportAndWritesNoFile) {
   Write("many.txt", FiftyTwoAntennas());
   Write("older.html", "older");
   ExpectComplaint(Run({"replay", "many.txt", "--report", "report.html"}), 1, "report.html");
@@ -142,7 +142,7 @@ TEST_F(BadInputTest, AnAntennaTooManyFailsTheReportWithoutAFile) {
   EXPECT_EQ(Read("older.html"), "older");
 }
 
-TEST_F(BadInputTest, AnAntennaTooManyFailsTheCsvBehindItsHeader) {
+TEST_F(BadInputTest, OneAntennaTooManyFailsTheCsvAfterItsHeader) {
   Write("many.txt", FiftyTwoAntennas());
   const ConsoleResult result = Run({"replay", "many.txt", "--csv", "results.csv"});
   ExpectComplaint(result, 1, "results.csv");
@@ -152,7 +152,7 @@ TEST_F(BadInputTest, AnAntennaTooManyFailsTheCsvBehindItsHeader) {
   EXPECT_EQ(csv.substr(csv.find('\n') + 1), "Units: RFPS\r\nRPN Units: Decimal\r\n\r\n");
 }
 
-TEST_F(BadInputTest, UnknownOptions) {
+TEST_F(BadInputTest, UnknownOptionsAreRefused) {
   ExpectWrong({"--nonsense"}, "--nonsense");
   ExpectWrong({"-x"}, "-x");
   ExpectWrong({"replay", "good.txt", "--nonsense"}, "--nonsense");
@@ -163,18 +163,18 @@ TEST_F(BadInputTest, UnknownOptions) {
   ExpectWrong({"convert", "rfps", "1", "--grid"}, "--grid");
 }
 
-TEST_F(BadInputTest, SubCommandsThatAreNone) {
+TEST_F(BadInputTest, MissingAndUnknownSubCommandsAreRefused) {
   ExpectWrong({}, "");
   ExpectWrong({"explode"}, "explode");
   ExpectWrong({"Replay", "good.txt"}, "Replay");
 }
 
-TEST_F(BadInputTest, NoFile) {
+TEST_F(BadInputTest, AReplayWithoutFilesIsRefused) {
   ExpectWrong({"replay"}, "FILE");
   ExpectWrong({"replay", "--grid"}, "FILE");
 }
 
-TEST_F(BadInputTest, ValuesOutOfTheirLists) {
+TEST_F(BadInputTest, ValuesNotInTheListOfAnOptionAreRefused) {
   for (const char* option : {"--units", "--rpn", "--fps"}) {
     for (const char* value : {"feet", "", "RFPS", "DEC", "On", "-x", "0"}) {
       ExpectWrong({"replay", "good.txt", option, value}, option);
@@ -183,7 +183,7 @@ TEST_F(BadInputTest, ValuesOutOfTheirLists) {
   }
 }
 
-TEST_F(BadInputTest, OptionsWithoutTheirValue) {
+TEST_F(BadInputTest, OptionsWithoutAValueAreRefused) {
   for (const char* option : {"--units", "--rpn", "--fps", "--log", "--report", "--site", "--tester",
                              "--notes", "--csv", "--json"}) {
     ExpectWrong({"replay", "good.txt", option}, option);

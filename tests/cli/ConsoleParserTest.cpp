@@ -14,7 +14,7 @@ void Parse(ConsoleParser& parser, const std::vector<const char*>& arguments) {
   parser.Parse({arguments.begin(), arguments.end()});
 }
 
-TEST(ConsoleParser, ChoosesTheSubCommandThatIsNamed) {
+TEST(ConsoleParser, ChoosesTheNamedSubCommand) {
   ConsoleParser replay;
   Parse(replay, {"replay", "-"});
   EXPECT_NE(dynamic_cast<ReplayCommand*>(replay.Chosen()), nullptr);
@@ -23,20 +23,20 @@ TEST(ConsoleParser, ChoosesTheSubCommandThatIsNamed) {
   EXPECT_NE(dynamic_cast<ConvertCommand*>(convert.Chosen()), nullptr);
 }
 
-TEST(ConsoleParser, ChoosesNothingWhereNoneIsNamed) {
+TEST(ConsoleParser, ChoosesNothingWithoutASubCommand) {
   ConsoleParser parser;
   Parse(parser, {});
   EXPECT_EQ(parser.Chosen(), nullptr);
 }
 
-TEST(ConsoleParser, RefusesWhatNoSubCommandTakes) {
+TEST(ConsoleParser, RefusesAnArgumentThatIsNotASubCommand) {
   for (const char* const argument : {"rewind", "--fast", ""}) {
     ConsoleParser parser;
     EXPECT_THROW(Parse(parser, {argument}), CLI::ParseError) << argument;
   }
 }
 
-TEST(ConsoleParser, RefusesAnEmptyWordThatThereIsNoRoomFor) {
+TEST(ConsoleParser, RefusesAnUnexpectedEmptyArgument) {
   const std::vector<std::vector<const char*>> lines{{""},
                                                     {"rewind", ""},
                                                     {"rewind", "convert", "rfps", "1", ""},
@@ -50,7 +50,7 @@ TEST(ConsoleParser, RefusesAnEmptyWordThatThereIsNoRoomFor) {
   }
 }
 
-TEST(ConsoleParser, EndsWithNothingWrongWhereHelpIsAskedFor) {
+TEST(ConsoleParser, HelpAndVersionEndWithExitCodeZero) {
   for (const char* const argument : {"--help", "--version"}) {
     ConsoleParser parser;
     try {

@@ -19,15 +19,15 @@
 
 namespace kelvara::test {
 
-/// How a command line ended.
+/// What a command line returned and printed.
 struct ConsoleResult {
   int exitCode = -1;
   std::string output;
   std::string errors;
 };
 
-/// Runs command lines of kelvara-cli in this process, in a fresh folder of their own: real files
-/// and clocks, dates of the C locale, no settings, nobody who presses Ctrl+C.
+/// Runs command lines of kelvara-cli in this process, in a fresh folder, with real files and
+/// clocks, the C locale's dates, no settings, and no Ctrl+C.
 class ConsoleTest : public ::testing::Test {
  protected:
   using Arguments = std::vector<std::string>;
@@ -43,7 +43,7 @@ class ConsoleTest : public ::testing::Test {
     return {exitCode, out.str(), err.str()};
   }
 
-  /// Runs and expects success without a word on standard error. Returns standard output.
+  /// Runs and expects success with nothing on standard error. Returns standard output.
   std::string Output(const Arguments& arguments, const std::string& input = "") {
     const ConsoleResult result = Run(arguments, input);
     EXPECT_EQ(result.exitCode, 0);
@@ -64,7 +64,7 @@ class ConsoleTest : public ::testing::Test {
     EXPECT_NE(result.errors.find(named, start.size()), std::string::npos) << result.errors;
   }
 
-  /// A command line that is wrong: nothing is done and nothing printed.
+  /// Expects a command line to be refused as wrong, with nothing on standard output.
   void ExpectWrong(const Arguments& arguments, const std::string& named) {
     SCOPED_TRACE(::testing::PrintToString(arguments));
     const ConsoleResult result = Run(arguments);

@@ -15,7 +15,7 @@ std::string Printed(const sync::GridCells& grid) {
   return out.str();
 }
 
-TEST(PrintGrid, AlignsEachColumnOnTheRightTwoBlanksApart) {
+TEST(PrintGrid, RightAlignsColumnsTwoBlanksApart) {
   sync::GridCells grid;
   grid.SetSize(3, 3);
   grid.SetText(0, 0, "RPN");
@@ -31,7 +31,7 @@ TEST(PrintGrid, AlignsEachColumnOnTheRightTwoBlanksApart) {
             "63[15]  -390\n");
 }
 
-TEST(PrintGrid, GivesARowOfEmptyCellsAnEmptyLine) {
+TEST(PrintGrid, PrintsARowOfEmptyCellsAsAnEmptyLine) {
   sync::GridCells grid;
   EXPECT_EQ(Printed(grid), "\n");
   grid.SetSize(2, 2);

@@ -10,7 +10,7 @@
 namespace kelvara::cli {
 namespace {
 
-/// The value of a text that has to be one JSON document.
+/// Parses a text that must be one JSON document.
 QJsonDocument Parsed(const std::string& text) {
   QJsonParseError error;
   QJsonDocument document = QJsonDocument::fromJson(QByteArray::fromStdString(text), &error);
@@ -18,14 +18,14 @@ QJsonDocument Parsed(const std::string& text) {
   return document;
 }
 
-TEST(JsonResults, OfNothingAreEmptyLists) {
+TEST(JsonResults, OfAnEmptyModelAreEmptyLists) {
   const test::SessionRig rig;
   EXPECT_EQ(Parsed(JsonResults(rig.session, rig.grid, true)), Parsed(R"(
       {"reports": 0, "abandoned": 0, "aas": [], "cells": [],
        "grid": {"complete": true, "text": [["RPN"]], "colour": [[null]]}})"));
 }
 
-TEST(JsonResults, HoldAntennasReadingsAndTheGridAsItWasDrawn) {
+TEST(JsonResults, HoldAntennasReadingsAndTheGridAsDrawn) {
   test::SessionRig rig;
   rig.session.Parser().ProcessRfpsReport(
       test::Report({test::SyncBlock(test::Identity(0x5A, 3, 1)),

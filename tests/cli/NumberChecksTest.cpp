@@ -5,7 +5,7 @@
 namespace kelvara::cli {
 namespace {
 
-TEST(CheckWholeNumber, TakesPlainDigitsFromTheLeastToTheMost) {
+TEST(CheckWholeNumber, AcceptsPlainDigitsFromTheLeastToTheMost) {
   for (const char* const text : {"1", "7", "12"}) {
     EXPECT_EQ(CheckWholeNumber(text, 1, 12), "") << text;
   }
@@ -14,7 +14,7 @@ TEST(CheckWholeNumber, TakesPlainDigitsFromTheLeastToTheMost) {
   EXPECT_EQ(CheckWholeNumber("18446744073709551615", 0, 18446744073709551615U), "");
 }
 
-TEST(CheckWholeNumber, TellsWhatIsWrongWithAnythingElse) {
+TEST(CheckWholeNumber, SaysWhatIsWrongWithAnythingElse) {
   for (const char* const text : {"", "0", "13", "-1", "+1", " 1", "1 ", "1.0", "1e1", "0x1", "07",
                                  "one", "2147483648", "99999999999999999999"}) {
     EXPECT_EQ(CheckWholeNumber(text, 1, 12),
@@ -26,13 +26,13 @@ TEST(CheckWholeNumber, TellsWhatIsWrongWithAnythingElse) {
   }
 }
 
-TEST(CheckPositiveNumber, TakesDecimalsAboveZeroUpToTheMost) {
+TEST(CheckPositiveNumber, AcceptsDecimalsAboveZeroUpToTheMost) {
   for (const char* const text : {"1000", "0.5", ".5", "1e-3", "999.999"}) {
     EXPECT_EQ(CheckPositiveNumber(text, 1000), "") << text;
   }
 }
 
-TEST(CheckPositiveNumber, TellsWhatIsWrongWithAnythingElse) {
+TEST(CheckPositiveNumber, SaysWhatIsWrongWithAnythingElse) {
   for (const char* const text : {"", "0", "-0.5", "1000.001", "fast", "1x", "nan", "inf"}) {
     EXPECT_EQ(CheckPositiveNumber(text, 1000),
               "\"" + std::string(text) + "\" is no number above 0 and up to 1000");

@@ -7,7 +7,7 @@ namespace {
 
 class RecordArgumentsTest : public ConsoleTest {
  protected:
-  /// A command line that is wrong: nothing is recorded and nothing printed.
+  /// Expects options of "record" to be refused as wrong, with nothing recorded or printed.
   void ExpectWrong(const Arguments& arguments) {
     SCOPED_TRACE(::testing::PrintToString(arguments));
     Arguments all = {"record", "--json", "results.json"};
@@ -19,7 +19,7 @@ class RecordArgumentsTest : public ConsoleTest {
   }
 };
 
-TEST_F(RecordArgumentsTest, ExactlyOneSourceIsDue) {
+TEST_F(RecordArgumentsTest, ExactlyOneSourceIsRequired) {
   ExpectWrong({"--reports", "1"});
   ExpectWrong({"--demo", "--com", "1", "--reports", "1"});
   ExpectWrong({"--demo", "--port", "/dev/null", "--reports", "1"});
@@ -27,7 +27,7 @@ TEST_F(RecordArgumentsTest, ExactlyOneSourceIsDue) {
   ExpectWrong({"--com", "1", "--port", "/dev/null", "--demo", "--reports", "1"});
 }
 
-TEST_F(RecordArgumentsTest, APortNumberIsOneToTwelve) {
+TEST_F(RecordArgumentsTest, APortNumberIsFromOneToTwelve) {
   for (const char* number : {"0", "13", "-1", "COM1", "1.5", "", "65537"}) {
     ExpectWrong({"--reports", "1", "--com", number});
   }
@@ -50,7 +50,7 @@ TEST_F(RecordArgumentsTest, OnlyTheDemosClockRunsFaster) {
   }
 }
 
-TEST_F(RecordArgumentsTest, NothingElseIsTaken) {
+TEST_F(RecordArgumentsTest, AnythingElseIsRefused) {
   ExpectWrong({"--demo", "--reports", "1", "extra"});
   ExpectWrong({"--demo", "--reports", "1", "--unknown"});
   ExpectWrong({"--demo", "--reports", "1", "--units", "feet"});
@@ -59,7 +59,7 @@ TEST_F(RecordArgumentsTest, NothingElseIsTaken) {
   ExpectWrong({"--demo", "--reports", "1", "--raw"});
 }
 
-TEST_F(RecordArgumentsTest, AnEmptyArgumentIsRefusedWhereverItStands) {
+TEST_F(RecordArgumentsTest, AnEmptyArgumentIsRefusedAnywhere) {
   ExpectWrong({"", "--demo", "--reports", "1"});
   ExpectWrong({"--demo", "", "--reports", "1"});
   ExpectWrong({"--demo", "", "-x"});
@@ -67,7 +67,7 @@ TEST_F(RecordArgumentsTest, AnEmptyArgumentIsRefusedWhereverItStands) {
   ExpectWrong({"--demo", "--reports", "1", "--", ""});
 }
 
-TEST_F(RecordArgumentsTest, ATraceOrLogThatCannotBeOpenedEndsTheRecordAtOnce) {
+TEST_F(RecordArgumentsTest, ATraceOrLogThatCannotBeOpenedEndsTheRecordImmediately) {
   for (const char* option : {"--raw", "--log"}) {
     SCOPED_TRACE(option);
     ExpectComplaint(Run({"record", "--demo", "--for", "30", "--json", "results.json", option,

@@ -8,7 +8,7 @@
 namespace kelvara::test {
 namespace {
 
-/// Records from a port that the test holds, until the program is asked to stop.
+/// Records from a scripted port until the program is asked to stop.
 class RecordTest : public ConsoleTest {
  protected:
   RecordTest() {
@@ -36,14 +36,14 @@ class RecordTest : public ConsoleTest {
   std::function<void()> whileRecording;
 };
 
-TEST_F(RecordTest, EndsWhenItIsAskedToAndWritesItsResults) {
+TEST_F(RecordTest, EndsWhenAskedToAndWritesItsResults) {
   EXPECT_EQ(Output({"record", "--com", "3", "--json", "results.json", "--raw", "trace.txt"}),
             "Reports: 0\nAAs: 0\n");
   EXPECT_TRUE(Exists("results.json"));
   EXPECT_TRUE(Exists("trace.txt"));
 }
 
-TEST_F(RecordTest, OpensThePortAndTheRateOfTheCommandLine) {
+TEST_F(RecordTest, OpensThePortAtTheRateOfTheCommandLine) {
   portSettings.Write("COM3", "/dev/adapter");
   whileRecording = [this] {
     EXPECT_TRUE(port->open);
@@ -54,7 +54,7 @@ TEST_F(RecordTest, OpensThePortAndTheRateOfTheCommandLine) {
   EXPECT_EQ(device, "/dev/adapter");
 }
 
-TEST_F(RecordTest, APortThatCannotBeOpenedEndsWithOneAndTouchesNothing) {
+TEST_F(RecordTest, APortThatCannotBeOpenedExitsWithOneAndWritesNothing) {
   openable = false;
   ExpectComplaint(Run({"record", "--com", "3", "--json", "results.json", "--log", "log.txt",
                        "--raw", "trace.txt"}),
@@ -64,7 +64,7 @@ TEST_F(RecordTest, APortThatCannotBeOpenedEndsWithOneAndTouchesNothing) {
   }
 }
 
-TEST_F(RecordTest, PortsListsTheDevicesOfTheSettings) {
+TEST_F(RecordTest, PortsListsTheDevicesInTheSettings) {
   portSettings.Write("COM3", "/dev/no-such-adapter");
   const ConsoleResult result = Run({"ports", "--com", "4=/dev/no-other"});
   EXPECT_EQ(result.exitCode, 0);

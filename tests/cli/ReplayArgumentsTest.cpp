@@ -23,7 +23,7 @@ class ReplayArgumentsTest : public ConsoleTest {
   const std::string session = GoldenPath("four-antennas.session.txt");
 };
 
-TEST_F(ReplayArgumentsTest, OptionsMayStandBeforeBetweenAndBehindFiles) {
+TEST_F(ReplayArgumentsTest, OptionsMayComeBeforeBetweenAndAfterFiles) {
   Write("a.txt", OneNeighbourReport(1, 2, -11));
   Write("b.txt", OneNeighbourReport(3, 10, 5));
   const std::string expected =
@@ -49,7 +49,7 @@ TEST_F(ReplayArgumentsTest, AValueMayBeginWithADash) {
   }
 }
 
-TEST_F(ReplayArgumentsTest, AnOutputsPathMayBeginWithADash) {
+TEST_F(ReplayArgumentsTest, TheOutputPathMayBeginWithADash) {
   Output({"replay", session, "--report", "-r.html", "--csv", "--grid", "--log", "-l", "--json",
           "--json"});
   for (const char* name : {"-r.html", "--grid", "-l", "--json"}) {
@@ -57,7 +57,7 @@ TEST_F(ReplayArgumentsTest, AnOutputsPathMayBeginWithADash) {
   }
 }
 
-TEST_F(ReplayArgumentsTest, BehindTwoDashesAllAreFiles) {
+TEST_F(ReplayArgumentsTest, EverythingAfterTwoDashesIsAFile) {
   Write("a.txt", OneNeighbourReport(1, 2, -11));
   for (const char* name : {"--grid", "-x", "--", "[b].txt", "b.txt"}) {
     SCOPED_TRACE(name);
@@ -69,7 +69,7 @@ TEST_F(ReplayArgumentsTest, BehindTwoDashesAllAreFiles) {
   }
 }
 
-TEST_F(ReplayArgumentsTest, TextsAreTakenAsTheyAre) {
+TEST_F(ReplayArgumentsTest, TextsAreTakenLiterally) {
   for (const std::string text :
        {"", "a,b", "[a,b]", "\"quoted\"", "'quoted'", "caf\xC3\xA9", "caf\xE9", "%%", "{a}", "a=b",
         "replay", "convert", "$HOME", "a\tb", "<b>&amp;"}) {
@@ -95,7 +95,7 @@ TEST_F(ReplayArgumentsTest, NamesOfFilesNeedNotBeText) {
   }
 }
 
-TEST_F(ReplayArgumentsTest, ADashThatIsNoFileIsStandardInputEvenBehindOptions) {
+TEST_F(ReplayArgumentsTest, ADashIsStandardInputAlsoAfterOptions) {
   EXPECT_EQ(Output({"replay", "--fps", "on", "-"}, OneNeighbourReport(1, 2, -11)),
             "Reports: 1\nAAs: 2\n");
 }
@@ -123,7 +123,7 @@ TEST_F(ReplayArgumentsTest, HelpDoesNothingElse) {
   EXPECT_FALSE(Exists("report.html"));
 }
 
-TEST_F(ReplayArgumentsTest, TheVersionIsTheProgramsOwn) {
+TEST_F(ReplayArgumentsTest, TheVersionIsPrinted) {
   EXPECT_NE(Output({"--version"}).find("1.1.0"), std::string::npos);
 }
 

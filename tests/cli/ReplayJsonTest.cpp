@@ -32,7 +32,7 @@ class ReplayJsonTest : public ConsoleTest {
   }
 };
 
-TEST_F(ReplayJsonTest, ResultsOfRecordedSessions) {
+TEST_F(ReplayJsonTest, RecordedSessionsGiveTheirGoldenResults) {
   for (const std::string name : {"four-antennas", "fifty-one-antennas"}) {
     SCOPED_TRACE(name);
     EXPECT_EQ(Results({GoldenPath(name + ".session.txt")}),
@@ -40,12 +40,12 @@ TEST_F(ReplayJsonTest, ResultsOfRecordedSessions) {
   }
 }
 
-TEST_F(ReplayJsonTest, ResultsOfNothing) {
+TEST_F(ReplayJsonTest, AnEmptyFileGivesEmptyResults) {
   Write("empty.txt", "");
   EXPECT_EQ(Results({"--whole", "empty.txt"}), Parsed(Golden("json-empty.json")));
 }
 
-TEST_F(ReplayJsonTest, StandardOutputHoldsTheDocumentAlone) {
+TEST_F(ReplayJsonTest, StandardOutputContainsOnlyTheDocument) {
   const std::string text =
       Output({"replay", GoldenPath("four-antennas.session.txt"), "--json", "-"});
   EXPECT_EQ(text[0], '{');
@@ -53,7 +53,7 @@ TEST_F(ReplayJsonTest, StandardOutputHoldsTheDocumentAlone) {
   EXPECT_EQ(text.substr(text.size() - 2), "}\n");
 }
 
-TEST_F(ReplayJsonTest, AFileHoldsTheSameDocumentBesideTheTotals) {
+TEST_F(ReplayJsonTest, AFileContainsTheSameDocumentAndTheTotalsArePrinted) {
   const std::string session = GoldenPath("four-antennas.session.txt");
   Write("results.json", std::string(100000, 'x'));
   EXPECT_EQ(Output({"replay", session, "--json", "results.json"}), "Reports: 7\nAAs: 4\n");
@@ -79,7 +79,7 @@ TEST_F(ReplayJsonTest, AbandonedReportsAreCounted) {
   EXPECT_EQ(results["aas"].toArray().size(), 2);
 }
 
-TEST_F(ReplayJsonTest, WithAnAntennaTooManyTheGridIsNotComplete) {
+TEST_F(ReplayJsonTest, OneAntennaTooManyLeavesTheGridIncomplete) {
   Write("many.txt", FiftyTwoAntennas());
   const QJsonObject results = Results({"many.txt"});
   EXPECT_EQ(results["reports"].toInt(), 5);

@@ -10,10 +10,10 @@
 namespace kelvara::test {
 namespace {
 
-/// The files that a replay writes. Dates are checked for their form and then taken as they are.
+/// Checks the files that a replay writes. Of a date, only the form is checked.
 class ReplayOutputsTest : public ConsoleTest {
  protected:
-  /// Replaces each text of one form, and expects so many of them.
+  /// Replaces each match of `form` and expects `count` of them.
   static std::string Replaced(const std::string& text, const std::string& form,
                               const std::string& placeholder, std::ptrdiff_t count) {
     const std::regex pattern(form);
@@ -28,7 +28,7 @@ class ReplayOutputsTest : public ConsoleTest {
   const std::string totals = "Reports: 7\nAAs: 4\n";
 };
 
-TEST_F(ReplayOutputsTest, TheLogInEachDisplay) {
+TEST_F(ReplayOutputsTest, TheLogFollowsTheDisplayOptions) {
   for (const std::string base : {"dec", "hex"}) {
     for (const std::string fps : {"on", "off"}) {
       std::string name = "log-four-antennas-" + base;
@@ -40,7 +40,7 @@ TEST_F(ReplayOutputsTest, TheLogInEachDisplay) {
   }
 }
 
-TEST_F(ReplayOutputsTest, TheLogIsAppended) {
+TEST_F(ReplayOutputsTest, TheLogIsAppendedTo) {
   Write("log.txt", "kept\r\n");
   Output({"replay", session, "--log", "log.txt"});
   const std::string once = Read("log.txt");
@@ -60,7 +60,7 @@ TEST_F(ReplayOutputsTest, TheLogOfSeveralFilesStartsAndStopsOnce) {
   EXPECT_EQ(log.substr(log.size() - 23), ", Log To File Stopped\r\n");
 }
 
-TEST_F(ReplayOutputsTest, TheLogOfAnEmptyFileHasItsTwoLines) {
+TEST_F(ReplayOutputsTest, TheLogOfAnEmptyFileHasTwoLines) {
   Write("empty.txt", "");
   Output({"replay", "--whole", "empty.txt", "--log", "log.txt"});
   EXPECT_EQ(Replaced(Read("log.txt"), kStamp, "@STAMP@", 2),
@@ -73,7 +73,7 @@ TEST_F(ReplayOutputsTest, AnAbandonedReportOfTooManyAntennasLogsNothing) {
   EXPECT_EQ(Read("log.txt").find("->"), std::string::npos);
 }
 
-TEST_F(ReplayOutputsTest, TheReportInEachDisplay) {
+TEST_F(ReplayOutputsTest, TheReportFollowsTheDisplayOptions) {
   for (const std::string fps : {"on", "off"}) {
     SCOPED_TRACE(fps);
     Write("report.html", std::string(200000, 'x'));
@@ -88,7 +88,7 @@ TEST_F(ReplayOutputsTest, TheReportInEachDisplay) {
   }
 }
 
-TEST_F(ReplayOutputsTest, TheReportOfAFullModel) {
+TEST_F(ReplayOutputsTest, TheReportListsAFullModel) {
   Output({"replay", GoldenPath("fifty-one-antennas.session.txt"), "--report", "report.html",
           "--site", "Dock & Crane <North>", "--tester", "A. \"Al\" Tester", "--notes",
           "  first line\r\n  second line   ", "--fps", "on"});
@@ -96,14 +96,14 @@ TEST_F(ReplayOutputsTest, TheReportOfAFullModel) {
                  Golden("report-fifty-one-antennas-fps-on.html", {{"@FILE@", "report.html"}}));
 }
 
-TEST_F(ReplayOutputsTest, TheReportOfNothingWithItsFieldsLeftOut) {
+TEST_F(ReplayOutputsTest, TheReportOfAnEmptyFileHasEmptyFieldsByDefault) {
   Write("empty.txt", "");
   Output({"replay", "--whole", "empty.txt", "--report", "report.html"});
   ExpectSameText(Replaced(Read("report.html"), kDate, "@DATE@", 2),
                  Golden("report-empty.html", {{"@FILE@", "report.html"}}));
 }
 
-TEST_F(ReplayOutputsTest, TheCsvInEachDisplay) {
+TEST_F(ReplayOutputsTest, TheCsvFollowsTheDisplayOptions) {
   for (const std::string units : {"rfps", "aasync", "metres"}) {
     for (const std::string base : {"dec", "hex"}) {
       std::string name = "csv-four-antennas-" + units;
@@ -118,7 +118,7 @@ TEST_F(ReplayOutputsTest, TheCsvInEachDisplay) {
   }
 }
 
-TEST_F(ReplayOutputsTest, TheCsvOfAFullModelAndOfNothing) {
+TEST_F(ReplayOutputsTest, TheCsvHoldsAFullAndAnEmptyModel) {
   Output({"replay", GoldenPath("fifty-one-antennas.session.txt"), "--units", "metres", "--rpn",
           "hex", "--csv", "many.csv"});
   ExpectSameText(Replaced(Read("many.csv"), kStamp, "@STAMP@", 1),
@@ -129,7 +129,7 @@ TEST_F(ReplayOutputsTest, TheCsvOfAFullModelAndOfNothing) {
                  Golden("csv-empty-rfps-dec.csv"));
 }
 
-TEST_F(ReplayOutputsTest, WithoutOptionsTheDisplayIsRfpsDecimalWithoutFps) {
+TEST_F(ReplayOutputsTest, TheDisplayIsRfpsDecimalWithoutFpsByDefault) {
   Output({"replay", session, "--csv", "plain.csv", "--log", "plain.txt"});
   ExpectSameText(Replaced(Read("plain.csv"), kStamp, "@STAMP@", 1),
                  Golden("csv-four-antennas-rfps-dec.csv"));
@@ -137,7 +137,7 @@ TEST_F(ReplayOutputsTest, WithoutOptionsTheDisplayIsRfpsDecimalWithoutFps) {
                  Golden("log-four-antennas-dec-fps-off.txt"));
 }
 
-TEST_F(ReplayOutputsTest, AllOutputsTogether) {
+TEST_F(ReplayOutputsTest, AllOutputsCanBeWrittenTogether) {
   Output({"replay", "--log", "log.txt", "--report", "report.html", "--csv", "results.csv", "--json",
           "results.json", "--grid", session});
   for (const char* name : {"log.txt", "report.html", "results.csv", "results.json"}) {
@@ -145,7 +145,7 @@ TEST_F(ReplayOutputsTest, AllOutputsTogether) {
   }
 }
 
-TEST_F(ReplayOutputsTest, PathsMayHaveBackslashes) {
+TEST_F(ReplayOutputsTest, PathsMayContainBackslashes) {
   std::filesystem::create_directory(folder.PathOf("results"));
   Output({"replay", session, "--report", "results\\report.html"});
   EXPECT_NE(Read("results/report.html").find(CrLf("<td>results\\report.html</td>")),
@@ -154,7 +154,7 @@ TEST_F(ReplayOutputsTest, PathsMayHaveBackslashes) {
 
 class ReplayGridTest : public ReplayOutputsTest {
  protected:
-  /// The table's lines, without the totals behind them.
+  /// The table's lines, without the totals after them.
   std::vector<std::string> Table(Arguments arguments) {
     arguments.insert(arguments.begin(), {"replay", "--grid", session});
     std::istringstream output(Output(arguments));
@@ -175,7 +175,7 @@ class ReplayGridTest : public ReplayOutputsTest {
   }
 };
 
-TEST_F(ReplayGridTest, ShowsTheGridOfTheChosenDisplay) {
+TEST_F(ReplayGridTest, FollowsTheDisplayOptions) {
   using Row = std::vector<std::string>;
   const std::vector<std::string> table =
       Table({"--units", "aasync", "--rpn", "hex", "--fps", "on"});
@@ -187,10 +187,10 @@ TEST_F(ReplayGridTest, ShowsTheGridOfTheChosenDisplay) {
   EXPECT_EQ(Words(table[4]), (Row{"64[F]"}));
 }
 
-TEST_F(ReplayGridTest, CellsStandBelowTheirColumnsHeading) {
+TEST_F(ReplayGridTest, AlignsCellsWithTheirColumnHeading) {
   const std::vector<std::string> table = Table({});
   ASSERT_EQ(table.size(), 5U);
-  // Each cell of a column covers at least one place that its heading covers.
+  // Each cell overlaps its column's heading by at least one character.
   const auto column = [&](const std::string& heading, const std::string& row,
                           const std::string& cell) {
     const std::size_t headingStart = table[0].find(heading);
@@ -208,7 +208,7 @@ TEST_F(ReplayGridTest, CellsStandBelowTheirColumnsHeading) {
   column(" 06", table[3], " 4");
 }
 
-TEST_F(ReplayGridTest, OfNothingIsItsCorner) {
+TEST_F(ReplayGridTest, PrintsOnlyTheCornerOfAnEmptyGrid) {
   Write("empty.txt", "");
   EXPECT_EQ(Output({"replay", "--whole", "empty.txt", "--grid"}), "RPN\nReports: 0\nAAs: 0\n");
 }

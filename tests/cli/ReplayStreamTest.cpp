@@ -15,14 +15,14 @@ TEST_F(ReplayStreamTest, AStreamEndsWithItsTotals) {
             "Reports: 51\nAAs: 51\n");
 }
 
-TEST_F(ReplayStreamTest, AnEmptyFileIsNoReport) {
+TEST_F(ReplayStreamTest, AnEmptyFileContainsNoReport) {
   Write("empty.txt", "");
   const ConsoleResult result = Run({"replay", "empty.txt", "-"});
   ExpectComplaint(result, 0, "no report of an antenna is in \"empty.txt\", \"standard input\"\n");
   EXPECT_EQ(result.output, "Reports: 0\nAAs: 0\n");
 }
 
-TEST_F(ReplayStreamTest, ReportsOfNoAntennaAreToldOfOnceAndAnyReportOfOneIsEnough) {
+TEST_F(ReplayStreamTest, FilesWithoutAntennasAreNotedOnceUnlessAnotherFileHasOne) {
   Write("lines.txt", RecordedReport({}) + RecordedReport({"no antenna"}));
   const ConsoleResult result = Run({"replay", "lines.txt"});
   ExpectComplaint(result, 0, "lines.txt");
@@ -33,7 +33,7 @@ TEST_F(ReplayStreamTest, ReportsOfNoAntennaAreToldOfOnceAndAnyReportOfOneIsEnoug
   Output({"replay", "crowded.txt", "lines.txt"});
 }
 
-TEST_F(ReplayStreamTest, WhatKelvaraWroteItselfIsNamed) {
+TEST_F(ReplayStreamTest, AFileWrittenByKelvaraIsIdentified) {
   Output({"replay", GoldenPath("four-antennas.session.txt"), "--log", "out.log", "--report",
           "out.html", "--csv", "out.csv", "--json", "out.json"});
   for (const auto& [name, kind] : {std::pair("out.log", "(a log that Kelvara captured)"),
@@ -49,7 +49,7 @@ TEST_F(ReplayStreamTest, WhatKelvaraWroteItselfIsNamed) {
   }
 }
 
-TEST_F(ReplayStreamTest, FilesGoIntoOneModelInTheirOrder) {
+TEST_F(ReplayStreamTest, FilesAreReadIntoOneModelInOrder) {
   Write("a.txt", OneNeighbourReport(1, 2, -11));
   Write("b.txt", OneNeighbourReport(3, 4, 5));
   const std::string forth = Output({"replay", "a.txt", "b.txt", "--json", "-"});
@@ -73,7 +73,7 @@ TEST_F(ReplayStreamTest, ADashIsStandardInput) {
   EXPECT_LT(json.find("\"rpn\":1}"), json.find("\"rpn\":5}"));
 }
 
-TEST_F(ReplayStreamTest, WhatIsLeftOverIsDroppedWithANoteThatNamesTheFile) {
+TEST_F(ReplayStreamTest, AnIncompleteReportIsDroppedWithANoteThatNamesTheFile) {
   Write("whole.txt", OneNeighbourReport(1, 2, -11));
   Write("cut.txt", OneNeighbourReport(1, 2, -11) + OneNeighbourReport(3, 4, 5).substr(0, 60));
   const ConsoleResult result = Run({"replay", "cut.txt", "whole.txt"});
@@ -81,7 +81,7 @@ TEST_F(ReplayStreamTest, WhatIsLeftOverIsDroppedWithANoteThatNamesTheFile) {
   EXPECT_EQ(result.output, "Reports: 2\nAAs: 2\n");
 }
 
-TEST_F(ReplayStreamTest, AFileWithoutLineEndsIsLeftOver) {
+TEST_F(ReplayStreamTest, AFileWithoutLineEndsIsAnIncompleteReport) {
   Write("one-line.txt", "100ec5A301 Sync");
   const ConsoleResult result = Run({"replay", "one-line.txt"});
   EXPECT_EQ(result.exitCode, 0);
@@ -91,7 +91,7 @@ TEST_F(ReplayStreamTest, AFileWithoutLineEndsIsLeftOver) {
   EXPECT_EQ(result.output, "Reports: 0\nAAs: 0\n");
 }
 
-TEST_F(ReplayStreamTest, BytesAreTakenAsTheyAre) {
+TEST_F(ReplayStreamTest, BytesAreReadUnchanged) {
   std::string bytes;
   for (int byte = 0; byte < 256; ++byte) {
     if (byte != '\n' && byte != '1') {
@@ -102,24 +102,24 @@ TEST_F(ReplayStreamTest, BytesAreTakenAsTheyAre) {
   EXPECT_EQ(Output({"replay", "binary.bin"}), "Reports: 1\nAAs: 2\n");
 }
 
-TEST_F(ReplayStreamTest, BareLineFeedsEndLinesToo) {
+TEST_F(ReplayStreamTest, BareLineFeedsAlsoEndLines) {
   std::string text = OneNeighbourReport(1, 2, -11);
   std::erase(text, '\r');
   Write("unix.txt", text + text);
   EXPECT_EQ(Output({"replay", "unix.txt"}), "Reports: 2\nAAs: 2\n");
 }
 
-TEST_F(ReplayStreamTest, AReportOfTooManyAntennasIsAbandonedAndTheNextIsRead) {
+TEST_F(ReplayStreamTest, AReportWithTooManyAntennasIsAbandonedAndTheNextIsRead) {
   Write("crowded.txt", CrowdedReport(1, 2, 10) + OneNeighbourReport(1, 2, -11));
   EXPECT_EQ(Output({"replay", "crowded.txt"}), "Reports: 1\nAAs: 2\nAbandoned: 1\n");
 }
 
-TEST_F(ReplayStreamTest, TheFiftySecondAntennaIsCountedAndTheReplayGoesOn) {
+TEST_F(ReplayStreamTest, TheFiftySecondAntennaIsCountedAndTheReplayContinues) {
   Write("many.txt", FiftyTwoAntennas() + OneNeighbourReport(0, 1, 9));
   EXPECT_EQ(Output({"replay", "many.txt"}), "Reports: 6\nAAs: 52\nAbandoned: 1\n");
 }
 
-TEST_F(ReplayStreamTest, WholeFilesAreOneReportEach) {
+TEST_F(ReplayStreamTest, EachWholeFileIsOneReport) {
   const std::string report = OneNeighbourReport(1, 2, -11);
   Write("twice.txt", report + report);
   Write("short.txt", CrLf("rfps") + CrLf(SyncLine(5)));
@@ -128,17 +128,17 @@ TEST_F(ReplayStreamTest, WholeFilesAreOneReportEach) {
   EXPECT_EQ(Output({"replay", "--whole", "-"}, report), "Reports: 1\nAAs: 2\n");
 }
 
-TEST_F(ReplayStreamTest, AWholeFileOfATraceIsNotReadAsATrace) {
+TEST_F(ReplayStreamTest, ATraceGivenAsAWholeFileIsNotReadAsATrace) {
   Write("trace.txt", "\x01rfps\x02" + CrLf(SyncLine(5)));
   EXPECT_EQ(Output({"replay", "--whole", "trace.txt"}), "Reports: 1\nAAs: 1\n");
 }
 
-TEST_F(ReplayStreamTest, AnEmptyWholeFileKeepsNothing) {
+TEST_F(ReplayStreamTest, AnEmptyWholeFileAddsNothing) {
   Write("empty.txt", "");
   EXPECT_EQ(Output({"replay", "--whole", "empty.txt"}), "Reports: 0\nAAs: 0\n");
 }
 
-TEST_F(ReplayStreamTest, NamesOfFilesAreTakenAsTheyAre) {
+TEST_F(ReplayStreamTest, FileNamesAreTakenLiterally) {
   for (const char* name : {"a b.txt", "[x].txt", "a,b.txt", "{}", "%%", "\"q\"", "convert",
                            "r\xC3\xA9sultat.txt", "replay"}) {
     SCOPED_TRACE(name);

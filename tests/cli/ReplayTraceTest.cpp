@@ -17,7 +17,7 @@ const std::string kBho =
     "\x01"
     "bho\x02";
 
-TEST_F(ReplayTraceTest, ATraceGivesTheResultsOfItsStream) {
+TEST_F(ReplayTraceTest, ATraceGivesTheSameResultsAsItsStream) {
   const std::string session = ReadTextFile(GoldenPath("four-antennas.session.txt"));
   std::string trace = kCho;
   std::size_t start = 0;
@@ -42,7 +42,7 @@ TEST_F(ReplayTraceTest, CharactersOutsideAReportAreNotCollected) {
   EXPECT_EQ(Output({"replay", "trace.txt"}), "Reports: 1\nAAs: 2\n");
 }
 
-TEST_F(ReplayTraceTest, AReportCutShortByTheNextRfpsIsThrownAway) {
+TEST_F(ReplayTraceTest, AReportCutShortByTheNextRfpsIsDiscarded) {
   const std::string cut = OneNeighbourReport(5, 6, 7);
   Write("trace.txt", kRfps + cut.substr(0, cut.size() - 2) + kRfps + OneNeighbourReport(1, 2, -11));
   const ConsoleResult result = Run({"replay", "trace.txt"});
@@ -61,7 +61,7 @@ TEST_F(ReplayTraceTest, ADoubledMarkIsOneReceivedByte) {
   const std::string neighbour = NeighbourLine(2, -11);
   const std::string mark = "\x01\x01";
   std::string line = neighbour.substr(0, neighbour.size() - 10);
-  // The received byte stands in a column of its own: undoubled, the phase is out of place.
+  // The received byte takes up one column: as two bytes or none, it would shift the phase.
   line += mark + neighbour.substr(neighbour.size() - 9);
   Write("trace.txt", kRfps + RecordedReport({SyncLine(1), line}));
   const std::string json = Output({"replay", "trace.txt", "--json", "-"});
@@ -75,12 +75,12 @@ TEST_F(ReplayTraceTest, ATraceAndAStreamMayBeReplayedTogether) {
   EXPECT_EQ(Output({"replay", "trace.txt", "stream.txt", "trace.txt"}), "Reports: 4\nAAs: 2\n");
 }
 
-TEST_F(ReplayTraceTest, AStreamThatHoldsAMarkLaterIsAStream) {
+TEST_F(ReplayTraceTest, AFileWithALaterMarkIsAStream) {
   Write("stream.txt", "x" + kRfps + OneNeighbourReport(1, 2, -11));
   EXPECT_EQ(Output({"replay", "stream.txt"}), "Reports: 1\nAAs: 2\n");
 }
 
-TEST_F(ReplayTraceTest, ATraceFromStandardInput) {
+TEST_F(ReplayTraceTest, ATraceCanComeFromStandardInput) {
   EXPECT_EQ(Output({"replay", "-"}, kRfps + OneNeighbourReport(1, 2, -11) + CrLf("stray")),
             "Reports: 1\nAAs: 2\n");
 }

@@ -13,7 +13,7 @@
 
 namespace kelvara::test {
 
-/// Runs the built kelvara-cli in a fresh folder of its own, in the C locale and in UTC.
+/// Runs the built kelvara-cli in a fresh folder, in the C locale and in UTC.
 class CliTest : public ::testing::Test {
  protected:
   using Arguments = std::vector<std::string>;
@@ -33,7 +33,7 @@ class CliTest : public ::testing::Test {
     return RunProcess(request);
   }
 
-  /// Runs and expects success without a word on standard error. Returns standard output.
+  /// Runs and expects success with nothing on standard error. Returns standard output.
   std::string Output(const Arguments& arguments, const std::string& input = "") const {
     const ProcessResult result = Run(arguments, input);
     EXPECT_EQ(result.exitCode, 0);

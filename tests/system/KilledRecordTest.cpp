@@ -9,7 +9,7 @@
 
 #include "support/ReplayedTrace.h"
 #include "support/TextFile.h"
-#include "system/CliRoom.h"
+#include "system/CliFixture.h"
 #include "system/SimulatedBeltpack.h"
 
 namespace kelvara::test {
@@ -17,29 +17,29 @@ namespace {
 
 using std::chrono::milliseconds;
 
-/// A record that captures a log and writes a trace, and when it is killed.
+/// A record that captures a log and writes a trace, and the time at which it is killed.
 struct Session {
   explicit Session(const std::vector<std::string>& source) {
     std::vector<std::string> arguments = {"record", "--log", "log.txt", "--raw", "trace.txt"};
     arguments.insert(arguments.end(), source.begin(), source.end());
-    record = std::make_unique<Process>(room.Request(arguments));
+    record = std::make_unique<Process>(fixture.Request(arguments));
   }
-  Session() : beltpack(std::make_unique<SimulatedBeltpack>(room.Request({"simulate"}))) {}
+  Session() : beltpack(std::make_unique<SimulatedBeltpack>(fixture.Request({"simulate"}))) {}
 
-  CliRoom room;
+  CliFixture fixture;
   std::unique_ptr<SimulatedBeltpack> beltpack;
   std::unique_ptr<Process> record;
   std::chrono::steady_clock::time_point end;
 };
 
-/// What a killed record left behind.
+/// The files that a killed record left, and how many commands its beltpack received.
 struct Remains {
   std::string log;
   std::string trace;
   std::size_t commandsHeard = 0;
 };
 
-/// The whole lines of a log, and what stands behind the last of them.
+/// The complete lines of a log, and the text after the last of them.
 struct LogLines {
   explicit LogLines(const std::string& log) {
     std::size_t start = 0;
@@ -57,8 +57,8 @@ struct LogLines {
 
 constexpr std::size_t kStampBytes = std::string_view("2026-01-01 00:00:00, ").size();
 
-/// Where the last whole command begins: what the trace holds before it had been worked off when it
-/// was written.
+/// Where the last complete command of a trace begins. Everything before it had been processed when
+/// it was written.
 std::size_t LastCommand(const std::string& trace) {
   std::size_t last = 0;
   for (const char* command : {"rfps", "cho", "bho"}) {
@@ -69,13 +69,13 @@ std::size_t LastCommand(const std::string& trace) {
   return last;
 }
 
-/// Counts over many kills, to see that they came while there was something to lose.
+/// Counts over many kills, to check that they happened while there was something to lose.
 struct Tally {
   int withReadings = 0;
-  int amidAReport = 0;
+  int withinAReport = 0;
 };
 
-/// Expects every entry whose writing had returned to be in the log, whole and in its place.
+/// Expects every entry whose write had returned to be in the log, complete and in order.
 void ExpectNothingLost(const Remains& remains, Tally& tally) {
   const LogLines lines(remains.log);
   const std::regex form(
@@ -86,7 +86,7 @@ void ExpectNothingLost(const Remains& remains, Tally& tally) {
     readings.push_back(line.substr(std::min(line.size(), kStampBytes)));
   }
   if (readings.empty()) {
-    EXPECT_EQ(LastCommand(remains.trace), 0U) << "the log is begun before the first command";
+    EXPECT_EQ(LastCommand(remains.trace), 0U) << "the log starts before the first command";
     return;
   }
   EXPECT_EQ(readings.front(), "Log To File Started");
@@ -107,10 +107,10 @@ void ExpectNothingLost(const Remains& remains, Tally& tally) {
   tally.withReadings += readings.empty() ? 0 : 1;
   const std::string last = remains.trace.substr(LastCommand(remains.trace));
   const auto lineFeeds = std::count(last.begin(), last.end(), '\n');
-  tally.amidAReport += lineFeeds > 0 && lineFeeds < link::kRfpsReportLines ? 1 : 0;
+  tally.withinAReport += lineFeeds > 0 && lineFeeds < link::kRfpsReportLines ? 1 : 0;
 }
 
-/// Kills each session at its moment and expects it to have been at work.
+/// Kills each session at its time and expects it to have been running and to have lost nothing.
 void KillAll(const std::vector<std::unique_ptr<Session>>& sessions, Tally& tally) {
   std::vector<Session*> order;
   for (const auto& session : sessions) {
@@ -124,8 +124,8 @@ void KillAll(const std::vector<std::unique_ptr<Session>>& sessions, Tally& tally
   }
   for (Session* const session : order) {
     EXPECT_EQ(session->record->Finish().signal, SIGKILL);
-    Remains remains{ReadTextFile(session->room.PathOf("log.txt")),
-                    ReadTextFile(session->room.PathOf("trace.txt")), 0};
+    Remains remains{ReadTextFile(session->fixture.PathOf("log.txt")),
+                    ReadTextFile(session->fixture.PathOf("trace.txt")), 0};
     if (session->beltpack) {
       remains.commandsHeard = session->beltpack->Commands().size();
     }
@@ -133,7 +133,7 @@ void KillAll(const std::vector<std::unique_ptr<Session>>& sessions, Tally& tally
   }
 }
 
-TEST(KilledRecordTest, KeepsEveryLineThatWasWrittenAtTwoHundredMomentsOverAPseudoTerminal) {
+TEST(KilledRecordTest, KeepsEveryWrittenLineWhenKilledAtTwoHundredMomentsOverAPseudoTerminal) {
   constexpr int kWaves = 2;
   constexpr int kSessions = 100;
   constexpr int kFirstMilliseconds = 2900;
@@ -147,8 +147,8 @@ TEST(KilledRecordTest, KeepsEveryLineThatWasWrittenAtTwoHundredMomentsOverAPseud
     }
     for (const auto& session : sessions) {
       session->record = std::make_unique<Process>(
-          session->room.Request({"record", "--port", SimulatedBeltpack::kPort, "--log", "log.txt",
-                                 "--raw", "trace.txt"}));
+          session->fixture.Request({"record", "--port", SimulatedBeltpack::kPort, "--log",
+                                    "log.txt", "--raw", "trace.txt"}));
       session->end =
           std::chrono::steady_clock::now() + milliseconds(std::uniform_int_distribution<int>(
                                                  kFirstMilliseconds, kLastMilliseconds)(random));
@@ -156,10 +156,10 @@ TEST(KilledRecordTest, KeepsEveryLineThatWasWrittenAtTwoHundredMomentsOverAPseud
     KillAll(sessions, tally);
   }
   EXPECT_GT(tally.withReadings, kWaves * kSessions / 4);
-  EXPECT_GT(tally.amidAReport, 0);
+  EXPECT_GT(tally.withinAReport, 0);
 }
 
-TEST(KilledRecordTest, KeepsEveryLineThatWasWrittenWhileTheyFollowEachOtherWithoutAPause) {
+TEST(KilledRecordTest, KeepsEveryWrittenLineWhenKilledAtFullSpeed) {
   constexpr int kKills = 100;
   constexpr int kAtOnce = 4;
   std::mt19937 random(100);
@@ -172,10 +172,10 @@ TEST(KilledRecordTest, KeepsEveryLineThatWasWrittenWhileTheyFollowEachOtherWitho
       sessions.back()->end = std::chrono::steady_clock::now() +
                              milliseconds(std::uniform_int_distribution<int>(50, 350)(random));
     }
-    // A program that has not begun yet has nothing to lose, and perhaps no file.
+    // A program that has not started recording has nothing to lose, and may have no file yet.
     for (const auto& session : sessions) {
       EXPECT_TRUE(
-          WaitUntil([&] { return std::filesystem::exists(session->room.PathOf("log.txt")); },
+          WaitUntil([&] { return std::filesystem::exists(session->fixture.PathOf("log.txt")); },
                     Process::kPatience));
     }
     KillAll(sessions, tally);

@@ -8,14 +8,13 @@
 namespace kelvara::test {
 namespace {
 
-/// The program where the system's text is set to a language that the machine really has, its
-/// decimal comma included.
+/// Runs the program in installed languages, one of which has a decimal comma.
 class LanguagesTest : public CliTest {
  protected:
   static constexpr const char* kLanguages[] = {"C", "C.UTF-8", "de_DE.UTF-8", "en_US.UTF-8"};
 
-  /// Makes the languages that a machine need not have, in the test's own folder. False when their
-  /// sources are not there.
+  /// Builds the languages in the test's folder, as a machine need not have them. False if their
+  /// sources are missing.
   bool MakeLanguages() const {
     std::filesystem::create_directory(folder.PathOf("languages"));
     for (const std::string language : {"de_DE", "en_US"}) {
@@ -34,12 +33,12 @@ class LanguagesTest : public CliTest {
     return true;
   }
 
-  void Speak(const std::string& language) {
+  void SetLanguage(const std::string& language) {
     environment["LOCPATH"] = folder.PathOf("languages");
     environment["LC_ALL"] = language;
   }
 
-  /// What the machine's own programs take for the decimal point in the language that is set.
+  /// The decimal point in the current language according to the machine's own programs.
   std::string DecimalPoint() const {
     ProcessRequest request;
     request.arguments = {"/usr/bin/locale", "decimal_point"};
@@ -53,7 +52,7 @@ class LanguagesTest : public CliTest {
     return text;
   }
 
-  /// Everything that the program makes of a recorded session, without its dates.
+  /// Everything that the program writes for a recorded session, without the dates.
   std::string Replayed() const {
     std::string all =
         Output({"replay", GoldenPath("four-antennas.session.txt"), "--units", "metres", "--rpn",
@@ -92,7 +91,7 @@ class LanguagesTest : public CliTest {
   }
 };
 
-TEST_F(LanguagesTest, EveryOutputButTheDatesIsTheSameInEveryLanguage) {
+TEST_F(LanguagesTest, EveryOutputExceptDatesIsTheSameInEveryLanguage) {
   if (!MakeLanguages()) {
     GTEST_SKIP() << "the machine needs the sources of the languages (the package locales)";
   }
@@ -101,7 +100,7 @@ TEST_F(LanguagesTest, EveryOutputButTheDatesIsTheSameInEveryLanguage) {
   std::string recorded;
   for (const std::string language : kLanguages) {
     SCOPED_TRACE(language);
-    Speak(language);
+    SetLanguage(language);
     ASSERT_EQ(DecimalPoint(), language == "de_DE.UTF-8" ? ",\n" : ".\n");
     const std::string replayedNow = Replayed();
     const std::string convertedNow = Converted();
@@ -118,7 +117,7 @@ TEST_F(LanguagesTest, EveryOutputButTheDatesIsTheSameInEveryLanguage) {
   EXPECT_NE(recorded.find("Reports: 5\n"), std::string::npos);
 }
 
-TEST_F(LanguagesTest, NamesOfFilesAreTheSameInEveryLanguage) {
+TEST_F(LanguagesTest, FileNamesAreTheSameInEveryLanguage) {
   if (!MakeLanguages()) {
     GTEST_SKIP() << "the machine needs the sources of the languages (the package locales)";
   }
@@ -129,7 +128,7 @@ TEST_F(LanguagesTest, NamesOfFilesAreTheSameInEveryLanguage) {
   environment["XDG_CONFIG_HOME"] = folder.PathOf("config");
   for (const std::string language : kLanguages) {
     SCOPED_TRACE(language);
-    Speak(language);
+    SetLanguage(language);
     Output({"replay", "B\xC3\xBChne.txt", "--csv", "Ergebnis \xE2\x82\xAC.csv"});
     EXPECT_FALSE(ReadAndRemove("Ergebnis \xE2\x82\xAC.csv").empty());
     ExpectComplaint(Run({"replay", "fehlt\xC3\xA4.txt"}), 1, "fehlt\xC3\xA4.txt");

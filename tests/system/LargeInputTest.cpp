@@ -11,8 +11,8 @@ namespace {
 
 class LargeInputTest : public CliTest {
  protected:
-  /// A file of a text repeated. It is written in pieces: the test's own memory counts for the
-  /// programs that it starts.
+  /// Writes a file of repeated text. Writes it in pieces because the peak memory of a program that
+  /// the test starts includes the test's own memory.
   void WriteRepeated(const std::string& name, const std::string& start, const std::string& text,
                      std::size_t size, const std::string& end) const {
     std::ofstream file(folder.PathOf(name), std::ios::binary);
@@ -58,7 +58,7 @@ TEST_F(LargeInputTest, AWholeFileOfHundredThousandsOfLinesIsOneReport) {
   EXPECT_EQ(Output({"replay", "--whole", "lines.txt"}), "Reports: 1\nAAs: 2\n");
 }
 
-TEST_F(LargeInputTest, ATraceWithALineOf100MegabytesIsReadOn) {
+TEST_F(LargeInputTest, ATraceIsReadOnAfterALineOf100Megabytes) {
   const std::string report = OneNeighbourReport(1, 2, -11);
   WriteRepeated("trace.txt", "\x01rfps\x02", std::string(10000, 'x'), 100000000,
                 "\n\x01rfps\x02" + report);
@@ -80,7 +80,7 @@ TEST_F(LargeInputTest, ALongSessionNeedsNoMoreMemoryThanAShortOne) {
   EXPECT_LT(result.peakKilobytes, small + kSpareKilobytes);
 }
 
-TEST_F(LargeInputTest, TheLargestReportIsReadAndOneByteMoreIsDropped) {
+TEST_F(LargeInputTest, TheLargestReportIsReadAndOneThatIsAByteLargerIsDropped) {
   const std::string report = RecordedReport({SyncLine(1)});
   std::string largest = report;
   largest.insert(report.size() - 2, kMebibyte - report.size(), 'x');
@@ -93,7 +93,7 @@ TEST_F(LargeInputTest, TheLargestReportIsReadAndOneByteMoreIsDropped) {
   EXPECT_EQ(result.output, "Reports: 1\nAAs: 1\n");
 }
 
-TEST_F(LargeInputTest, ProgressIsShownOnATerminalAndForLargeFilesAlone) {
+TEST_F(LargeInputTest, ProgressIsShownOnlyOnATerminalAndForLargeFiles) {
   const std::string session = ReadTextFile(GoldenPath("four-antennas.session.txt"));
   WriteRepeated("large.txt", "", session, 17 * kMebibyte, "");
   WriteRepeated("medium.txt", "", session, 15 * kMebibyte, "");

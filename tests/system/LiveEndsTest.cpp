@@ -13,24 +13,24 @@
 namespace kelvara::test {
 namespace {
 
-/// A way to end a record: by its options, or by a signal.
+/// A way to end a record: by options or by a signal.
 struct End {
   const char* name;
   std::vector<std::string> options;
   int signal;
 };
 
-/// Starts a record with a status line for the test to read.
-std::unique_ptr<Process> StartRecord(const CliRoom& room, const std::string& port,
+/// Starts a record that shows a status line, which the test reads.
+std::unique_ptr<Process> StartRecord(const CliFixture& fixture, const std::string& port,
                                      const std::vector<std::string>& ending) {
   std::vector<std::string> options = {"--port", port};
   options.insert(options.end(), ending.begin(), ending.end());
-  ProcessRequest request = room.Request(RecordOfAll(options));
+  ProcessRequest request = fixture.Request(RecordOfAll(options));
   request.errorsToTerminal = true;
   return std::make_unique<Process>(request);
 }
 
-/// Waits until the status line holds a text, gives the signal if there is one, and waits for the
+/// Waits until the status line contains a text, sends the signal unless it is 0, and waits for the
 /// end.
 ProcessResult EndWhenItShows(Process& record, const std::string& text, int signal) {
   EXPECT_TRUE(record.WaitForErrors(text)) << "no " << text;
@@ -40,17 +40,17 @@ ProcessResult EndWhenItShows(Process& record, const std::string& text, int signa
   return record.Finish();
 }
 
-/// A record with a beltpack at its port.
+/// A record with a beltpack on its port.
 struct Session {
   explicit Session(const End& way) : end(way) {}
 
-  CliRoom room;
+  CliFixture fixture;
   End end;
-  SimulatedBeltpack beltpack{room.Request({"simulate"})};
-  std::unique_ptr<Process> record = StartRecord(room, SimulatedBeltpack::kPort, end.options);
+  SimulatedBeltpack beltpack{fixture.Request({"simulate"})};
+  std::unique_ptr<Process> record = StartRecord(fixture, SimulatedBeltpack::kPort, end.options);
 };
 
-TEST(LiveEndsTest, WhicheverWayARecordEndsItWritesWhatWasAskedFor) {
+TEST(LiveEndsTest, ARecordWritesItsOutputsHoweverItEnds) {
   const std::vector<End> ends = {{"count", {"--reports", "1"}, 0},
                                  {"time", {"--for", "5"}, 0},
                                  {"count before time", {"--for", "60", "--reports", "1"}, 0},
@@ -70,7 +70,7 @@ TEST(LiveEndsTest, WhicheverWayARecordEndsItWritesWhatWasAskedFor) {
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_FALSE(result.timedOut);
     EXPECT_EQ(result.output.substr(0, 16), "Reports: 1\nAAs: ");
-    const QJsonObject results = ParsedResults(ExpectWholeOutputs(session->room));
+    const QJsonObject results = ParsedResults(ExpectWholeOutputs(session->fixture));
     EXPECT_EQ(results["reports"].toInt(), 1);
     ExpectTrueReadings(results, site);
   }
@@ -82,21 +82,21 @@ TEST(LiveEndsTest, ARecordThatHeardNothingWritesEmptyResults) {
                                  {"request to end", {}, SIGTERM}};
   for (const End& end : ends) {
     SCOPED_TRACE(end.name);
-    const CliRoom room;
+    const CliFixture fixture;
     PseudoTerminal silentPort;
-    const auto record = StartRecord(room, silentPort.Device(), end.options);
+    const auto record = StartRecord(fixture, silentPort.Device(), end.options);
     const ProcessResult result =
         EndWhenItShows(*record, "Attempting To Connect To Beltpack...", end.signal);
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.output, "Reports: 0\nAAs: 0\n");
-    EXPECT_EQ(ParsedResults(ExpectWholeOutputs(room))["reports"].toInt(-1), 0);
+    EXPECT_EQ(ParsedResults(ExpectWholeOutputs(fixture))["reports"].toInt(-1), 0);
     EXPECT_EQ(silentPort.ReadAll(), "");
   }
 }
 
-TEST(LiveEndsTest, ARecordThatIsToOutliveItsTerminalDoes) {
-  const CliRoom room;
-  ProcessRequest request = room.Request(
+TEST(LiveEndsTest, ARecordContinuesAfterItsTerminalWhenHangUpsAreIgnored) {
+  const CliFixture fixture;
+  ProcessRequest request = fixture.Request(
       {"record", "--demo", "--speed", "300", "--reports", "400", "--csv", "results.csv"});
   const std::vector<std::string> shell = {"/bin/sh", "-c", "trap '' HUP INT; exec \"$0\" \"$@\""};
   request.arguments.insert(request.arguments.begin(), shell.begin(), shell.end());
@@ -108,19 +108,19 @@ TEST(LiveEndsTest, ARecordThatIsToOutliveItsTerminalDoes) {
   const ProcessResult result = record.Finish();
   EXPECT_EQ(result.exitCode, 0);
   EXPECT_EQ(result.output.substr(0, 13), "Reports: 400\n");
-  EXPECT_TRUE(std::filesystem::exists(room.PathOf("results.csv")));
+  EXPECT_TRUE(std::filesystem::exists(fixture.PathOf("results.csv")));
 }
 
-TEST(LiveEndsTest, ASecondCtrlCEndsARecordWhoseOutputNobodyTakes) {
-  const CliRoom room;
-  const std::string pipe = room.PathOf("nobody-reads");
+TEST(LiveEndsTest, ASecondCtrlCEndsARecordWhoseOutputIsNotRead) {
+  const CliFixture fixture;
+  const std::string pipe = fixture.PathOf("nobody-reads");
   ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
   ProcessRequest request =
-      room.Request({"record", "--demo", "--speed", "300", "--reports", "1", "--csv", pipe});
+      fixture.Request({"record", "--demo", "--speed", "300", "--reports", "1", "--csv", pipe});
   request.errorsToTerminal = true;
   Process record(request);
   EXPECT_TRUE(record.WaitForErrors("Reports: 1"));
-  // Signals that follow each other too closely would be taken for one.
+  // Signals in too quick succession merge into one.
   for (int given = 0; given < 3; ++given) {
     record.Signal(SIGINT);
     EXPECT_EQ(record.ReadLine(Process::Duration(100)), std::nullopt);

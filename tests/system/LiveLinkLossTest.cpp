@@ -17,29 +17,29 @@ namespace {
 constexpr const char* kNote = "kelvara-cli: Lost Communications with Beltpack at ";
 
 struct Session {
-  CliRoom room;
+  CliFixture fixture;
   ProcessResult record;
   std::vector<ReceivedCommand> commands;
   std::size_t commandsAtNote = 0;
   std::time_t timeOfNote = 0;
 };
 
-/// A beltpack answers once, is silent until it is reported lost and for two commands more, and
+/// A beltpack answers once, is silent until it is reported lost and for two more commands, then
 /// answers again.
 std::unique_ptr<Session> LoseTheBeltpack() {
   constexpr Process::Duration kUntilLost{90000};
   auto session = std::make_unique<Session>();
-  SimulatedBeltpack beltpack(session->room.Request({"simulate"}));
-  Process record(
-      session->room.Request(RecordOfAll({"--port", SimulatedBeltpack::kPort, "--reports", "2"})));
+  SimulatedBeltpack beltpack(session->fixture.Request({"simulate"}));
+  Process record(session->fixture.Request(
+      RecordOfAll({"--port", SimulatedBeltpack::kPort, "--reports", "2"})));
   beltpack.WaitForCommands(1);
-  // From the next answer on: the first one is on its way.
+  // Takes effect from the next answer; the first one is already being sent.
   beltpack.SetFault("silent:always");
   if (!record.WaitForErrors(kNote, kUntilLost)) {
     throw std::runtime_error("the lost link is not noted");
   }
   session->timeOfNote = std::time(nullptr);
-  // The command of the same tick may still be on its way.
+  // The command of the same tick may still arrive.
   std::this_thread::sleep_for(std::chrono::milliseconds(kPollMilliseconds / 3));
   session->commandsAtNote = beltpack.Commands().size();
   beltpack.WaitForCommands(session->commandsAtNote + 2);
@@ -65,7 +65,7 @@ TEST(LiveLinkLossTest, ALostLinkIsNotedOnce) {
   EXPECT_EQ(CountOf(errors, "\n"), 1U) << errors;
 }
 
-TEST(LiveLinkLossTest, TheNoteTellsWhenTheBeltpackWasLastHeard) {
+TEST(LiveLinkLossTest, TheNoteSaysWhenTheBeltpackWasLastHeard) {
   const Session& session = recording.Wait();
   const std::string& errors = session.record.errors;
   const std::size_t place = errors.find(kNote);
@@ -80,29 +80,30 @@ TEST(LiveLinkLossTest, TheNoteTellsWhenTheBeltpackWasLastHeard) {
 }
 
 TEST(LiveLinkLossTest, ABeltpackIsLostAfterThirtySecondsOfSilenceAndFifteenOfSearch) {
-  // The answer to the first command comes within a second. The twelfth finds 30 seconds of silence
-  // and begins the search; the seventeenth finds 15 seconds of search, or just misses them.
+  // The first command is answered within a second. At the twelfth, 30 seconds of silence have
+  // passed and the search begins. At the seventeenth or eighteenth, 15 seconds of search have
+  // passed.
   const std::size_t commands = recording.Wait().commandsAtNote;
   EXPECT_GE(commands, 17U);
   EXPECT_LE(commands, 18U);
 }
 
-TEST(LiveLinkLossTest, ThePollingGoesOnAllTheTime) {
+TEST(LiveLinkLossTest, PollingNeverStops) {
   const std::vector<ReceivedCommand>& commands = recording.Wait().commands;
   ExpectCycleOrder(commands);
   ExpectPollingBeat(commands);
 }
 
 TEST(LiveLinkLossTest, TheSearchIsLogged) {
-  const std::string log = ReadTextFile(recording.Wait().room.PathOf("log.txt"));
+  const std::string log = ReadTextFile(recording.Wait().fixture.PathOf("log.txt"));
   EXPECT_EQ(CountOf(log, ", Break Condition Set\r\n"), 1U) << log;
 }
 
-TEST(LiveLinkLossTest, TheAnswerIsNoAndTheResultsAreKept) {
+TEST(LiveLinkLossTest, TheQuestionIsAnsweredNoAndTheResultsAreKept) {
   const Session& session = recording.Wait();
   EXPECT_EQ(session.record.exitCode, 0);
   EXPECT_EQ(session.record.output.substr(0, 11), "Reports: 2\n");
-  const QJsonObject results = ParsedResults(ExpectWholeOutputs(session.room));
+  const QJsonObject results = ParsedResults(ExpectWholeOutputs(session.fixture));
   EXPECT_EQ(results["reports"].toInt(), 2);
   ExpectTrueReadings(results, ExampleSiteAntennas("site-12.txt"));
 }

@@ -12,10 +12,10 @@ namespace {
 
 constexpr const char* kSite = "site-51.txt";
 
-/// Long enough for eight commands, seven of them "rfps", and the last one's answer.
+/// Long enough for eight commands, seven of them "rfps", and the answer to the last.
 constexpr const char* kSeconds = "26.5";
 
-/// A fault of the line and what can come through of seven reports.
+/// A line fault and how many of seven reports can arrive.
 struct Plan {
   const char* fault;
   int fewestReports;
@@ -23,9 +23,9 @@ struct Plan {
   bool changesReadings;
 };
 
-// The rules count answers, that to "cho" at the fifth place too. After "24" three commands go
-// unheard. What is late comes after the next command, and is not collected after "cho". A hang-up
-// lasts ten seconds.
+// The rules count answers, including the fifth, to "cho". After "24" three commands go unanswered.
+// A late answer arrives after the next command, and is not collected after "cho". A hang-up lasts
+// ten seconds.
 constexpr Plan kPlans[] = {{"none", 7, 7, false},
                            {"silent:2", 3, 3, false},
                            {"24:3", 4, 4, false},
@@ -37,16 +37,16 @@ constexpr Plan kPlans[] = {{"none", 7, 7, false},
                            {"flood:3", 5, 6, true},
                            {"hang-up:3", 4, 4, false}};
 
-/// A record while the line has a fault.
+/// A record over a line with a fault.
 struct Session {
-  explicit Session(const Plan& wanted) : plan(wanted) {}
+  explicit Session(const Plan& chosen) : plan(chosen) {}
 
   Plan plan;
-  CliRoom room;
+  CliFixture fixture;
   SimulatedBeltpack beltpack{
-      room.Request({"simulate", "--site", ExampleSitePath(kSite), "--fault", plan.fault})};
+      fixture.Request({"simulate", "--site", ExampleSitePath(kSite), "--fault", plan.fault})};
   Process record{
-      room.Request(RecordOfAll({"--port", SimulatedBeltpack::kPort, "--for", kSeconds}))};
+      fixture.Request(RecordOfAll({"--port", SimulatedBeltpack::kPort, "--for", kSeconds}))};
   ProcessResult result;
 };
 
@@ -65,32 +65,33 @@ std::unique_ptr<Sessions> RecordFaults() {
 
 auto& recording = LongRun<Sessions>::For("LiveTraceTest", RecordFaults);
 
-TEST(LiveTraceTest, ReplaysToTheSameResultsWhateverWentWrongOnTheLine) {
+TEST(LiveTraceTest, ReplaysToTheSameResultsAfterEveryLineFault) {
   for (const auto& session : recording.Wait()) {
     SCOPED_TRACE(session->plan.fault);
     EXPECT_EQ(session->result.exitCode, 0);
     EXPECT_EQ(session->result.errors, "");
-    ExpectWholeOutputs(session->room);
+    ExpectWholeOutputs(session->fixture);
   }
 }
 
-TEST(LiveTraceTest, EachFaultCostsItsReportsAndNoMore) {
+TEST(LiveTraceTest, EachFaultCostsOnlyTheReportsItAffects) {
   for (const auto& session : recording.Wait()) {
     SCOPED_TRACE(session->plan.fault);
-    const QJsonObject results = ParsedResults(ReadTextFile(session->room.PathOf("results.json")));
+    const QJsonObject results =
+        ParsedResults(ReadTextFile(session->fixture.PathOf("results.json")));
     EXPECT_GE(results["reports"].toInt(), session->plan.fewestReports);
     EXPECT_LE(results["reports"].toInt(), session->plan.mostReports);
   }
 }
 
-TEST(LiveTraceTest, WhatComesThroughIsTheSitesTruth) {
+TEST(LiveTraceTest, ReportsThatArriveAreTrueToTheSite) {
   const SiteAntennas site = ExampleSiteAntennas(kSite);
   for (const auto& session : recording.Wait()) {
     if (session->plan.changesReadings) {
       continue;
     }
     SCOPED_TRACE(session->plan.fault);
-    ExpectTrueReadings(ParsedResults(ReadTextFile(session->room.PathOf("results.json"))), site);
+    ExpectTrueReadings(ParsedResults(ReadTextFile(session->fixture.PathOf("results.json"))), site);
   }
 }
 

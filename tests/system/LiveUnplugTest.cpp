@@ -12,7 +12,7 @@
 namespace kelvara::test {
 namespace {
 
-/// A record whose beltpack is pulled after the first report.
+/// A record whose beltpack is unplugged after the first report.
 class LiveUnplugTest : public ::testing::Test {
  protected:
   static constexpr Process::Duration kAway{3000};
@@ -27,13 +27,13 @@ class LiveUnplugTest : public ::testing::Test {
     return request;
   }
 
-  CliRoom room;
-  SimulatedBeltpack beltpack{room.Request({"simulate"})};
+  CliFixture fixture;
+  SimulatedBeltpack beltpack{fixture.Request({"simulate"})};
   Process record{WithStatusLine(
-      room.Request(RecordOfAll({"--port", SimulatedBeltpack::kPort, "--reports", "3"})))};
+      fixture.Request(RecordOfAll({"--port", SimulatedBeltpack::kPort, "--reports", "3"})))};
 };
 
-TEST_F(LiveUnplugTest, ThePollingGoesOnWhenTheDeviceIsBackAndNothingIsLost) {
+TEST_F(LiveUnplugTest, PollingContinuesWhenTheDeviceIsBackAndNothingIsLost) {
   const Process::Duration before = record.ProcessorTime();
   std::this_thread::sleep_for(kAway);
   const Process::Duration used = record.ProcessorTime() - before;
@@ -43,11 +43,12 @@ TEST_F(LiveUnplugTest, ThePollingGoesOnWhenTheDeviceIsBackAndNothingIsLost) {
   EXPECT_EQ(result.exitCode, 0);
   EXPECT_EQ(result.output.substr(0, 16), "Reports: 3\nAAs: ");
 
-  const QJsonObject results = ParsedResults(ExpectWholeOutputs(room));
+  const QJsonObject results = ParsedResults(ExpectWholeOutputs(fixture));
   EXPECT_EQ(results["reports"].toInt(), 3);
   ExpectTrueReadings(results, ExampleSiteAntennas("site-12.txt"));
 
-  // One report came before. While the device was away, one tick passed or two; the beat is kept.
+  // One report arrived before. One or two ticks passed while the device was away; the interval is
+  // kept.
   const std::vector<ReceivedCommand> commands = beltpack.Commands();
   ASSERT_GE(commands.size(), 3U);
   const double missed =
@@ -57,12 +58,12 @@ TEST_F(LiveUnplugTest, ThePollingGoesOnWhenTheDeviceIsBackAndNothingIsLost) {
   EXPECT_LE(std::round(missed), 3);
 }
 
-TEST_F(LiveUnplugTest, ARecordThatEndsWithoutItsDeviceKeepsWhatItHad) {
+TEST_F(LiveUnplugTest, ARecordThatEndsWithoutItsDeviceKeepsItsResults) {
   record.Signal(SIGTERM);
   const ProcessResult result = record.Finish();
   EXPECT_EQ(result.exitCode, 0);
   EXPECT_EQ(result.output.substr(0, 16), "Reports: 1\nAAs: ");
-  EXPECT_EQ(ParsedResults(ExpectWholeOutputs(room))["reports"].toInt(), 1);
+  EXPECT_EQ(ParsedResults(ExpectWholeOutputs(fixture))["reports"].toInt(), 1);
 }
 
 }  // namespace

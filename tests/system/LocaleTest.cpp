@@ -10,7 +10,7 @@
 namespace kelvara::test {
 namespace {
 
-/// A language, and the forms of the short date and of the time in it.
+/// A language and the forms of its short date and of its time.
 struct Language {
   const char* name;
   const char* date;
@@ -24,7 +24,7 @@ class LocaleTest : public CliTest, public ::testing::WithParamInterface<Language
             "results.csv", "--report", "report.html"});
   }
 
-  /// What stands in the CSV's first line behind " on ".
+  /// The text after " on " in the CSV's first line.
   std::string CsvMoment() const {
     const std::string csv = Read("results.csv");
     const std::string start = "File Created by Kelvara v1.1.0 on ";
@@ -57,14 +57,14 @@ INSTANTIATE_TEST_SUITE_P(
                       Language{"de_DE.UTF-8", "\\d\\d\\.\\d\\d\\.\\d\\d", "\\d\\d:\\d\\d:\\d\\d"},
                       Language{"fr_FR.UTF-8", "\\d\\d/\\d\\d/\\d{4}", "\\d\\d:\\d\\d:\\d\\d"}));
 
-TEST_F(LocaleTest, WithoutALanguageTheFormIsThatOfTheCLocale) {
+TEST_F(LocaleTest, WithoutALanguageDatesHaveTheFormOfTheCLocale) {
   environment.erase("LANG");
   Replay();
   EXPECT_TRUE(
       std::regex_match(CsvMoment(), std::regex("\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d")));
 }
 
-TEST_F(LocaleTest, TheMomentIsTheLocalWallTime) {
+TEST_F(LocaleTest, TheTimeIsTheLocalWallTime) {
   for (const auto& [zone, hours] :
        {std::pair("UTC0", 0), std::pair("EAST-5", 5), std::pair("WEST+8", -8)}) {
     SCOPED_TRACE(zone);

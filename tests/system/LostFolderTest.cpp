@@ -7,12 +7,12 @@
 namespace kelvara::test {
 namespace {
 
-/// Live sessions that lose their folder or their disk.
+/// Live sessions whose folder disappears or whose disk fills up.
 class LostFolderTest : public CliTest {
  protected:
   static constexpr const char* kSpeed = "200";
 
-  /// The readings in a log, without their stamps; the last line may be cut.
+  /// The readings in a log, without their time stamps. Ignores an incomplete last line.
   static std::vector<std::string> Readings(const std::string& log) {
     std::vector<std::string> readings;
     for (std::size_t start = 0; start < log.size(); start = log.find('\n', start) + 1) {
@@ -33,7 +33,7 @@ class LostFolderTest : public CliTest {
   }
 };
 
-TEST_F(LostFolderTest, ARecordWhoseFolderGoesGoesOnAndKeepsWhatIsElsewhere) {
+TEST_F(LostFolderTest, ARecordWhoseFolderDisappearsContinuesAndKeepsItsOtherFiles) {
   std::filesystem::create_directory(folder.PathOf("stick"));
   Process record(
       Request({"record", "--demo", "--speed", kSpeed, "--reports", "300", "--log", "stick/log.txt",
@@ -50,24 +50,22 @@ TEST_F(LostFolderTest, ARecordWhoseFolderGoesGoesOnAndKeepsWhatIsElsewhere) {
   EXPECT_EQ(Output({"replay", "trace.txt"}), result.output);
 }
 
-TEST_F(LostFolderTest, ARecordWhoseDiskFillsUpKeepsWhatWasThereAndNamesEachFile) {
+TEST_F(LostFolderTest, ARecordWhoseDiskFillsUpKeepsWhatFitsAndNamesEachFile) {
   ProcessRequest request =
       Request({"record", "--demo", "--speed", kSpeed, "--for", "400", "--log", "log.txt",
                "--report", "report.html", "--csv", "results.csv", "--raw", "trace.txt"});
-  constexpr std::size_t kRoom = 3000;
-  request.fileSizeLimit = kRoom;
+  constexpr std::size_t kCapacity = 3000;
+  request.fileSizeLimit = kCapacity;
   const ProcessResult result = RunProcess(request);
   EXPECT_EQ(result.exitCode, 1);
   for (const char* name : {"log.txt", "report.html", "trace.txt"}) {
     EXPECT_NE(result.errors.find(name), std::string::npos) << result.errors;
   }
-  EXPECT_EQ(Read("report.html").size(), kRoom);
-  EXPECT_EQ(Read("trace.txt").size(), kRoom);
-  EXPECT_LE(Read("log.txt").size(), kRoom);
-  EXPECT_TRUE(EndsWith(Read("log.txt"), "\r\n"))
-      << "an entry that does not fit whole is taken back";
-  // What there was room for is what the line said: the trace, cut as well, holds the same
-  // beginning.
+  EXPECT_EQ(Read("report.html").size(), kCapacity);
+  EXPECT_EQ(Read("trace.txt").size(), kCapacity);
+  EXPECT_LE(Read("log.txt").size(), kCapacity);
+  EXPECT_TRUE(EndsWith(Read("log.txt"), "\r\n")) << "an entry that does not fit is removed";
+  // The log agrees with the line: the trace, which is cut as well, begins with the same readings.
   const std::vector<std::string> traced = ReplayedTrace(Read("trace.txt")).log.entries;
   const std::vector<std::string> logged = Readings(Read("log.txt"));
   const std::size_t both = std::min(traced.size(), logged.size());

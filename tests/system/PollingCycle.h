@@ -10,11 +10,11 @@ namespace kelvara::test {
 
 inline constexpr int kPollMilliseconds = 3000;
 
-/// A machine that is busy with other tests may be late, once; a beat that is wrong adds up.
+/// A machine busy with other tests may be late for single commands. A wrong interval adds up.
 inline constexpr int kLateMilliseconds = 500;
 
-/// Expects commands in the order of the polling cycle from its start: four times "rfps", "cho",
-/// three times "rfps", "bho".
+/// Expects the commands to follow the polling cycle from its start: "rfps" four times, "cho",
+/// "rfps" three times, "bho".
 inline void ExpectCycleOrder(const std::vector<ReceivedCommand>& commands) {
   constexpr std::size_t kCycle = 9;
   constexpr std::size_t kChoStep = 4;

@@ -21,7 +21,7 @@ class PortsTest : public CliTest {
     return lines;
   }
 
-  /// The twelve lines, with the settings file that was given.
+  /// The twelve lines that "ports" prints.
   std::vector<std::string> Ports(const Arguments& options = {}) const {
     Arguments arguments = {"ports"};
     arguments.insert(arguments.end(), options.begin(), options.end());
@@ -48,9 +48,9 @@ TEST_F(PortsTest, WithoutSettingsAdaptersComeFirstThenModemsThenBuiltInPorts) {
                                             "/dev/ttyS1",   "/dev/ttyS2",   "/dev/ttyS3"};
   for (std::size_t port = 0; port < devices.size(); ++port) {
     const std::string start = "COM" + std::to_string(port + 1) + " " + devices[port];
-    const bool isThere = std::filesystem::exists(devices[port]);
-    // The name of a built-in port may be there without any hardware behind it.
-    EXPECT_EQ(lines[port], start + (isThere ? " present" : " absent"));
+    const bool exists = std::filesystem::exists(devices[port]);
+    // A built-in port may have a name without any hardware.
+    EXPECT_EQ(lines[port], start + (exists ? " present" : " absent"));
   }
 }
 
@@ -77,7 +77,7 @@ TEST_F(PortsTest, TheSettingsNameTheDevices) {
       << errors;
 }
 
-TEST_F(PortsTest, TheSettingsStandInTheHomeFolderUnlessTheSystemSaysOtherwise) {
+TEST_F(PortsTest, TheSettingsAreInTheHomeFolderUnlessTheEnvironmentNamesAnother) {
   WriteSettings(".config", "[Ports]\nCOM1=/dev/one\n");
   WriteSettings("config", "[Ports]\nCOM1=/dev/other\n");
   EXPECT_EQ(Ports()[0], "COM1 /dev/one absent");
@@ -91,7 +91,7 @@ TEST_F(PortsTest, ADeviceMayBeGivenForOneRun) {
   EXPECT_EQ(Ports()[0], "COM1 /dev/one absent");
 }
 
-TEST_F(PortsTest, LookingOpensNoDevice) {
+TEST_F(PortsTest, ListingOpensNoDevice) {
   const PseudoTerminal terminal;
   const DeviceOpenings openings(terminal.Device());
   EXPECT_EQ(Ports({"--com", "1=" + terminal.Device()})[0],
@@ -101,12 +101,12 @@ TEST_F(PortsTest, LookingOpensNoDevice) {
   EXPECT_TRUE(openings.HasAny());
 }
 
-TEST_F(PortsTest, LookingChangesNoSettings) {
+TEST_F(PortsTest, ListingChangesNoSettings) {
   Ports();
   EXPECT_FALSE(Exists(".config"));
 }
 
-TEST_F(PortsTest, WrongCommandLines) {
+TEST_F(PortsTest, WrongCommandLinesAreRefused) {
   for (const Arguments& arguments : std::vector<Arguments>{{"ports", "extra"},
                                                            {"ports", "--unknown"},
                                                            {"ports", "--com", "13=/dev/one"},

@@ -26,7 +26,7 @@ TEST(ProcessTest, KeepsOutputErrorsAndExitCode) {
   EXPECT_FALSE(result.timedOut);
 }
 
-TEST(ProcessTest, MovesMoreTextThanAPipeHolds) {
+TEST(ProcessTest, PassesMoreTextThanAPipeHolds) {
   ProcessRequest request = Shell("tee /dev/stderr");
   for (int line = 0; line < 100000; ++line) {
     request.input += std::to_string(line) + "\n";
@@ -36,13 +36,13 @@ TEST(ProcessTest, MovesMoreTextThanAPipeHolds) {
   EXPECT_TRUE(result.errors == request.input);
 }
 
-TEST(ProcessTest, InputThatIsNotReadIsNoFault) {
+TEST(ProcessTest, UnreadInputIsNotAFault) {
   ProcessRequest request = Shell("exec <&-; echo done");
   request.input.assign(1000000, 'x');
   EXPECT_EQ(RunProcess(request).output, "done\n");
 }
 
-TEST(ProcessTest, RunsInItsFolderWithItsEnvironmentAlone) {
+TEST(ProcessTest, RunsInItsFolderWithOnlyTheGivenEnvironment) {
   const TemporaryFolder folder;
   ProcessRequest request = Shell("pwd; echo \"$WORD $HOME\"");
   request.folder = folder.Path();
@@ -58,14 +58,14 @@ TEST(ProcessTest, AProgramThatRunsTooLongIsKilled) {
   EXPECT_EQ(result.output, "begun\n");
 }
 
-TEST(ProcessTest, AProgramThatHidesItsOutputIsKilledToo) {
+TEST(ProcessTest, AProgramThatClosesItsOutputIsAlsoKilled) {
   const ProcessResult result =
       RunProcess(Shell("exec >&- 2>&-; exec sleep 600"), milliseconds(300));
   EXPECT_TRUE(result.timedOut);
   EXPECT_EQ(result.signal, SIGKILL);
 }
 
-TEST(ProcessTest, AProgramThatIsMissingEndsWith127) {
+TEST(ProcessTest, AMissingProgramEndsWithExitCode127) {
   ProcessRequest request;
   request.arguments = {"/no/such/program"};
   EXPECT_EQ(RunProcess(request).exitCode, 127);
@@ -89,7 +89,7 @@ TEST(ProcessTest, ASignalReachesARunningProgram) {
   EXPECT_FALSE(result.timedOut);
 }
 
-TEST(ProcessTest, AFileSizeLimitFailsTheWriteAlone) {
+TEST(ProcessTest, AFileSizeLimitOnlyFailsTheWrite) {
   const TemporaryFolder folder;
   ProcessRequest request = Shell("head -c 5000 /dev/zero > file; echo \"failed $?\"; wc -c < file");
   request.folder = folder.Path();

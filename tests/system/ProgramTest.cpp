@@ -10,7 +10,7 @@
 namespace kelvara::test {
 namespace {
 
-/// What only a program of its own has: an exit code, standard streams of the system, rights and
+/// What only a separate process has: an exit code, the system's standard streams, permissions and
 /// limits.
 class ProgramTest : public CliTest {
  protected:
@@ -31,7 +31,7 @@ TEST_F(ProgramTest, StandardInputMayBeAFile) {
   EXPECT_EQ(RunProcess(request).output, "Reports: 7\nAAs: 4\n");
 }
 
-TEST_F(ProgramTest, AFileThatMayNotBeRead) {
+TEST_F(ProgramTest, AFileWithoutReadPermissionIsReported) {
   Write("secret.txt", OneNeighbourReport(1, 2, -11));
   std::filesystem::permissions(folder.PathOf("secret.txt"), std::filesystem::perms::none);
   ProcessRequest request = Request({"replay", "good.txt"});
@@ -43,14 +43,14 @@ TEST_F(ProgramTest, AFileThatMayNotBeRead) {
   ExpectComplaint(RunProcess(request), 1, "secret.txt");
 }
 
-TEST_F(ProgramTest, StandardInputThatIsAFolder) {
+TEST_F(ProgramTest, AFolderAsStandardInputIsReported) {
   ProcessRequest request = Request({"replay", "-"});
   request.inputPath = folder.Path();
   const ProcessResult result = RunProcess(request);
   ExpectComplaint(result, 1, "");
 }
 
-TEST_F(ProgramTest, ARecordOfSoManyReportsDoesNotCountThoseAbandoned) {
+TEST_F(ProgramTest, ALimitOnReportsDoesNotCountAbandonedOnes) {
   ProcessRequest request = Request(
       {"record", "--demo", "--speed", "200", "--for", "300", "--reports", "8", "--log", "log.txt"});
   request.fileSizeLimit = 300;
@@ -67,7 +67,7 @@ TEST_F(ProgramTest, ARecordOfSoManyReportsDoesNotCountThoseAbandoned) {
   EXPECT_GT(reports + abandoned, 8);
 }
 
-TEST_F(ProgramTest, StandardOutputWithoutRoomLeft) {
+TEST_F(ProgramTest, AFullDeviceAsStandardOutputIsReported) {
   for (const Arguments& arguments :
        {Arguments{"replay", "good.txt"}, Arguments{"convert", "rfps", "1"}, Arguments{"--help"}}) {
     SCOPED_TRACE(::testing::PrintToString(arguments));
@@ -77,7 +77,7 @@ TEST_F(ProgramTest, StandardOutputWithoutRoomLeft) {
   }
 }
 
-TEST_F(ProgramTest, ALogThatOutgrowsItsRoomAbandonsReportsAndFails) {
+TEST_F(ProgramTest, ALogThatReachesItsSizeLimitAbandonsReportsAndFails) {
   std::string text;
   for (int report = 0; report < 10; ++report) {
     text += OneNeighbourReport(1, 2, -11);
@@ -89,11 +89,11 @@ TEST_F(ProgramTest, ALogThatOutgrowsItsRoomAbandonsReportsAndFails) {
   ExpectComplaint(result, 1, "log.txt");
   EXPECT_LE(Read("log.txt").size(), 150U);
   EXPECT_EQ(Read("log.txt").find("Stopped"), std::string::npos);
-  // Room for the start entry and three entries of 33 bytes.
+  // The start entry and three entries of 33 bytes fit.
   EXPECT_EQ(result.output, "Reports: 3\nAAs: 2\nAbandoned: 7\n");
 }
 
-TEST_F(ProgramTest, AReportThatOutgrowsItsRoomFailsAndKeepsItsBeginning) {
+TEST_F(ProgramTest, AReportThatReachesItsSizeLimitFailsAndKeepsItsBeginning) {
   ProcessRequest request =
       Request({"replay", GoldenPath("fifty-one-antennas.session.txt"), "--report", "report.html"});
   request.fileSizeLimit = 40000;

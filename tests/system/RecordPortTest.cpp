@@ -18,7 +18,7 @@ constexpr int kCannotStart = 127;
 
 class RecordPortTest : public CliTest {
  protected:
-  /// A port that cannot be opened: nothing is recorded, and no result is written.
+  /// Expects a port that cannot be opened: nothing is recorded and no result is written.
   void ExpectRefused(const Arguments& source, const std::string& reason) const {
     SCOPED_TRACE(::testing::PrintToString(source));
     ExpectRefused(RunProcess(RecordRequest(source)), source.back(), reason);
@@ -39,7 +39,7 @@ class RecordPortTest : public CliTest {
     return Request(arguments);
   }
 
-  /// The same for a user without the superuser's rights: rights and locks bind such a user alone.
+  /// The same request without the superuser's rights, which override permissions and locks.
   static ProcessRequest AsOrdinaryUser(ProcessRequest request) {
     request.withoutRights = ::geteuid() == 0;
     return request;
@@ -50,14 +50,14 @@ class RecordPortTest : public CliTest {
   }
 };
 
-TEST_F(RecordPortTest, ADeviceThatIsAbsent) {
+TEST_F(RecordPortTest, AnAbsentDeviceIsRefused) {
   ExpectRefused({"--port", "/dev/no-such-device"}, "there is no such device");
   ExpectRefused({"--port", "no-such-device"}, "there is no such device");
   std::filesystem::create_symlink("/dev/no-such-device", folder.PathOf("dangling"));
   ExpectRefused({"--port", folder.PathOf("dangling")}, "there is no such device");
 }
 
-TEST_F(RecordPortTest, WhatIsNoSerialPort) {
+TEST_F(RecordPortTest, AFileThatIsNotASerialPortIsRefused) {
   Write("file.txt", "precious");
   ExpectRefused({"--port", folder.PathOf("file.txt")}, "it is not a serial port");
   ExpectRefused({"--port", "file.txt"}, "it is not a serial port");
@@ -66,7 +66,7 @@ TEST_F(RecordPortTest, WhatIsNoSerialPort) {
   ExpectRefused({"--port", "/dev/null"}, "it is not a serial port");
 }
 
-TEST_F(RecordPortTest, ADeviceThatTheUserMayNotOpen) {
+TEST_F(RecordPortTest, ADeviceWithoutPermissionIsRefused) {
   if (!CanRunAsOrdinaryUser()) {
     GTEST_SKIP() << "the program cannot be run without the superuser's rights from where it is";
   }
@@ -76,7 +76,7 @@ TEST_F(RecordPortTest, ADeviceThatTheUserMayNotOpen) {
   ExpectRefused(RunProcess(request), terminal.Device(), "no permission");
 }
 
-TEST_F(RecordPortTest, TheGroupThatMayOpenTheDeviceIsNamed) {
+TEST_F(RecordPortTest, TheGroupWithPermissionToOpenTheDeviceIsNamed) {
   if (::geteuid() != 0 || !CanRunAsOrdinaryUser()) {
     GTEST_SKIP() << "only the superuser can make a device that another user may not open";
   }
@@ -87,7 +87,7 @@ TEST_F(RecordPortTest, TheGroupThatMayOpenTheDeviceIsNamed) {
   ExpectRefused(RunProcess(request), terminal.Device(), "group \"root\"");
 }
 
-TEST_F(RecordPortTest, ARateThatIsAskedForIsSetAndTheLineIsRaw) {
+TEST_F(RecordPortTest, TheRequestedRateIsSetAndTheLineIsRaw) {
   struct Rate {
     Arguments option;
     speed_t speed;
@@ -116,7 +116,7 @@ TEST_F(RecordPortTest, ARateThatIsAskedForIsSetAndTheLineIsRaw) {
   }
 }
 
-TEST_F(RecordPortTest, APortNumberStandsForTheDeviceThatTheSettingsName) {
+TEST_F(RecordPortTest, APortNumberIsTheDeviceNamedInTheSettings) {
   const SimulatedBeltpack beltpack(Request({"simulate"}));
   std::filesystem::create_directories(folder.PathOf("config/CorvanaSync"));
   Write("config/CorvanaSync/CorvanaSync.ini",
@@ -129,7 +129,7 @@ TEST_F(RecordPortTest, APortNumberStandsForTheDeviceThatTheSettingsName) {
   ExpectRefused(Run({"record", "--com", "3"}), "/dev/no-such-device", "there is no such device");
 }
 
-/// A port on which a record runs already.
+/// A port that a record already uses.
 class HeldPortTest : public RecordPortTest {
  protected:
   ProcessRequest WithStatusLine(ProcessRequest request) const {
@@ -137,7 +137,8 @@ class HeldPortTest : public RecordPortTest {
     return request;
   }
 
-  /// Tries to open the port a second time while the first record runs, which is not to notice.
+  /// Tries to open the port again while the first record runs, and expects the first record to be
+  /// unaffected.
   void ExpectSecondRefused(Process& first, const std::vector<ProcessRequest>& seconds,
                            const SimulatedBeltpack& beltpack) {
     ASSERT_TRUE(first.WaitForErrors("Reports: 1"));
@@ -156,7 +157,7 @@ class HeldPortTest : public RecordPortTest {
   const Arguments firstArguments = {"record", "--port", SimulatedBeltpack::kPort, "--reports", "2"};
 };
 
-TEST_F(HeldPortTest, ASecondRecordFailsAndTheFirstGoesOn) {
+TEST_F(HeldPortTest, ASecondRecordFailsAndTheFirstContinues) {
   const SimulatedBeltpack beltpack(Request({"simulate"}));
   Process first(WithStatusLine(Request(firstArguments)));
   ExpectSecondRefused(first,
@@ -165,20 +166,20 @@ TEST_F(HeldPortTest, ASecondRecordFailsAndTheFirstGoesOn) {
                       beltpack);
 }
 
-TEST_F(HeldPortTest, TheSameForOrdinaryUsers) {
+TEST_F(HeldPortTest, ASecondRecordAlsoFailsForOrdinaryUsers) {
   if (!CanRunAsOrdinaryUser()) {
     GTEST_SKIP() << "the program cannot be run without the superuser's rights from where it is";
   }
   const SimulatedBeltpack beltpack(AsOrdinaryUser(Request({"simulate"})));
   Process first(WithStatusLine(AsOrdinaryUser(Request(firstArguments))));
-  // The last one, the superuser where there is one, finds the ordinary user's record.
+  // The last request runs as the current user, so that a superuser finds an ordinary user's record.
   ExpectSecondRefused(first,
                       {AsOrdinaryUser(RecordRequest({"--port", SimulatedBeltpack::kPort})),
                        RecordRequest({"--port", beltpack.Device()})},
                       beltpack);
 }
 
-TEST_F(HeldPortTest, IsShownAmongThePorts) {
+TEST_F(HeldPortTest, IsReportedByPorts) {
   const PseudoTerminal terminal;
   Process first(WithStatusLine(Request({"record", "--port", terminal.Device()})));
   ASSERT_TRUE(first.WaitForErrors("Attempting To Connect"));
@@ -190,17 +191,17 @@ TEST_F(HeldPortTest, IsShownAmongThePorts) {
       << ports.errors;
 }
 
-TEST_F(HeldPortTest, IsHeldWithoutALockFileToo) {
+TEST_F(HeldPortTest, IsHeldEvenWithoutALockFile) {
   const PseudoTerminal terminal;
   Process first(WithStatusLine(Request({"record", "--port", terminal.Device()})));
   ASSERT_TRUE(first.WaitForErrors("Attempting To Connect"));
-  // Not every machine has a folder for them that every user may write to.
+  // Not every machine has a folder for lock files that every user may write to.
   std::filesystem::remove("/var/lock/LCK..pts_" +
                           std::filesystem::path(terminal.Device()).filename().string());
   ExpectRefused({"--port", terminal.Device()}, "in use by another program");
 }
 
-TEST_F(HeldPortTest, IsFreeAgainWhenTheRecordIsKilled) {
+TEST_F(HeldPortTest, IsFreeAgainAfterTheRecordIsKilled) {
   const SimulatedBeltpack beltpack(Request({"simulate"}));
   Process first(WithStatusLine(Request({"record", "--port", beltpack.Device()})));
   ASSERT_TRUE(first.WaitForErrors("Attempting To Connect"));

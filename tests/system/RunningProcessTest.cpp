@@ -14,7 +14,7 @@ ProcessRequest Shell(const std::string& script) {
   return request;
 }
 
-TEST(RunningProcessTest, InputThatStaysOpenTakesMoreUntilTheFinish) {
+TEST(RunningProcessTest, InputThatStaysOpenTakesMoreUntilFinish) {
   ProcessRequest request = Shell("cat; echo end");
   request.input = "first\n";
   request.inputStaysOpen = true;
@@ -34,7 +34,7 @@ TEST(RunningProcessTest, ErrorsAreReadWhileTheProgramRuns) {
   EXPECT_FALSE(process.WaitForErrors("three", milliseconds(50)));
 }
 
-TEST(RunningProcessTest, ErrorsThatEndAreNotWaitedFor) {
+TEST(RunningProcessTest, WaitingForErrorsStopsAtTheirEnd) {
   Process process(Shell("echo one >&2"));
   EXPECT_FALSE(process.WaitForErrors("two"));
 }

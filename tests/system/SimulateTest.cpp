@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 
 class SimulateTest : public CliTest {
  protected:
-  /// Asks as a program at the device would, and returns so many lines of the answer.
+  /// Sends a command to the device and returns the answer once it has `lines` lines.
   static std::string Ask(const std::string& device, const std::string& command, int lines) {
     const TerminalUser user(device);
     EXPECT_TRUE(user.IsOpen()) << device;
@@ -30,7 +30,7 @@ class SimulateTest : public CliTest {
     return answer;
   }
 
-  /// Runs with options that are wrong in themselves or find something wrong.
+  /// Runs with options and expects one complaint and nothing on standard output.
   void ExpectFailure(const Arguments& options, int exitCode, const std::string& named) const {
     SCOPED_TRACE(::testing::PrintToString(options));
     Arguments arguments = {"simulate"};
@@ -43,7 +43,7 @@ class SimulateTest : public CliTest {
   const std::string link = folder.PathOf("beltpack");
 };
 
-TEST_F(SimulateTest, TheDeviceIsTheFirstLineAndAnswersUntilASignalEndsIt) {
+TEST_F(SimulateTest, TheFirstLineIsTheDeviceWhichAnswersUntilASignal) {
   for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
     SCOPED_TRACE(signal);
     Process simulate(Request({"simulate"}));
@@ -74,7 +74,7 @@ TEST_F(SimulateTest, TheLinkIsMadeAndRemoved) {
   EXPECT_FALSE(fs::exists(fs::symlink_status(link)));
 }
 
-TEST_F(SimulateTest, ALinkThatWasLeftBehindIsReplaced) {
+TEST_F(SimulateTest, ALeftoverLinkIsReplaced) {
   {
     Process killed(Request({"simulate", "--link", "beltpack"}));
     killed.ReadLine();
@@ -88,7 +88,7 @@ TEST_F(SimulateTest, ALinkThatWasLeftBehindIsReplaced) {
   Ask(link, "cho", 1);
 }
 
-TEST_F(SimulateTest, WhatStandsWhereTheLinkIsToBeIsLeftAlone) {
+TEST_F(SimulateTest, AnExistingFileIsNotReplacedByTheLink) {
   Write("beltpack", "precious");
   ExpectFailure({"--link", "beltpack"}, 1, "beltpack");
   EXPECT_EQ(Read("beltpack"), "precious");
@@ -98,7 +98,7 @@ TEST_F(SimulateTest, WhatStandsWhereTheLinkIsToBeIsLeftAlone) {
   ExpectFailure({"--link", "missing/beltpack"}, 1, "missing/beltpack");
 }
 
-TEST_F(SimulateTest, ASiteFileThatIsBad) {
+TEST_F(SimulateTest, ABadSiteFileIsReportedWithItsLine) {
   Write("text.txt", "# antennas\n1 3 90 40\n2 3 ninety 95\n");
   ExpectFailure({"--site", "text.txt"}, 1, "line 3");
   Write("range.txt", "1 3 90 40\n256 3 90 95\n");
@@ -123,7 +123,7 @@ TEST_F(SimulateTest, ABadSiteFileMakesNoLink) {
   EXPECT_FALSE(fs::exists(fs::symlink_status(link)));
 }
 
-TEST_F(SimulateTest, WrongCommandLines) {
+TEST_F(SimulateTest, WrongCommandLinesAreRefused) {
   for (const Arguments& options : std::vector<Arguments>{{"extra"},
                                                          {"--unknown"},
                                                          {"--site"},
@@ -148,15 +148,15 @@ TEST_F(SimulateTest, TheSameSeedGivesTheSameReadings) {
   EXPECT_NE(firstReport("8"), report);
 }
 
-TEST_F(SimulateTest, EndsWithItsInputOnlyWhereThatSteersIt) {
-  Process steered(Request({"simulate", "--control"}));
-  EXPECT_EQ(steered.Finish().exitCode, 0);
-  Process free(Request({"simulate"}));
-  const std::string device = free.ReadLine().value_or("");
+TEST_F(SimulateTest, EndsWithItsInputOnlyUnderControl) {
+  Process controlled(Request({"simulate", "--control"}));
+  EXPECT_EQ(controlled.Finish().exitCode, 0);
+  Process uncontrolled(Request({"simulate"}));
+  const std::string device = uncontrolled.ReadLine().value_or("");
   Ask(device, "cho", 1);
 }
 
-TEST_F(SimulateTest, ALineThatIsNoCommandIsComplainedAboutAndChangesNothing) {
+TEST_F(SimulateTest, AnUnknownCommandIsReportedAndChangesNothing) {
   ProcessRequest request = Request({"simulate", "--control"});
   request.inputStaysOpen = true;
   Process simulate(request);
@@ -167,7 +167,7 @@ TEST_F(SimulateTest, ALineThatIsNoCommandIsComplainedAboutAndChangesNothing) {
   ExpectComplaint(simulate.Finish(), 0, "explode");
 }
 
-TEST_F(SimulateTest, ADeviceThatIsPluggedInAgainIsNamedAgain) {
+TEST_F(SimulateTest, TheDeviceIsNamedAgainWhenPluggedInAgain) {
   ProcessRequest request = Request({"simulate", "--control", "--link", "beltpack"});
   request.inputStaysOpen = true;
   Process simulate(request);

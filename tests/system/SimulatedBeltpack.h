@@ -12,25 +12,24 @@
 
 namespace kelvara::test {
 
-/// A command as the beltpack has received it.
+/// A command that the beltpack received.
 struct ReceivedCommand {
   int milliseconds;  ///< Since the beltpack was switched on.
   std::string text;
 };
 
-/// `kelvara-cli simulate` at work: a beltpack at a pseudo-terminal, with a link to it called
-/// "beltpack" in the folder that it runs in.
+/// A running `kelvara-cli simulate`: a beltpack on a pseudo-terminal, with a symbolic link to it
+/// named "beltpack" in the folder where it runs.
 class SimulatedBeltpack {
  public:
-  /// Where a program that runs in the same folder finds it.
+  /// The port's name for a program that runs in the same folder.
   static constexpr const char* kPort = "beltpack";
 
-  /// Starts what the request asks for, a "simulate" with or without options, and waits until the
-  /// device is there.
+  /// Starts the request, a "simulate" with or without options, and waits for the device.
   explicit SimulatedBeltpack(const ProcessRequest& request)
       : link_(request.folder + "/" + kPort),
         commandLog_(request.folder + "/commands.log"),
-        process_(Steered(request)) {
+        process_(Controlled(request)) {
     const auto device = process_.ReadLine();
     if (!device) {
       throw std::runtime_error("no simulated beltpack: " + process_.Finish().errors);
@@ -38,19 +37,19 @@ class SimulatedBeltpack {
     device_ = *device;
   }
 
-  /// The device that it began with.
+  /// The device at the start.
   const std::string& Device() const { return device_; }
 
-  /// Sets a fault of the line, by its name and rule.
+  /// Sets a line fault, given as its name and rule.
   void SetFault(const std::string& rule) { process_.Send("fault " + rule + "\n"); }
 
-  /// Pulls the cable, and waits until the device is gone.
+  /// Unplugs the cable and waits until the device is gone.
   void Unplug() { Move("unplug\n", false); }
 
-  /// Plugs the cable in, and waits until the device is back.
+  /// Plugs the cable in and waits until the device is back.
   void Plug() { Move("plug\n", true); }
 
-  /// The commands that have come so far.
+  /// The commands received so far.
   std::vector<ReceivedCommand> Commands() const {
     std::vector<ReceivedCommand> commands;
     std::ifstream log(commandLog_);
@@ -66,7 +65,7 @@ class SimulatedBeltpack {
   }
 
  private:
-  ProcessRequest Steered(ProcessRequest request) const {
+  ProcessRequest Controlled(ProcessRequest request) const {
     for (const std::string& argument : {std::string("--control"), std::string("--link"), link_,
                                         std::string("--log-commands"), commandLog_}) {
       request.arguments.push_back(argument);
@@ -83,7 +82,7 @@ class SimulatedBeltpack {
 
   static void Expect(bool happened) {
     if (!happened) {
-      throw std::runtime_error("the simulated beltpack does not do what it is told");
+      throw std::runtime_error("the simulated beltpack does not react");
     }
   }
 

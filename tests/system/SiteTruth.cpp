@@ -69,7 +69,7 @@ bool IsHeardAllRound(const QJsonObject& results, std::size_t antennas) {
 }
 
 void ExpectTrueReadings(const QJsonObject& results, const SiteAntennas& site) {
-  // Less than one unit of noise, and a half for each rounding on the way.
+  // Less than one unit of noise, plus half a unit for each of two roundings.
   constexpr double kMostNoise = 2.0;
   SiteAntennas heard;
   for (const QJsonValue aa : results["aas"].toArray()) {

@@ -4,10 +4,10 @@
 #include <string>
 #include <vector>
 
-/// What a site really is, and whether results agree with it.
+/// The true values of a site, and checks that results agree with them.
 namespace kelvara::test {
 
-/// An antenna of a site, or what a report says of it: a cable's length in metres.
+/// An antenna as given by a site file or by a report. `metres` is the length of its cable.
 struct SiteAntenna {
   int rpn;
   int fps;
@@ -23,18 +23,18 @@ std::string ExampleSitePath(const std::string& name);
 /// The antennas of one of the example sites.
 SiteAntennas ExampleSiteAntennas(const std::string& name);
 
-/// Results from the text that a program wrote.
+/// Parses JSON results.
 QJsonObject ParsedResults(const std::string& json);
 
-/// Whether every antenna of a site of so many was heard from every other.
+/// Whether every antenna of a site with `antennas` antennas was heard from every other.
 bool IsHeardAllRound(const QJsonObject& results, std::size_t antennas);
 
-/// Expects antennas of the site alone, and every reading to be the difference of its cables in
-/// units of 29 metres but for the noise. The antennas of a site have one FPN.
+/// Expects only antennas of the site, and every reading to be the difference of the two cables in
+/// units of 29 metres, give or take the noise.
 void ExpectTrueReadings(const QJsonObject& results, const SiteAntennas& site);
 
 /// Expects the HTML report to list every antenna, with a length relative to the shortest cable that
-/// is true within one sync unit.
+/// is correct to within one sync unit.
 void ExpectTrueLengths(const std::string& report, const SiteAntennas& site);
 
 }  // namespace kelvara::test

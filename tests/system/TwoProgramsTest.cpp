@@ -11,10 +11,10 @@
 namespace kelvara::test {
 namespace {
 
-/// Two programs that work at once.
+/// Two programs that run at the same time.
 class TwoProgramsTest : public CliTest {
  protected:
-  /// How many readings the results of a record hold.
+  /// The number of readings in the results of a record.
   int ReadingsIn(const std::string& name) const {
     const QJsonObject results =
         QJsonDocument::fromJson(QByteArray::fromStdString(Read(name))).object();
@@ -35,7 +35,7 @@ class TwoProgramsTest : public CliTest {
   }
 };
 
-TEST_F(TwoProgramsTest, CapturingToTheSameFileLoseNoLineAndCutNone) {
+TEST_F(TwoProgramsTest, CapturingToTheSameFileLosesAndCutsNoLine) {
   const auto request = [this](const std::string& json) {
     return Request({"record", "--demo", "--speed", "300", "--reports", "400", "--log", "log.txt",
                     "--json", json});

@@ -11,7 +11,7 @@
 namespace kelvara::test {
 namespace {
 
-/// A bus that starts no services: nothing runs but what the test itself has started.
+/// A bus that starts no services, so that only what the test started is running.
 constexpr const char* kConfiguration =
     "<busconfig><type>session</type><auth>EXTERNAL</auth><listen>unix:dir=FOLDER</listen>"
     "<policy context=\"default\"><allow send_destination=\"*\"/><allow receive_type=\"*\"/><allow "
@@ -42,8 +42,8 @@ AccessibleBus::~AccessibleBus() {
 
 ProcessRequest AccessibleBus::Daemon(const std::string& folder) {
   std::string configuration = kConfiguration;
-  const std::string place = "FOLDER";
-  configuration.replace(configuration.find(place), place.size(), folder);
+  const std::string placeholder = "FOLDER";
+  configuration.replace(configuration.find(placeholder), placeholder.size(), folder);
   WriteTextFile(folder + "/bus.conf", configuration);
   ProcessRequest request;
   request.arguments = {KELVARA_DBUS_DAEMON, "--config-file=" + folder + "/bus.conf", "--nofork",
@@ -56,7 +56,7 @@ std::optional<QString> AccessibleBus::NameOf(pid_t program) const {
   const QDBusConnectionInterface& bus = *connection_.interface();
   const QStringList names = bus.registeredServiceNames();
   for (const QString& name : names) {
-    // A program has one connection to its session's bus, and one more to tell what it shows.
+    // A program has one connection to its session bus and another to expose what it shows.
     if (name.startsWith(u':') && bus.servicePid(name).value() == static_cast<uint>(program) &&
         ScreenReader(connection_, name).IsAnswered()) {
       return name;

@@ -12,26 +12,25 @@
 
 namespace kelvara::test {
 
-/// A message bus of the test's own, over which a program tells what it shows, as it does for the
-/// aids of a user who cannot see it.
+/// A private message bus over which a program exposes what it shows, as it does to a screen reader.
 class AccessibleBus {
  public:
-  /// Starts the bus; its files stand in the folder.
+  /// Starts the bus, with its files in `folder`.
   explicit AccessibleBus(const std::string& folder);
   ~AccessibleBus();
   AccessibleBus(const AccessibleBus&) = delete;
   AccessibleBus& operator=(const AccessibleBus&) = delete;
 
-  /// What a program is to be told as the address of its session's bus.
+  /// The address to give a program as that of its session bus.
   const std::string& Address() const { return address_; }
 
   const QDBusConnection& Connection() const { return connection_; }
 
-  /// The name under which a program tells what it shows; nothing as long as it does not.
+  /// The name under which a program exposes what it shows; empty until it does.
   std::optional<QString> NameOf(pid_t program) const;
 
  private:
-  /// Answers the programs that ask whether, and where, anyone listens.
+  /// Tells programs that a screen reader is active, and the address of its bus.
   class Registrar : public QDBusVirtualObject {
    public:
     explicit Registrar(const std::string& address) : address_(QString::fromStdString(address)) {}
@@ -48,7 +47,7 @@ class AccessibleBus {
   std::string address_;
   QDBusConnection connection_;
   Registrar registrar_;
-  // The test waits while programs ask.
+  // Answers programs while the test's own thread waits.
   QThread thread_;
 };
 

@@ -10,7 +10,7 @@
 namespace kelvara::test {
 namespace {
 
-// The keyboard extension as it goes over the wire; its library has no headers on many machines.
+// The keyboard extension's wire format; many machines lack the headers of its library.
 xcb_extension_t keyboardExtension = {"XKEYBOARD", 0};
 constexpr unsigned char kUseExtension = 0;
 constexpr unsigned char kSelectEvents = 1;
@@ -24,7 +24,7 @@ struct UseExtension {
 
 struct SelectEvents {
   std::uint32_t header = 0;
-  std::uint16_t device = 0x100;  ///< The keyboard that everybody types on.
+  std::uint16_t device = 0x100;  ///< The core keyboard.
   std::uint16_t affected = 1U << kBellNotify;
   std::uint16_t cleared = 0;
   std::uint16_t selectedWhole = 1U << kBellNotify;
@@ -39,7 +39,7 @@ BellListener::BellListener(const VirtualScreen& screen)
   const xcb_query_extension_reply_t* const extension =
       xcb_get_extension_data(connection_.get(), &keyboardExtension);
   if (extension == nullptr || extension->present == 0) {
-    throw std::runtime_error("the screen has no bell that can be heard");
+    throw std::runtime_error("the screen does not report its bell");
   }
   firstEvent_ = extension->first_event;
   UseExtension use;
@@ -47,14 +47,14 @@ BellListener::BellListener(const VirtualScreen& screen)
   std::free(xcb_wait_for_reply(connection_.get(), number, nullptr));
   SelectEvents select;
   Send(reinterpret_cast<std::byte*>(&select), sizeof select, kSelectEvents, false);
-  // An answer to a later request says that the bell is listened for.
+  // The reply to a later request confirms that the events are selected.
   std::free(xcb_get_input_focus_reply(connection_.get(), xcb_get_input_focus(connection_.get()),
                                       nullptr));
 }
 
 unsigned BellListener::Send(std::byte* request, std::size_t size, unsigned char opcode,
                             bool isAnswered) const {
-  // The library asks for two places of its own before the first part.
+  // The library needs two free elements before the first part.
   std::array<iovec, 3> parts{};
   parts[2] = {request, size};
   const xcb_protocol_request_t protocol = {1, &keyboardExtension, opcode,

@@ -10,14 +10,14 @@
 
 namespace kelvara::test {
 
-/// Hears the bell of a screen: what a program tells its user by a beep.
+/// Counts the bells of a screen, which are the beeps of its programs.
 class BellListener {
  public:
   explicit BellListener(const VirtualScreen& screen);
   BellListener(const BellListener&) = delete;
   BellListener& operator=(const BellListener&) = delete;
 
-  /// How often it has rung since the listener was made.
+  /// How often the bell has rung since the listener was created.
   int Count() const;
 
  private:

@@ -7,10 +7,10 @@
 namespace kelvara::test {
 namespace {
 
-/// A window beside the main window, and the way to it.
-struct Way {
+/// A window other than the main window, and how to open it.
+struct WindowCase {
   std::string title;
-  std::string text;  ///< Of a message; empty for what is none.
+  std::string text;  ///< The text of a message; empty for other windows.
   std::function<void(const DesktopProgram&)> go;
 };
 
@@ -31,7 +31,7 @@ void GenerateReportAs(const DesktopProgram& program, const std::string& name) {
   program.PressButton(dialog, "Generate Report");
 }
 
-/// Programs with the built-in beltpack, whose help and whose means to open documents are gone.
+/// Runs programs with the built-in beltpack but without help pages or a way to open documents.
 class ClosingTest : public DesktopSession {
  protected:
   ClosingTest() {
@@ -40,8 +40,8 @@ class ClosingTest : public DesktopSession {
     Write("older.html", "an older report");
   }
 
-  /// The windows that need no readings.
-  std::vector<Way> WaysAtOnce() const {
+  /// The windows that do not need readings.
+  std::vector<WindowCase> WindowsWithoutReadings() const {
     const auto menu = [](const std::vector<std::string>& entries) {
       return [entries](const DesktopProgram& program) { program.Choose(entries); };
     };
@@ -72,8 +72,8 @@ class ClosingTest : public DesktopSession {
              }}};
   }
 
-  /// The windows that stand over the main window once there are readings.
-  std::vector<Way> WaysWithReadings() const {
+  /// The windows that need readings.
+  std::vector<WindowCase> WindowsWithReadings() const {
     const auto generate = [](const std::string& name) {
       return [name](const DesktopProgram& program) { GenerateReportAs(program, name); };
     };
@@ -102,7 +102,7 @@ class ClosingTest : public DesktopSession {
     DesktopProgram::Await("a report", [&] { return program.GridRows() > 1; });
   }
 
-  /// Closes what is open beside the main window, each by the box in its frame.
+  /// Closes every window except the main window with the close button of its frame.
   static void CloseOthers(const DesktopProgram& program) {
     for (auto others = program.OtherWindows(); !others.empty(); others = program.OtherWindows()) {
       program.RequestClose(others.front());
@@ -111,30 +111,30 @@ class ClosingTest : public DesktopSession {
   }
 };
 
-TEST_F(ClosingTest, EachWindowIsClosedByItsFrameAndTheProgramGoesOn) {
+TEST_F(ClosingTest, EachWindowCanBeClosedByItsFrameAndTheProgramContinues) {
   auto program = Start({"--demo"});
-  const auto visit = [&](const std::vector<Way>& ways) {
-    for (const Way& way : ways) {
-      SCOPED_TRACE(way.title);
-      way.go(*program);
-      const DesktopWindow window = program->Open(way.title);
-      if (!way.text.empty()) {
-        EXPECT_EQ(program->MessageText(window), way.text);
+  const auto visit = [&](const std::vector<WindowCase>& cases) {
+    for (const WindowCase& windowCase : cases) {
+      SCOPED_TRACE(windowCase.title);
+      windowCase.go(*program);
+      const DesktopWindow window = program->Open(windowCase.title);
+      if (!windowCase.text.empty()) {
+        EXPECT_EQ(program->MessageText(window), windowCase.text);
       }
       CloseOthers(*program);
       EXPECT_FALSE(program->IsOpen(window));
     }
   };
-  visit(WaysAtOnce());
+  visit(WindowsWithoutReadings());
   EXPECT_FALSE(program->IsChecked({"Options", "View Debug", "On"}));
   AwaitReadings(*program);
-  visit(WaysWithReadings());
+  visit(WindowsWithReadings());
   EXPECT_EQ(Read("older.html"), "an older report");
   program->RequestClose(program->MainWindow());
   ExpectCleanEnd(*program);
 }
 
-TEST_F(ClosingTest, TheProgramTakesItsOtherWindowsWithIt) {
+TEST_F(ClosingTest, TheEndOfTheProgramClosesItsOtherWindows) {
   const std::vector<std::function<void(const DesktopProgram&)>> ends = {
       [](const DesktopProgram& program) {
         program.Choose({"File", "Exit"});
@@ -170,10 +170,10 @@ TEST_F(ClosingTest, APortThatCannotBeOpenedLeavesAProgramThatCanBeClosed) {
   EXPECT_EQ(Settings(), "");
 }
 
-/// A program that the system ends while it shows a window.
+/// Programs that the system terminates while they show a window.
 class TerminationTest : public ClosingTest {
  protected:
-  /// Expects an end as by Exit, and whole lines in the file of its capture.
+  /// Expects the program to end as by Exit, with complete lines in its capture file.
   void ExpectTerminated(DesktopProgram& program, const std::string& log) const {
     program.Signal(SIGTERM);
     const ProcessResult result = program.Finish();
@@ -185,22 +185,22 @@ class TerminationTest : public ClosingTest {
     EXPECT_NE(CapturedLines(log).front().find(", Log To File Started"), std::string::npos);
   }
 
-  /// Whether the way leads through the window that a capture is started with.
-  static bool IsOfCapture(const Way& way) {
-    return way.title == kCapture || way.title == "Select a file to log to" ||
-           way.title == "File Error";
+  /// Whether opening the window leads through the capture window.
+  static bool IsOfCapture(const WindowCase& windowCase) {
+    return windowCase.title == kCapture || windowCase.title == "Select a file to log to" ||
+           windowCase.title == "File Error";
   }
 };
 
 TEST_F(TerminationTest, EndsTheProgramWithAnyWindowOpen) {
-  for (const Way& way : WaysAtOnce()) {
-    SCOPED_TRACE(way.title);
+  for (const WindowCase& windowCase : WindowsWithoutReadings()) {
+    SCOPED_TRACE(windowCase.title);
     auto program = Start({"--demo"});
-    if (!IsOfCapture(way)) {
+    if (!IsOfCapture(windowCase)) {
       Capture(*program, "log.txt");
     }
-    way.go(*program);
-    program->Open(way.title);
+    windowCase.go(*program);
+    program->Open(windowCase.title);
     ExpectTerminated(*program, "log.txt");
     EXPECT_EQ(Settings(), "[Settings]\nLastFile=" + PathOf("log.txt") + "\n");
   }
@@ -210,22 +210,22 @@ TEST_F(TerminationTest, EndsTheProgramWithAnyReportWindowOpen) {
   struct Run {
     std::unique_ptr<VirtualScreen> screen;
     std::unique_ptr<DesktopProgram> program;
-    Way way;
+    WindowCase windowCase;
     std::string log;
   };
   std::vector<Run> runs;
-  for (const Way& way : WaysWithReadings()) {
+  for (const WindowCase& windowCase : WindowsWithReadings()) {
     auto where = std::make_unique<VirtualScreen>(PathOf("run"));
     auto program = StartOn(*where, {"--demo"});
     const std::string log = std::to_string(runs.size()) + ".txt";
     Capture(*program, log);
-    runs.push_back({std::move(where), std::move(program), way, log});
+    runs.push_back({std::move(where), std::move(program), windowCase, log});
   }
   for (Run& run : runs) {
-    SCOPED_TRACE(run.way.title);
+    SCOPED_TRACE(run.windowCase.title);
     AwaitReadings(*run.program);
-    run.way.go(*run.program);
-    run.program->Open(run.way.title);
+    run.windowCase.go(*run.program);
+    run.program->Open(run.windowCase.title);
     ExpectTerminated(*run.program, run.log);
     EXPECT_GE(CapturedReadings(run.log).size(), 1U);
   }

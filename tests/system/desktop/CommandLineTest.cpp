@@ -11,7 +11,8 @@ class CommandLineTest : public DesktopTest {
     return RunProcess(Request(arguments), DesktopProgram::kPatience);
   }
 
-  /// Expects an end before any window, with one line on standard error that names what is wrong.
+  /// Expects the program to end before it shows a window, with one line on standard error that
+  /// names what is wrong.
   void ExpectComplaint(const Arguments& arguments, int exitCode, const std::string& named) const {
     ExpectComplaint(Request(arguments), exitCode, named);
   }
@@ -29,17 +30,17 @@ class CommandLineTest : public DesktopTest {
   }
 };
 
-TEST_F(CommandLineTest, WhatCannotBeMeantIsRefusedInALine) {
+TEST_F(CommandLineTest, AWrongCommandLineIsRefusedInOneLine) {
   ExpectComplaint({"--unknown"}, 2, "--unknown");
   ExpectComplaint({"-x"}, 2, "-x");
   ExpectComplaint({"document.txt"}, 2, "document.txt");
   ExpectComplaint({"--com"}, 2, "--com");
   ExpectComplaint({"--site"}, 2, "--site");
-  // An option of the desktop library is none of the program's.
+  // The desktop library's own options are not accepted.
   ExpectComplaint({"-style", "fusion"}, 2, "-style");
 }
 
-TEST_F(CommandLineTest, WhatCannotBeUsedIsRefusedInALine) {
+TEST_F(CommandLineTest, AnUnusableFileIsReportedInOneLine) {
   ExpectComplaint({"--site", PathOf("no-such-site.txt")}, 1, "no-such-site.txt");
   Write("site.txt", "1 2 3\n");
   ExpectComplaint({"--site", PathOf("site.txt")}, 1, "line 1");
@@ -65,7 +66,7 @@ TEST_F(CommandLineTest, TheVersionAndTheHelpNeedNoScreen) {
   }
 }
 
-TEST_F(CommandLineTest, AVersionOrHelpThatCannotBeWrittenIsAFailure) {
+TEST_F(CommandLineTest, AFailureToPrintTheVersionOrHelpIsReported) {
   for (const char* const option : {"--version", "--help"}) {
     ProcessRequest request = Request({option});
     request.outputPath = "/dev/full";
@@ -73,7 +74,7 @@ TEST_F(CommandLineTest, AVersionOrHelpThatCannotBeWrittenIsAFailure) {
   }
 }
 
-TEST_F(CommandLineTest, WithoutADisplayTheConsoleProgramIsPointedTo) {
+TEST_F(CommandLineTest, WithoutADisplayTheConsoleProgramIsSuggested) {
   const std::string named = "no display can be opened; kelvara-cli";
   ProcessRequest request = Request({"--demo"});
   request.environment["DISPLAY"] = ":54321";
@@ -86,22 +87,22 @@ TEST_F(CommandLineTest, WithoutADisplayTheConsoleProgramIsPointedTo) {
   ExpectComplaint(request, 1, named);
 }
 
-TEST_F(CommandLineTest, AReaderOfItsRemarksThatIsGoneIsNoHindrance) {
+TEST_F(CommandLineTest, AClosedStandardErrorDoesNotStopTheProgram) {
   ProcessRequest request = Request({"--test-report"});
-  // Without this folder the desktop library has something to remark.
+  // The desktop library writes a warning when this folder is not set.
   request.environment.erase("XDG_RUNTIME_DIR");
-  const ProcessResult heard = RunProcess(request, DesktopProgram::kPatience);
-  EXPECT_EQ(heard.exitCode, 0);
-  EXPECT_NE(heard.errors, "");
+  const ProcessResult withReader = RunProcess(request, DesktopProgram::kPatience);
+  EXPECT_EQ(withReader.exitCode, 0);
+  EXPECT_NE(withReader.errors, "");
 
   const Arguments throughShell = {
       "/bin/sh", "-c",
       "/usr/bin/mkfifo gone; (exec <gone) & exec 2>gone; wait; exec \"$0\" \"$@\""};
   request.arguments.insert(request.arguments.begin(), throughShell.begin(), throughShell.end());
-  const ProcessResult unheard = RunProcess(request, DesktopProgram::kPatience);
-  EXPECT_EQ(unheard.signal, 0);
-  EXPECT_EQ(unheard.exitCode, 0);
-  EXPECT_EQ(unheard.errors, "");
+  const ProcessResult withoutReader = RunProcess(request, DesktopProgram::kPatience);
+  EXPECT_EQ(withoutReader.signal, 0);
+  EXPECT_EQ(withoutReader.exitCode, 0);
+  EXPECT_EQ(withoutReader.errors, "");
   const std::string opened = "file://" + PathOf("bin/test.html") + "\n";
   DesktopProgram::Await("two opened documents", [&] {
     return Exists("opened.txt") && Read("opened.txt") == opened + opened;
@@ -110,7 +111,7 @@ TEST_F(CommandLineTest, AReaderOfItsRemarksThatIsGoneIsNoHindrance) {
 
 class TestReportTest : public CommandLineTest {
  protected:
-  /// The rows of the report's cable lengths: RPN, port number and metres.
+  /// A row of the report's table of cable lengths.
   static std::string LengthRow(const std::string& rpn, const std::string& port,
                                const std::string& metres) {
     std::string row = "<tr>\r\n";
@@ -123,7 +124,7 @@ class TestReportTest : public CommandLineTest {
   }
 };
 
-TEST_F(TestReportTest, IsWrittenBesideTheProgramAndOpenedAndTheProgramEnds) {
+TEST_F(TestReportTest, IsWrittenBesideTheProgramAndOpenedThenTheProgramEnds) {
   Write("bin/test.html", "an older one");
   const ProcessResult result = Run({"--test-report"});
   EXPECT_EQ(result.exitCode, 0);
@@ -136,7 +137,7 @@ TEST_F(TestReportTest, IsWrittenBesideTheProgramAndOpenedAndTheProgramEnds) {
         "<td>Test with automatically generated data</td>\r\n", "Kelvara v1.1.0"}) {
     EXPECT_NE(report.find(text), std::string::npos) << text;
   }
-  // Delays of (3 + 10) / 2, 0, 10 and 10: one step of 130 metres, none, and two.
+  // Delays of (3 + 10) / 2, 0, 10 and 10 give one step of 130 metres, none, two and two.
   const std::string lengths = LengthRow("0", "600", "130") + LengthRow("1", "606", "0") +
                               LengthRow("2", "612", "260") + LengthRow("3", "618", "260");
   EXPECT_NE(report.find(lengths), std::string::npos) << report;
@@ -146,7 +147,7 @@ TEST_F(TestReportTest, IsWrittenBesideTheProgramAndOpenedAndTheProgramEnds) {
   EXPECT_EQ(Settings(), "");
 }
 
-TEST_F(TestReportTest, OneThatCannotBeWrittenIsToldAndShowsInTheExitCode) {
+TEST_F(TestReportTest, AFailureToWriteItIsShownAndSetsTheExitCode) {
   std::filesystem::create_directory(PathOf("bin/test.html"));
   auto program = Start({"--test-report"});
   const DesktopWindow message = program->Open("Generate Report");

@@ -20,7 +20,7 @@ DesktopProgram::DesktopProgram(const VirtualScreen& screen, const AccessibleBus&
 void DesktopProgram::Await(const std::string& what, const std::function<bool()>& holds,
                            Process::Duration limit) {
   if (!WaitUntil(holds, limit)) {
-    throw std::runtime_error("in vain waited for: " + what);
+    throw std::runtime_error("timed out waiting for: " + what);
   }
 }
 
@@ -66,7 +66,7 @@ void DesktopProgram::Press(const DesktopWindow& window,
 
 ScreenReader DesktopProgram::Reader() const {
   if (!name_) {
-    Await("the program to tell what it shows", [&] {
+    Await("the program to expose what it shows", [&] {
       name_ = bus_.NameOf(Id());
       return name_.has_value();
     });
@@ -119,17 +119,16 @@ void DesktopProgram::ClickOn(const ScreenItem& item, int button) const {
 
 ScreenItem DesktopProgram::MenuEntry(const std::vector<std::string>& entries) const {
   const ScreenReader reader = Reader();
-  ScreenItem place = Seen(MainWindow());
+  ScreenItem item = Seen(MainWindow());
   for (const std::string& entry : entries) {
-    const std::vector<ScreenItem> found = reader.FindAll(place, kMenuEntry, entry);
+    const std::vector<ScreenItem> found = reader.FindAll(item, kMenuEntry, entry);
     if (found.empty()) {
       throw std::runtime_error("no menu entry \"" + entry + "\"");
     }
-    // Of two by one name the nearer is meant, and the one that leads on to the others: an entry
-    // and a submenu may share theirs.
-    place = found.front();
+    // An entry and a submenu may have the same name. The nearest is the right one.
+    item = found.front();
   }
-  return place;
+  return item;
 }
 
 void DesktopProgram::Choose(const std::vector<std::string>& entries) const {
@@ -175,15 +174,15 @@ std::string DesktopProgram::MessageText(const DesktopWindow& message) const {
 std::vector<std::string> DesktopProgram::Buttons(const DesktopWindow& window) const {
   const ScreenReader reader = Reader();
   std::vector<std::string> names;
-  std::vector<ScreenItem> places = {Seen(window)};
-  while (!places.empty()) {
-    const ScreenItem place = places.back();
-    places.pop_back();
-    for (const ScreenItem& child : reader.Children(place)) {
+  std::vector<ScreenItem> unvisited = {Seen(window)};
+  while (!unvisited.empty()) {
+    const ScreenItem item = unvisited.back();
+    unvisited.pop_back();
+    for (const ScreenItem& child : reader.Children(item)) {
       if (child.role == kButton) {
         names.push_back(child.name);
       } else {
-        places.push_back(child);
+        unvisited.push_back(child);
       }
     }
   }

@@ -13,8 +13,8 @@
 
 namespace kelvara::test {
 
-/// The desktop program at work, its user's hands on it and eyes upon it. What does not happen in
-/// time is thrown as a failure that says what was to be seen.
+/// A running desktop program, operated and read as by its user. If something does not happen in
+/// time, throws std::runtime_error with what was expected.
 class DesktopProgram {
  public:
   DesktopProgram(const VirtualScreen& screen, const AccessibleBus& bus,
@@ -22,15 +22,15 @@ class DesktopProgram {
 
   pid_t Id() const { return process_.Id(); }
 
-  /// Waits for a window of this title and gives it the keyboard. The main window and a message may
-  /// have the same; `dialog` asks for one that stands over another.
+  /// Waits for a window with this title and gives it the keyboard focus. The main window and a
+  /// message may have the same title; `dialog` asks for a window that belongs to another.
   DesktopWindow Open(const std::string& title, bool dialog = true) const;
   DesktopWindow MainWindow() const { return Open("Kelvara", false); }
 
   void WaitUntilClosed(const DesktopWindow& window) const;
   bool IsOpen(const DesktopWindow& window) const;
 
-  /// Every window but the main window, the last that came up first.
+  /// Every window except the main window, the most recent first.
   std::vector<DesktopWindow> OtherWindows() const;
 
   /// Presses keys in a window.
@@ -39,7 +39,7 @@ class DesktopProgram {
   /// Chooses an entry of the main window's menus with the mouse: {"Options", "Display Log", "On"}.
   void Choose(const std::vector<std::string>& entries) const;
 
-  /// Opens the menu that belongs to the grid.
+  /// Opens the grid's context menu.
   void OpenGridMenu() const;
 
   /// Presses a button of a window with the mouse.
@@ -58,28 +58,28 @@ class DesktopProgram {
   /// The texts of the grid, row by row.
   std::vector<std::vector<std::string>> Grid() const;
 
-  /// How many rows the grid has, the one of its headings included.
+  /// The number of rows of the grid, including the header row.
   int GridRows() const;
 
   std::string LogText() const;
 
-  /// What a panel of the status bar looks like, counted from 1: a number that is the same for the
-  /// same text. Nothing may stand over it.
+  /// A hash of the picture of a panel of the status bar, counted from 1: the same for the same
+  /// text. Nothing may cover the panel.
   std::size_t Panel(int number) const;
 
   bool IsChecked(const std::vector<std::string>& entries) const;
   bool IsEnabled(const std::vector<std::string>& entries) const;
 
-  /// Asks a window to close, as the box in its frame does.
+  /// Asks a window to close, as the close button of its frame does.
   void RequestClose(const DesktopWindow& window) const { screen_.RequestClose(window.id); }
 
   void Signal(int number) const { process_.Signal(number); }
   ProcessResult Finish(Process::Duration limit = kPatience) { return process_.Finish(limit); }
 
-  /// Longer than anything takes that a user waits for, on a machine with much else to do.
+  /// Longer than anything that a user waits for takes, even on a busy machine.
   static constexpr Process::Duration kPatience{15000};
 
-  /// Waits until something holds.
+  /// Waits until `holds` returns true. `what` names it in the failure.
   static void Await(const std::string& what, const std::function<bool()>& holds,
                     Process::Duration limit = kPatience);
 
@@ -95,7 +95,7 @@ class DesktopProgram {
   const AccessibleBus& bus_;
   Process process_;
   mutable std::optional<QString> name_;
-  // The main window's controls stay what they are.
+  // The main window's controls do not change.
   mutable std::map<std::string, ScreenItem> mainControls_;
 };
 

@@ -65,7 +65,7 @@ bool DesktopSession::Holds(const DesktopProgram& program, const std::string& dev
   std::error_code ignored;
   for (const fs::directory_entry& handle :
        fs::directory_iterator("/proc/" + std::to_string(program.Id()) + "/fd", ignored)) {
-    // A device that is gone has a mark behind its name.
+    // The name of a removed device has a suffix.
     if (fs::read_symlink(handle, ignored).string().rfind(device, 0) == 0) {
       return true;
     }

@@ -14,10 +14,10 @@ class DesktopSession : public DesktopTest {
  protected:
   using GridText = std::vector<std::vector<std::string>>;
 
-  /// Starts a capture by the capture window, its file's name typed into the field.
+  /// Starts a capture in the capture window by typing the file's name.
   void Capture(const DesktopProgram& program, const std::string& name) const;
 
-  /// The lines of a captured file so far; expects each to end in CR LF.
+  /// The lines captured to a file so far. Expects each to end in CR LF.
   std::vector<std::string> CapturedLines(const std::string& name) const;
 
   /// The readings among them, without their time stamps.
@@ -25,14 +25,14 @@ class DesktopSession : public DesktopTest {
 
   void AwaitReadings(const std::string& name, std::size_t count) const;
 
-  /// The grid that the trace of a session's line makes, by the console program.
+  /// The grid that the console program makes from the trace of a session.
   GridText ReplayedGrid(const std::string& trace, const Arguments& options = {}) const;
 
   /// Whether the program has a device open.
   static bool Holds(const DesktopProgram& program, const std::string& device);
 };
 
-/// How many cells of a grid hold a reading.
+/// The number of cells of a grid that hold a reading.
 std::size_t FilledCells(const std::vector<std::vector<std::string>>& grid);
 
 }  // namespace kelvara::test

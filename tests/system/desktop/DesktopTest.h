@@ -17,31 +17,32 @@
 
 namespace kelvara::test {
 
-/// Runs the built desktop program on a screen of its own, from a folder of its own, with fresh
-/// settings. In that folder stand:
-///   bin/         the program, where it writes its own files
+/// Runs the built desktop program on a separate screen, in a fresh folder, with fresh settings. The
+/// folder holds:
+///   bin/         the program, which writes its own files there
 ///   config/      the settings
-///   tools/       the only programs that it finds; its documents are opened by one of them
-///   opened.txt   the documents that it opened so, a line each
+///   run/         the files of the message bus and the screen
+///   tools/       the only programs that it finds; one of them opens documents
+///   opened.txt   the documents that were opened, one a line
 class DesktopTest : public ::testing::Test {
  protected:
   using Arguments = std::vector<std::string>;
 
   DesktopTest();
 
-  /// How the program is started.
+  /// The request that starts the program.
   ProcessRequest Request(const Arguments& arguments) const;
   std::unique_ptr<DesktopProgram> Start(const Arguments& arguments) const;
   std::unique_ptr<DesktopProgram> StartOn(const VirtualScreen& where,
                                           const Arguments& arguments) const;
 
-  /// How kelvara-cli is started in the same folder.
+  /// The request that starts kelvara-cli in the same folder.
   ProcessRequest CliRequest(const Arguments& arguments) const;
 
   /// Runs kelvara-cli and expects success. Returns standard output.
   std::string CliOutput(const Arguments& arguments) const;
 
-  /// What the option --com is given to let a port number stand for the simulated beltpack.
+  /// The value of the option --com that assigns the simulated beltpack to a port number.
   std::string BeltpackAsPort(int port) const;
 
   std::string PathOf(const std::string& name) const { return folder.PathOf(name); }
@@ -49,14 +50,14 @@ class DesktopTest : public ::testing::Test {
   void Write(const std::string& name, const std::string& text) const;
   bool Exists(const std::string& name) const;
 
-  /// What stands in the settings; empty where there are none yet.
+  /// The content of the settings file; empty if there is none yet.
   std::string Settings() const;
 
-  /// What a program has complained of, but for what the desktop library says of a machine on which
-  /// nothing opens documents.
+  /// The complaints of a program on standard error, without the desktop library's warning that no
+  /// program for documents was detected.
   static std::string Complaints(const ProcessResult& result);
 
-  /// Expects the end that a user's command brings: exit code 0, and nobody has complained.
+  /// Expects the program to end with exit code 0 and without complaints.
   static void ExpectCleanEnd(DesktopProgram& program);
 
   static constexpr const char* kSettingsFile = "config/CorvanaSync/CorvanaSync.ini";

@@ -12,7 +12,7 @@ namespace {
 
 using DesktopFullDiskTest = DesktopSession;
 
-TEST_F(DesktopFullDiskTest, ATraceEndsTheLinkGoesOnAndTheUserIsToldAtTheEnd) {
+TEST_F(DesktopFullDiskTest, ATraceEndsButTheLinkContinuesAndTheProgramReportsItAtTheEnd) {
   SimulatedBeltpack beltpack(CliRequest({"simulate"}));
   constexpr rlim_t kWholeDisk = rlim_t{1} << 30U;
   ProcessRequest request = Request({"--com", BeltpackAsPort(1), "--raw", PathOf("trace.txt")});
@@ -35,7 +35,7 @@ TEST_F(DesktopFullDiskTest, ATraceEndsTheLinkGoesOnAndTheUserIsToldAtTheEnd) {
   EXPECT_EQ(Read("trace.txt"), before);
 }
 
-/// The disk comes first: the screen and the bus bring threads with them.
+/// Mounts the disk before the screen and the bus start threads.
 struct BeforeTheDesktop {
   SmallDisk disk{1};
 };
@@ -45,11 +45,11 @@ class DesktopReallyFullDiskTest : protected BeforeTheDesktop, public DesktopSess
   BellListener bell{*screen};
 };
 
-TEST_F(DesktopReallyFullDiskTest, NothingIsLost) {
+TEST_F(DesktopReallyFullDiskTest, LosesNoEntryAndNoTypedText) {
   if (!disk.IsMounted()) {
     GTEST_SKIP() << SmallDisk::kNeeds;
   }
-  // What takes the last page but a few bytes of it is the log of an earlier capture.
+  // The log of an earlier capture fills the last page except for a few bytes.
   const std::string earlier = std::string(SmallDisk::kPageBytes - 60, 'x') + "\r\n";
   WriteTextFile(disk.PathOf("log.txt"), earlier);
   auto program = Start({"--demo"});

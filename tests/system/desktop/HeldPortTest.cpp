@@ -3,10 +3,10 @@
 namespace kelvara::test {
 namespace {
 
-/// A second start while a program has the port.
+/// A second program is started while the first has the port open.
 class HeldDesktopPortTest : public DesktopSession {
  protected:
-  /// Expects the message of a port that cannot be opened, then the port window; leaves both.
+  /// Expects the message that the port cannot be opened, then the port window. Closes both.
   void ExpectRefused(const DesktopProgram& program) const {
     const DesktopWindow message = program.Open("Kelvara");
     EXPECT_EQ(program.MessageText(message), "Could not open COM  3");
@@ -14,7 +14,7 @@ class HeldDesktopPortTest : public DesktopSession {
     program.Press(message, {"Return"});
     program.WaitUntilClosed(message);
     const DesktopWindow dialog = program.Open("Select Serial Port");
-    // It cannot be had by trying again.
+    // Trying again does not help.
     program.PressButton(dialog, "OK");
     const DesktopWindow again = program.Open("Kelvara");
     EXPECT_EQ(program.MessageText(again), "Could not open COM  3");
@@ -25,7 +25,7 @@ class HeldDesktopPortTest : public DesktopSession {
   }
 };
 
-TEST_F(HeldDesktopPortTest, ASecondProgramIsRefusedAndTheFirstGoesOn) {
+TEST_F(HeldDesktopPortTest, ASecondProgramIsRefusedAndTheFirstContinues) {
   Write(kSettingsFile, "[Settings]\nComPort=3\nBaudrate=19200\n");
   const std::string settings = Settings();
   SimulatedBeltpack beltpack(CliRequest({"simulate"}));
@@ -45,7 +45,7 @@ TEST_F(HeldDesktopPortTest, ASecondProgramIsRefusedAndTheFirstGoesOn) {
     EXPECT_EQ(command.text, "rfps");
   }
 
-  // It is free as soon as its holder is closed.
+  // The port is free as soon as the first program is closed.
   auto third = Start({"--com", BeltpackAsPort(3)});
   DesktopProgram::Await("the link's start", [&] { return Holds(*third, beltpack.Device()); });
   third->RequestClose(third->MainWindow());

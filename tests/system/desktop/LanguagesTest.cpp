@@ -8,12 +8,11 @@
 namespace kelvara::test {
 namespace {
 
-/// The program where the system's text is set to a language with a decimal comma that the machine
-/// really has.
+/// Runs the program in an installed language with a decimal comma.
 class DesktopLanguagesTest : public DesktopSession {
  protected:
-  /// Makes the language, which a machine need not have, in the test's own folder. False when its
-  /// sources are not there.
+  /// Builds the language in the test's folder, as a machine need not have it. False if its sources
+  /// are missing.
   bool MakeLanguage() const {
     std::filesystem::create_directory(PathOf("languages"));
     ProcessRequest request;
@@ -23,21 +22,20 @@ class DesktopLanguagesTest : public DesktopSession {
     return RunProcess(request).exitCode == 0;
   }
 
-  ProcessRequest Speaking(ProcessRequest request) const {
+  ProcessRequest InGerman(ProcessRequest request) const {
     request.environment["LOCPATH"] = PathOf("languages");
     request.environment["LC_ALL"] = "de_DE.UTF-8";
     return request;
   }
 
-  /// What the machine's own programs take for the decimal point in the language.
+  /// The decimal point in the language according to the machine's own programs.
   std::string DecimalPoint() const {
-    ProcessRequest request = Speaking(Request({}));
+    ProcessRequest request = InGerman(Request({}));
     request.arguments = {"/usr/bin/locale", "decimal_point"};
     return RunProcess(request).output;
   }
 
-  /// What the console program, which speaks no language, converts a length to, by the names of the
-  /// fields.
+  /// The results of the console program, which ignores the language, by the names of the fields.
   std::map<std::string, std::string> Converted(const std::string& field,
                                                const std::string& value) const {
     const std::map<std::string, std::string> fields = {{"rfps", "RFPS Phase"},
@@ -71,12 +69,12 @@ class DesktopLanguagesTest : public DesktopSession {
   BellListener bell{*screen};
 };
 
-TEST_F(DesktopLanguagesTest, TheConverterTakesAndGivesNumbersWithAPoint) {
+TEST_F(DesktopLanguagesTest, TheConverterReadsAndWritesNumbersWithADecimalPoint) {
   if (!MakeLanguage()) {
     GTEST_SKIP() << "the machine needs the sources of the languages (the package locales)";
   }
   ASSERT_EQ(DecimalPoint(), ",\n");
-  auto program = std::make_unique<DesktopProgram>(*screen, *bus, Speaking(Request({"--demo"})));
+  auto program = std::make_unique<DesktopProgram>(*screen, *bus, InGerman(Request({"--demo"})));
   program->Choose({"Tools", "Converter"});
   const DesktopWindow converter = program->Open("Converter");
   ExpectConverted(*program, converter, "rfps", "RFPS Phase", "100.5");

@@ -10,7 +10,7 @@
 namespace kelvara::test {
 namespace {
 
-/// One session whose beltpack can be pulled, with its log in a file.
+/// Sessions whose beltpack can be unplugged, each with its log in a file.
 class LinkLossTest : public DesktopSession {
  protected:
   struct Session {
@@ -18,14 +18,14 @@ class LinkLossTest : public DesktopSession {
     std::unique_ptr<SimulatedBeltpack> beltpack;
     std::unique_ptr<VirtualScreen> screen;
     std::unique_ptr<DesktopProgram> program;
-    std::size_t attempting = 0;  ///< What the first panel looks like before the beltpack is heard,
-    std::size_t connected = 0;   ///< and when it has been.
+    std::size_t attempting = 0;  ///< The first panel's picture before the beltpack was heard.
+    std::size_t connected = 0;   ///< The first panel's picture after the beltpack was heard.
 
     std::string Log() const { return name + "/log.txt"; }
     std::string Trace() const { return name + "/trace.txt"; }
   };
 
-  /// Starts a session on a screen and in a folder of its own.
+  /// Starts a session on its own screen and in its own folder.
   Session Begin(const std::string& name) {
     Session session;
     session.name = name;
@@ -44,7 +44,7 @@ class LinkLossTest : public DesktopSession {
     return session;
   }
 
-  /// What the first panel looks like, once it looks other than before and stays so.
+  /// Waits until the first panel's picture differs from `before` and is stable, and returns it.
   std::size_t AwaitedPanel(const Session& session, std::size_t before) {
     std::size_t panel = before;
     DesktopProgram::Await("another text in the first panel", [&] {
@@ -60,8 +60,8 @@ class LinkLossTest : public DesktopSession {
                           [&] { return session.program->Panel(1) == panel; });
   }
 
-  /// Waits for the first readings, and pulls the beltpack so that the program notices it.
-  void Pull(Session& session) {
+  /// Waits for the first readings, unplugs the beltpack and waits until the program notices.
+  void Unplug(Session& session) {
     AwaitReadings(session.Log(), 1);
     session.connected = AwaitedPanel(session, session.attempting);
     session.beltpack->Unplug();
@@ -69,15 +69,15 @@ class LinkLossTest : public DesktopSession {
                           [&] { return !Holds(*session.program, session.beltpack->Device()); });
   }
 
-  /// Plugs the beltpack in and waits until more has been read than so many readings.
+  /// Plugs the beltpack in and waits until there are more than `readings` readings.
   void PlugBack(Session& session, std::size_t readings) {
     session.beltpack->Plug();
     AwaitReadings(session.Log(), readings + 1);
     AwaitPanel(session, session.connected);
   }
 
-  /// Ends the program once its grid shows all that has been read, and expects that to be all that
-  /// came over the line.
+  /// Ends the program once its grid shows everything it read, and expects that to be everything
+  /// that came over the line.
   void ExpectNothingLost(Session& session) {
     session.beltpack->SetFault("silent:always");
     const std::size_t commands = session.beltpack->Commands().size();
@@ -89,12 +89,12 @@ class LinkLossTest : public DesktopSession {
   }
 };
 
-TEST_F(LinkLossTest, AfterABeltpackIsPulledAndPluggedInTheReadingsGoOnAndNoneIsLost) {
+TEST_F(LinkLossTest, ReadingsContinueAfterTheBeltpackIsUnpluggedAndPluggedInAndNoneIsLost) {
   Session session = Begin("session");
-  Pull(session);
+  Unplug(session);
   const std::vector<std::string> before = CapturedLines(session.Log());
   const std::size_t readings = CapturedReadings(session.Log()).size();
-  // The program goes on working without it.
+  // The program keeps working without the beltpack.
   session.program->Choose({"Options", "RPN Display Base", "Hex"});
   EXPECT_TRUE(session.program->IsChecked({"Options", "RPN Display Base", "Hex"}));
   session.program->Choose({"Options", "RPN Display Base", "Decimal"});
@@ -104,7 +104,7 @@ TEST_F(LinkLossTest, AfterABeltpackIsPulledAndPluggedInTheReadingsGoOnAndNoneIsL
   ExpectNothingLost(session);
 }
 
-/// The question about a loss comes 45 seconds after the last sign of life, and at the next tick.
+/// The program asks about a loss at the first tick 45 seconds after it last heard the beltpack.
 class LinkLostTest : public LinkLossTest {
  protected:
   static constexpr Process::Duration kUntilAsked{70000};
@@ -133,7 +133,7 @@ class LinkLostTest : public LinkLossTest {
     return ::timegm(&time);
   }
 
-  /// Expects the question to name the time of the last reading, and to leave it to the user.
+  /// Expects the question to name the time of the last reading and to offer a report.
   void ExpectQuestion(const Session& session, const DesktopWindow& question) const {
     const std::regex form(
         "Lost Communications with Beltpack at ([-0-9]+ [:0-9]+)\r\n\r\n"
@@ -153,13 +153,13 @@ class LinkLostTest : public LinkLossTest {
   }
 };
 
-TEST_F(LinkLostTest, TheUserIsAskedAndNothingIsLostThatTheUserKeeps) {
+TEST_F(LinkLostTest, TheUserIsAskedAndWhatTheUserKeepsIsNotLost) {
   Session kept = Begin("kept");
   Session reported = Begin("reported");
   Session left = Begin("left");
-  Pull(kept);
-  Pull(reported);
-  Pull(left);
+  Unplug(kept);
+  Unplug(reported);
+  Unplug(left);
 
   const DesktopWindow question = Question(kept);
   ExpectQuestion(kept, question);
@@ -184,7 +184,7 @@ TEST_F(LinkLostTest, TheUserIsAskedAndNothingIsLostThatTheUserKeeps) {
   CliOutput({"replay", PathOf(reported.Trace()), "--report", PathOf("report.html")});
   EXPECT_EQ(report, Read("report.html"));
 
-  // A user who answers nothing keeps the results, and can leave.
+  // A user who closes the question keeps the results and can exit.
   const DesktopWindow unanswered = Question(left);
   left.program->RequestClose(unanswered);
   left.program->WaitUntilClosed(unanswered);

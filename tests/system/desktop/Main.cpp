@@ -4,7 +4,7 @@
 
 int main(int argumentCount, char** arguments) {
   ::testing::InitGoogleTest(&argumentCount, arguments);
-  // The message bus is read through the library's own loop.
+  // The message bus needs the library's application object.
   const QCoreApplication application(argumentCount, arguments);
   return RUN_ALL_TESTS();
 }

@@ -12,12 +12,12 @@ namespace {
 
 constexpr int kMostAntennas = 51;
 
-/// A beltpack that names every antenna of a full site as fast as it is asked.
-class HurriedBeltpack {
+/// A beltpack that reports every antenna of a full site as fast as it is polled.
+class FastBeltpack {
  public:
   const std::string& Device() const { return terminal_.Device(); }
 
-  /// Answers what has been asked; true when there was anything.
+  /// Answers the commands received so far; false if there were none.
   bool Answer() {
     const std::string commands = terminal_.ReadAll();
     if (commands.find("rfps\r") != std::string::npos && firstRpn_ < kMostAntennas) {
@@ -28,23 +28,23 @@ class HurriedBeltpack {
     return !commands.empty();
   }
 
-  bool HasNamedAll() const { return firstRpn_ == kMostAntennas; }
+  bool HasReportedAll() const { return firstRpn_ == kMostAntennas; }
 
  private:
-  /// As many as a report has room for.
+  /// As many as fit in a report.
   static constexpr int kNeighbours = 9;
 
   PseudoTerminal terminal_;
   int firstRpn_ = 1;
 };
 
-/// Sessions at a full site, each on a screen of its own, and what is done in the middle of their
-/// redraws. A tick sends its command as the redraw behind it lets events run; the program is held
-/// there until the user's act waits for it.
+/// Sessions at a full site, each on its own screen, whose user acts in the middle of a redraw. The
+/// redraw lets events run, so a tick sends its command then; the program is stopped there until the
+/// user's act is waiting for it.
 class RedrawTest : public DesktopSession {
  protected:
   struct Session {
-    std::unique_ptr<HurriedBeltpack> beltpack = std::make_unique<HurriedBeltpack>();
+    std::unique_ptr<FastBeltpack> beltpack = std::make_unique<FastBeltpack>();
     std::unique_ptr<VirtualScreen> screen;
     std::unique_ptr<DesktopProgram> program;
     std::function<void()> act;
@@ -60,7 +60,7 @@ class RedrawTest : public DesktopSession {
   static void AwaitFullGrids(std::vector<Session>& sessions) {
     constexpr Process::Duration kFill{40000};
     const auto isFull = [](const Session& session) {
-      return session.beltpack->HasNamedAll() && session.program->GridRows() == kMostAntennas + 1;
+      return session.beltpack->HasReportedAll() && session.program->GridRows() == kMostAntennas + 1;
     };
     DesktopProgram::Await(
         "grids of a full site",
@@ -73,15 +73,16 @@ class RedrawTest : public DesktopSession {
         kFill);
   }
 
-  /// Opens a menu with keys, or nothing, when the next redraw is to change every reading.
+  /// Changes the units, so that the next redraw changes every reading, then presses the keys that
+  /// open a menu, if any.
   static void Prepare(const Session& session, const std::vector<std::string>& keys) {
     session.program->Choose({"Options", "Display Format", "AA Sync Units"});
     session.program->Press(session.program->MainWindow(), keys);
     session.beltpack->Answer();
   }
 
-  /// Does what belongs to each session in the middle of its next redraw. The programs run in steps
-  /// much shorter than a redraw, and are looked at between them.
+  /// Runs the act of each session in the middle of its next redraw. The programs run in steps much
+  /// shorter than a redraw and are checked between steps.
   static void ActInRedraws(std::vector<Session>& sessions) {
     constexpr std::chrono::microseconds kStep{20};
     const auto deadline = std::chrono::steady_clock::now() + DesktopProgram::kPatience;
@@ -102,11 +103,11 @@ class RedrawTest : public DesktopSession {
         }
       }
     }
-    EXPECT_EQ(left, 0U) << "sessions that have sent no command";
+    EXPECT_EQ(left, 0U) << "sessions that sent no command";
   }
 };
 
-TEST_F(RedrawTest, TheProgramIsClosedAndClearedInItsMiddle) {
+TEST_F(RedrawTest, TheProgramCanBeClosedAndClearedDuringARedraw) {
   std::vector<Session> sessions;
   for (int count = 0; count < 3; ++count) {
     sessions.push_back(Begin());
@@ -120,7 +121,7 @@ TEST_F(RedrawTest, TheProgramIsClosedAndClearedInItsMiddle) {
   closed.act = [&closed, window = closed.program->MainWindow()] {
     closed.program->RequestClose(window);
   };
-  // "Exit" is the last entry of its menu, the clear command the first of its letter.
+  // "Exit" is the last entry of its menu; the clear command is the first with its letter.
   Prepare(left, {"alt+f", "Up"});
   left.act = [&left] { left.screen->Press({"Return"}); };
   Prepare(cleared, {"alt+f", "c"});

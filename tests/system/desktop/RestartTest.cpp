@@ -7,7 +7,7 @@
 namespace kelvara::test {
 namespace {
 
-/// A program that is killed in the middle of a capture, and started again.
+/// A program that is killed in the middle of a capture and started again.
 class RestartTest : public DesktopSession {
  protected:
   void ChoosePort(const DesktopProgram& program) const {
@@ -21,7 +21,7 @@ class RestartTest : public DesktopSession {
   }
 };
 
-TEST_F(RestartTest, SettingsAndReadingsOutliveAKill) {
+TEST_F(RestartTest, SettingsAndReadingsSurviveAKill) {
   SimulatedBeltpack beltpack(CliRequest({"simulate"}));
   const Arguments arguments = {"--com",           BeltpackAsPort(1), "--com",
                                BeltpackAsPort(4), "--raw",           PathOf("trace.txt")};
@@ -64,7 +64,7 @@ TEST_F(RestartTest, SettingsAndReadingsOutliveAKill) {
   ExpectCleanEnd(*program);
 
   EXPECT_EQ(Settings(), settings);
-  // Both files are gone on with.
+  // Both files are continued.
   const std::vector<std::string> after = CapturedReadings("log.txt");
   EXPECT_TRUE(std::equal(readings.begin(), readings.end(), after.begin()));
   EXPECT_NE(CapturedLines("log.txt").back().find(", Log To File Started"), std::string::npos);

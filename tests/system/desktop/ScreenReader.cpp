@@ -14,17 +14,17 @@ constexpr const char* kComponent = "org.a11y.atspi.Component";
 constexpr const char* kTable = "org.a11y.atspi.Table";
 constexpr const char* kText = "org.a11y.atspi.Text";
 
-// The states of a thing by their numbers.
+// The numbers of an item's states.
 constexpr unsigned kChecked = 4;
 constexpr unsigned kEnabled = 8;
 constexpr unsigned kShowing = 25;
 
 constexpr int kPatienceMs = 5000;
-constexpr unsigned kOfTheScreen = 0;
+constexpr unsigned kScreenCoordinates = 0;
 
 const QString kRoot = QStringLiteral("/org/a11y/atspi/accessible/root");
 
-/// The paths in an answer that names things, each by its program and its path.
+/// The paths in an answer that lists items, each as a program and a path.
 std::vector<QString> PathsIn(const QDBusArgument& answer) {
   std::vector<QString> paths;
   answer.beginArray();
@@ -40,8 +40,8 @@ std::vector<QString> PathsIn(const QDBusArgument& answer) {
   return paths;
 }
 
-/// Whether it is worth looking for a thing within another: a table has many cells, and menus hold
-/// entries and nothing else.
+/// Whether to search one role of item for another. A table has too many cells, and menus contain
+/// only entries.
 bool MayHold(const std::string& outer, const std::string& inner) {
   return outer != "table" && (outer != "menu bar" || inner == "menu item");
 }
@@ -125,7 +125,7 @@ std::vector<std::vector<std::string>> ScreenReader::Table(const ScreenItem& tabl
 }
 
 QRect ScreenReader::AreaOf(const ScreenItem& item) const {
-  const QVariantList answer = Call(item.path, kComponent, "GetExtents", {kOfTheScreen});
+  const QVariantList answer = Call(item.path, kComponent, "GetExtents", {kScreenCoordinates});
   QRect area;
   if (!answer.isEmpty()) {
     answer[0].value<QDBusArgument>() >> area;

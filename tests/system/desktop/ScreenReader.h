@@ -10,27 +10,26 @@
 
 namespace kelvara::test {
 
-/// One thing on the screen: a window, a field, a menu entry, a cell.
+/// An item on the screen: a window, a field, a menu entry or a cell.
 struct ScreenItem {
-  QString path;  ///< Where the program keeps it.
+  QString path;  ///< Its object path on the bus.
   std::string role;
   std::string name;
 };
 
-/// Reads what one program shows.
+/// Reads what one program shows, as a screen reader does.
 class ScreenReader {
  public:
   ScreenReader(const QDBusConnection& connection, const QString& program)
       : connection_(connection), program_(program) {}
 
-  /// Whether there is anyone who tells what is shown.
+  /// Whether the program exposes what it shows.
   bool IsAnswered() const;
 
-  /// The program's windows that can be seen.
+  /// The program's visible windows.
   std::vector<ScreenItem> Windows() const;
 
-  /// Everything of this role, and name where one is asked for, within another thing, the nearest
-  /// first.
+  /// All items within another that have this role and, if given, this name, the nearest first.
   std::vector<ScreenItem> FindAll(const ScreenItem& within, const std::string& role,
                                   const std::optional<std::string>& name = {}) const;
 
@@ -44,7 +43,7 @@ class ScreenReader {
   /// The texts of a table's cells, row by row.
   std::vector<std::vector<std::string>> Table(const ScreenItem& table) const;
 
-  /// Where it is on the screen, in pixels.
+  /// The item's area on the screen, in pixels.
   QRect AreaOf(const ScreenItem& item) const;
 
   bool IsShowing(const ScreenItem& item) const;

@@ -5,10 +5,10 @@
 namespace kelvara::test {
 namespace {
 
-/// The program finds a file of its own in a condition that it did not leave it in.
+/// Starts the program with one of its own files damaged or missing.
 class DesktopStartUpFilesTest : public DesktopSession {
  protected:
-  /// Expects the link to have started, without a word, and the menus to work.
+  /// Expects the link to start without any message, and the menus to work.
   static void ExpectUsable(const DesktopProgram& program, const SimulatedBeltpack& beltpack) {
     DesktopProgram::Await("the link's start", [&] { return Holds(program, beltpack.Device()); });
     program.MainWindow();
@@ -33,7 +33,7 @@ TEST_F(DesktopStartUpFilesTest, BrokenSettingsAreSetAsideAndTheLinkStarts) {
   EXPECT_EQ(Read(std::string(kSettingsFile) + ".broken-1"), broken);
 }
 
-TEST_F(DesktopStartUpFilesTest, HelpThatIsMissingIsToldWithItsPath) {
+TEST_F(DesktopStartUpFilesTest, MissingHelpIsReportedWithItsPath) {
   std::filesystem::remove_all(PathOf("bin/Help"));
   SimulatedBeltpack beltpack(CliRequest({"simulate"}));
   auto program = Start({"--com", BeltpackAsPort(1)});
@@ -46,7 +46,7 @@ TEST_F(DesktopStartUpFilesTest, HelpThatIsMissingIsToldWithItsPath) {
   program->Press(message, {"Return"});
   program->WaitUntilClosed(message);
   EXPECT_FALSE(Exists("opened.txt"));
-  // What is put back is found without another start.
+  // Restored help is found without a restart.
   Write("bin/Help/index.htm", "");
   program->Press(program->MainWindow(), {"F1"});
   DesktopProgram::Await("the opened page", [&] { return Exists("opened.txt"); });

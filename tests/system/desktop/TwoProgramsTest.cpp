@@ -6,10 +6,10 @@
 namespace kelvara::test {
 namespace {
 
-/// Two desktop programs of one user, each on a screen and with hands of its own.
+/// Two desktop programs with the same settings, each on its own screen.
 class TwoDesktopsTest : public DesktopTest {
  protected:
-  /// An option of two values, and what they are stored as.
+  /// An option with two values, and the lines that store them.
   struct Option {
     std::string group;
     std::array<std::string, 2> entries;
@@ -56,7 +56,7 @@ class TwoDesktopsTest : public DesktopTest {
   std::unique_ptr<DesktopProgram> second;
 };
 
-TEST_F(TwoDesktopsTest, ChangingSettingsInTurnKeepEachOthersKeys) {
+TEST_F(TwoDesktopsTest, ChangingSettingsInTurnKeepsTheOtherProgramsKeys) {
   Choose(*first, kFps, 0);
   Choose(*second, kRpn, 0);
   Choose(*first, kLog, 0);
@@ -65,7 +65,7 @@ TEST_F(TwoDesktopsTest, ChangingSettingsInTurnKeepEachOthersKeys) {
   EXPECT_EQ(Settings(),
             "[Settings]\nComPort=3\nFPSDisplay=False\nRPNUnits=0\nDisplayLog=True\n\n"
             "[Ports]\nCOM3=/dev/ttyS3\n");
-  // What one program has stored is no option of the other until that is started again.
+  // A program sees options stored by the other only after a restart.
   EXPECT_TRUE(first->IsChecked({"Options", "Display FPS", "On"}));
   EXPECT_FALSE(second->IsChecked({"Options", "Display Log", "On"}));
   ExpectCleanEnds();

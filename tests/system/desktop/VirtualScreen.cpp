@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::uint32_t kMostBytes = 4096;
 
-/// An answer of the screen; it is freed with it.
+/// Owns a reply of the screen, which is freed with the pointer.
 template <typename Answer>
 std::unique_ptr<Answer, decltype(&std::free)> Owned(Answer* answer) {
   return {answer, &std::free};
@@ -45,16 +45,16 @@ xcb_window_t VirtualScreen::RootOf(xcb_connection_t* connection) {
 
 std::vector<DesktopWindow> VirtualScreen::WindowsOf(pid_t program) const {
   std::vector<DesktopWindow> windows;
-  for (const xcb_window_t window : Seen(program, false)) {
+  for (const xcb_window_t window : Visible(program, false)) {
     windows.push_back({window, Property(window, Atom("_NET_WM_NAME")),
                        !Property(window, XCB_ATOM_WM_TRANSIENT_FOR).empty()});
   }
   return windows;
 }
 
-bool VirtualScreen::ShowsMenuOf(pid_t program) const { return !Seen(program, true).empty(); }
+bool VirtualScreen::ShowsMenuOf(pid_t program) const { return !Visible(program, true).empty(); }
 
-std::vector<xcb_window_t> VirtualScreen::Seen(pid_t program, bool menus) const {
+std::vector<xcb_window_t> VirtualScreen::Visible(pid_t program, bool menus) const {
   const auto tree = Owned(
       xcb_query_tree_reply(connection_.get(), xcb_query_tree(connection_.get(), root_), nullptr));
   if (!tree) {
@@ -66,14 +66,14 @@ std::vector<xcb_window_t> VirtualScreen::Seen(pid_t program, bool menus) const {
     std::uint32_t owner = 0;
     const std::string ownerBytes = Property(children[i], Atom("_NET_WM_PID"));
     std::memcpy(&owner, ownerBytes.data(), std::min(sizeof owner, ownerBytes.size()));
-    if (owner == static_cast<std::uint32_t>(program) && IsSeen(children[i], menus)) {
+    if (owner == static_cast<std::uint32_t>(program) && IsVisible(children[i], menus)) {
       windows.push_back(children[i]);
     }
   }
   return windows;
 }
 
-bool VirtualScreen::IsSeen(xcb_window_t window, bool menus) const {
+bool VirtualScreen::IsVisible(xcb_window_t window, bool menus) const {
   const auto attributes = Owned(xcb_get_window_attributes_reply(
       connection_.get(), xcb_get_window_attributes(connection_.get(), window), nullptr));
   return attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE &&
@@ -82,7 +82,7 @@ bool VirtualScreen::IsSeen(xcb_window_t window, bool menus) const {
 
 void VirtualScreen::Focus(xcb_window_t window) const {
   xcb_set_input_focus(connection_.get(), XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
-  // The keys that follow come by another road, and are not to overtake this.
+  // Waits for a reply, as the keys that follow use another connection and must not come first.
   Owned(xcb_get_input_focus_reply(connection_.get(), xcb_get_input_focus(connection_.get()),
                                   nullptr));
 }
@@ -105,18 +105,18 @@ void VirtualScreen::Press(const std::vector<std::string>& keys) const {
   }
   std::vector<std::string> arguments = {"key"};
   arguments.insert(arguments.end(), keys.begin(), keys.end());
-  Hands(arguments);
+  SendInput(arguments);
 }
 
-void VirtualScreen::Type(const std::string& text) const { Hands({"type", "--", text}); }
+void VirtualScreen::Type(const std::string& text) const { SendInput({"type", "--", text}); }
 
 void VirtualScreen::Click(QPoint place, int button) const {
-  Hands({"mousemove", std::to_string(place.x()), std::to_string(place.y()), "click",
-         std::to_string(button)});
+  SendInput({"mousemove", std::to_string(place.x()), std::to_string(place.y()), "click",
+             std::to_string(button)});
 }
 
 void VirtualScreen::PointAt(QPoint place) const {
-  Hands({"mousemove", std::to_string(place.x()), std::to_string(place.y())});
+  SendInput({"mousemove", std::to_string(place.x()), std::to_string(place.y())});
 }
 
 void VirtualScreen::Resize(xcb_window_t window, QSize size) const {
@@ -133,7 +133,7 @@ QRect VirtualScreen::AreaOf(xcb_window_t window) const {
   if (!place) {
     throw std::runtime_error("the window is gone");
   }
-  // Nothing manages the windows, so that none has a frame.
+  // Without a window manager no window has a frame.
   return {place->x, place->y, place->width, place->height};
 }
 
@@ -146,7 +146,7 @@ std::string VirtualScreen::Picture(QRect area) const {
                     static_cast<std::uint16_t>(area.height()), ~std::uint32_t{0}),
       nullptr));
   if (!image) {
-    throw std::runtime_error("that is no part of the screen");
+    throw std::runtime_error("the area is not on the screen");
   }
   return {reinterpret_cast<const char*>(xcb_get_image_data(image.get())),
           static_cast<std::size_t>(xcb_get_image_data_length(image.get()))};
@@ -182,14 +182,14 @@ std::string VirtualScreen::Property(xcb_window_t window, xcb_atom_t property) co
           static_cast<std::size_t>(xcb_get_property_value_length(value.get()))};
 }
 
-void VirtualScreen::Hands(const std::vector<std::string>& arguments) const {
+void VirtualScreen::SendInput(const std::vector<std::string>& arguments) const {
   ProcessRequest request;
   request.arguments = {KELVARA_XDOTOOL};
   request.arguments.insert(request.arguments.end(), arguments.begin(), arguments.end());
   request.environment = {{"PATH", "/usr/bin:/bin"}, {"DISPLAY", name_}};
   const ProcessResult result = RunProcess(request);
   if (result.exitCode != 0) {
-    throw std::runtime_error("the user's hands are tied: " + result.errors);
+    throw std::runtime_error("input cannot be sent: " + result.errors);
   }
 }
 

@@ -12,15 +12,15 @@
 
 namespace kelvara::test {
 
-/// A window as its desktop knows it.
+/// A window as the desktop sees it.
 struct DesktopWindow {
   xcb_window_t id;
   std::string title;
-  bool isDialog;  ///< It stands over another window.
+  bool isDialog;  ///< Whether it belongs to another window.
 };
 
-/// A screen of the test's own that nobody sees, with the hands of its user. Nothing manages its
-/// windows: they stand where their program puts them.
+/// A virtual screen with a keyboard and a pointer. It has no window manager: windows stay where
+/// their program puts them.
 class VirtualScreen {
  public:
   explicit VirtualScreen(const std::string& folder);
@@ -28,25 +28,25 @@ class VirtualScreen {
   VirtualScreen& operator=(const VirtualScreen&) = delete;
 
   static constexpr QSize kSize{1280, 1024};
-  /// Where a pointer is in nobody's way.
+  /// Where the pointer is over no window.
   static constexpr QPoint kCorner{kSize.width() - 1, kSize.height() - 1};
 
-  /// What a program is to be told as its display.
+  /// The display name to give to a program.
   const std::string& Name() const { return name_; }
 
-  /// The windows of a program that can be seen, menus and tool tips left out.
+  /// The visible windows of a program, without menus and tool tips.
   std::vector<DesktopWindow> WindowsOf(pid_t program) const;
 
-  /// Whether a menu or a tool tip of a program can be seen.
+  /// Whether a menu or a tool tip of a program is visible.
   bool ShowsMenuOf(pid_t program) const;
 
-  /// Gives the keyboard to a window.
+  /// Gives the keyboard focus to a window.
   void Focus(xcb_window_t window) const;
 
-  /// Asks a window to close, as the box in its frame does.
+  /// Asks a window to close, as the close button of its frame does.
   void RequestClose(xcb_window_t window) const;
 
-  /// Presses keys one after the other, by the names that they have for the desktop: "alt+f", "Tab".
+  /// Presses keys one after another, given by name: "alt+f", "Tab".
   void Press(const std::vector<std::string>& keys) const;
 
   void Type(const std::string& text) const;
@@ -56,13 +56,13 @@ class VirtualScreen {
 
   void Resize(xcb_window_t window, QSize size) const;
 
-  /// Where a window is on the screen, in pixels.
+  /// A window's area on the screen, in pixels.
   QRect AreaOf(xcb_window_t window) const;
 
-  /// The colours of a part of the screen, four bytes for each pixel.
+  /// The colours of an area of the screen, four bytes a pixel.
   std::string Picture(QRect area) const;
 
-  /// Writes a part of the screen to a file, whose suffix says in which format.
+  /// Saves an area of the screen to a file, in the format given by its suffix.
   void SavePicture(QRect area, const std::string& path) const;
 
  private:
@@ -74,10 +74,10 @@ class VirtualScreen {
   static xcb_window_t RootOf(xcb_connection_t* connection);
   xcb_atom_t Atom(const std::string& name) const;
   std::string Property(xcb_window_t window, xcb_atom_t property) const;
-  /// The windows of a program that can be seen: menus and tool tips, or all others.
-  std::vector<xcb_window_t> Seen(pid_t program, bool menus) const;
-  bool IsSeen(xcb_window_t window, bool menus) const;
-  void Hands(const std::vector<std::string>& arguments) const;
+  /// The visible windows of a program: either menus and tool tips, or all others.
+  std::vector<xcb_window_t> Visible(pid_t program, bool menus) const;
+  bool IsVisible(xcb_window_t window, bool menus) const;
+  void SendInput(const std::vector<std::string>& arguments) const;
 
   Process server_;
   std::string name_;

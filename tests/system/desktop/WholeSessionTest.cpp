@@ -21,7 +21,7 @@ class WholeSessionTest : public DesktopSession {
     program->Choose({"Options", "Display FPS", "On"});
   }
 
-  /// Chooses a file by its whole name in a file chooser.
+  /// Chooses a file in a file chooser by typing its full path.
   void ChooseFile(const std::string& title, const std::string& button,
                   const std::string& name) const {
     const DesktopWindow chooser = program->Open(title);
@@ -40,7 +40,7 @@ class WholeSessionTest : public DesktopSession {
     program->WaitUntilClosed(dialog);
   }
 
-  /// Lets the beltpack answer so many commands, and then waits until the grid has been drawn again.
+  /// Lets the beltpack answer `count` commands, then waits until the grid has been redrawn.
   void TakeReports(std::size_t count) {
     beltpack.WaitForCommands(count);
     beltpack.SetFault("silent:always");
@@ -72,7 +72,7 @@ class WholeSessionTest : public DesktopSession {
     }
   }
 
-  /// Expects the log to be the last readings of the trace, in whole lines behind the start.
+  /// Expects the log to be its start entry and the last readings of the trace, in complete lines.
   void ExpectLogOfTrace(const std::string& log) const {
     const std::vector<std::string> lines = CapturedLines(log);
     ASSERT_FALSE(lines.empty());
@@ -94,10 +94,10 @@ class WholeSessionTest : public DesktopSession {
   std::unique_ptr<DesktopProgram> program;
 };
 
-/// What stands behind the first line, in which the time stands.
+/// The text after the first line, which contains the time.
 std::string WithoutFirstLine(const std::string& text) { return text.substr(text.find('\n')); }
 
-TEST_F(WholeSessionTest, TheGridFillsALogIsCapturedAndTheReportIsTrue) {
+TEST_F(WholeSessionTest, TheGridFillsTheLogIsCapturedAndTheReportIsCorrect) {
   ChooseOptions();
   CaptureToChosenFile("readings.txt");
   TakeReports(3);

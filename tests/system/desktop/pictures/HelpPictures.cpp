@@ -11,7 +11,7 @@ namespace {
 
 using std::chrono::seconds;
 
-/// Until the demo's beltpack has been with each of its antennas.
+/// How long the demo's beltpack takes to visit each of its antennas.
 constexpr seconds kWalk{200};
 
 constexpr const char* kMain = "Kelvara";
@@ -22,24 +22,24 @@ constexpr const char* kSettings =
 constexpr const char* kFields =
     "Harbour Theatre, Sampleford\r\nR. Marlow\r\n 1 \r\nAll antennas on, doors closed.\r\n";
 
-/// A file or folder that the caller of the program names.
-std::string Named(const char* name) {
+/// A path given by the calling script in an environment variable.
+std::string PathFrom(const char* name) {
   const char* const path = std::getenv(name);
   if (path == nullptr) {
-    throw std::runtime_error("started by scripts/help-pictures");
+    throw std::runtime_error("run this through scripts/help-pictures");
   }
   return path;
 }
 
-/// Makes the pictures of the help pages, on a screen with nothing else on it.
+/// Makes the pictures of the help pages on an otherwise empty screen.
 class HelpPictures : public DesktopTest {
  protected:
   HelpPictures() { screen->PointAt(VirtualScreen::kCorner); }
 
   void Save(QRect area, const std::string& name) const {
-    // Until what has just come up is painted.
+    // Waits until a new window is painted.
     std::this_thread::sleep_for(std::chrono::milliseconds(500));
-    const std::string path = Named("KELVARA_PICTURES") + "/" + name + ".png";
+    const std::string path = PathFrom("KELVARA_PICTURES") + "/" + name + ".png";
     screen->SavePicture(area, path);
     std::cout << path << std::endl;
   }
@@ -48,7 +48,7 @@ class HelpPictures : public DesktopTest {
     Save(screen->AreaOf(window.id), name);
   }
 
-  /// Opens a window by keys in the main window.
+  /// Opens a window by pressing keys in the main window.
   static DesktopWindow Show(const DesktopProgram& program, const std::vector<std::string>& keys,
                             const std::string& title) {
     program.Press(program.MainWindow(), keys);
@@ -66,7 +66,7 @@ class HelpPictures : public DesktopTest {
     Close(program, window);
   }
 
-  /// Every window that needs no readings.
+  /// Saves every window that does not need readings.
   void SaveWindows(const DesktopProgram& program) const {
     Save(program.MainWindow(), "main-start");
     SaveAndClose(program, Show(program, {"alt+f", "s"}, "Select Serial Port"), "port-dialog");
@@ -79,12 +79,12 @@ class HelpPictures : public DesktopTest {
     SaveAndClose(program, converter, "converter");
     SaveAndClose(program, Show(program, {"alt+h", "a"}, "About Kelvara"), "about");
     const DesktopWindow debug = Show(program, {"alt+o", "Up", "Right", "o"}, "Kelvara Debug");
-    // Until a report has come.
+    // Waits for a report.
     std::this_thread::sleep_for(seconds(7));
     SaveAndClose(program, debug, "debug");
   }
 
-  /// The filled grid, and the windows over it.
+  /// Saves the filled grid and the windows that need readings.
   void SaveResults(const DesktopProgram& program) const {
     const DesktopWindow window = program.MainWindow();
     Save(window, "main");
@@ -100,19 +100,19 @@ class HelpPictures : public DesktopTest {
   }
 
   void WriteReport(const DesktopProgram& program) const {
-    // Without the FPS the report is short enough to be seen whole.
+    // Without the FPS the whole report fits into the picture.
     program.Press(program.MainWindow(), {"alt+o", "s", "f"});
     const DesktopWindow dialog = Show(program, {"alt+t", "g"}, "Generate Reoprt");
     program.FillIn(dialog, "File", PathOf("report.html"));
     program.Press(dialog, {"Return"});
     program.WaitUntilClosed(dialog);
-    const std::string path = Named("KELVARA_PICTURED_REPORT");
+    const std::string path = PathFrom("KELVARA_PICTURED_REPORT");
     std::filesystem::copy(PathOf("report.html"), path,
                           std::filesystem::copy_options::overwrite_existing);
   }
 };
 
-TEST_F(HelpPictures, OfAPortThatIsNotThere) {
+TEST_F(HelpPictures, ShowAMissingPort) {
   const auto program = Start({"--com", "1=/dev/ttyUSB0"});
   const DesktopWindow message = program->Open(kMain);
   Save(program->MainWindow(), "could-not-open");
@@ -120,7 +120,7 @@ TEST_F(HelpPictures, OfAPortThatIsNotThere) {
   Save(program->Open("Select Serial Port"), "port-absent");
 }
 
-TEST_F(HelpPictures, OfASessionWithTheBuiltInBeltpack) {
+TEST_F(HelpPictures, ShowASessionWithTheBuiltInBeltpack) {
   Write(kSettingsFile, kSettings);
   Write("bin/rfields.ds", kFields);
   const auto program = Start({"--demo"});

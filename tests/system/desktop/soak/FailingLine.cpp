@@ -14,14 +14,14 @@ void FailingLine::Turn() {
     return;
   }
   if (isFailing_) {
-    Mend();
+    Repair();
     LeaveFor(5, 30);
   } else {
     Fail();
   }
 }
 
-void FailingLine::Mend() {
+void FailingLine::Repair() {
   if (isUnplugged_) {
     beltpack_.Plug();
   }
@@ -31,7 +31,7 @@ void FailingLine::Mend() {
 }
 
 void FailingLine::Fail() {
-  // Beside the faults of the line's own, which begin behind "none".
+  // The line's own faults come after "none"; two more kinds follow.
   const int faults = static_cast<int>(sim::kLineFaultNames.size()) - 1;
   const int kind = Between(1, faults + 2);
   std::string name;

@@ -9,18 +9,18 @@
 
 namespace kelvara::test {
 
-/// A beltpack whose line goes wrong, and is sound again, from time to time.
+/// A beltpack line that fails and recovers from time to time.
 class FailingLine {
  public:
   FailingLine(SimulatedBeltpack& beltpack, std::mt19937& chance);
 
-  /// Begins or ends a fault when its time has come.
+  /// Starts or ends a fault when it is due.
   void Turn();
 
-  /// Ends whatever fault there is.
-  void Mend();
+  /// Ends the current fault, if any.
+  void Repair();
 
-  /// How often each fault has begun.
+  /// How often each fault has started.
   const std::map<std::string, int>& Counts() const { return counts_; }
 
  private:

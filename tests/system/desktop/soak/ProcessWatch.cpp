@@ -21,7 +21,7 @@ void ProcessWatch::Look() {
   next_ = Clock::now() + kInterval;
   ProcessSample sample{Kilobytes(), 0, 0};
   for (const fs::directory_entry& handle : fs::directory_iterator(process_ + "/fd")) {
-    // One that has been closed since leads nowhere.
+    // A handle closed in the meantime cannot be read.
     std::error_code ignored;
     ++(IsFile(fs::read_symlink(handle, ignored).string()) ? sample.files : sample.handles);
   }

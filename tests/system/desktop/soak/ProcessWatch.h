@@ -8,22 +8,22 @@
 
 namespace kelvara::test {
 
-/// What a process held at one moment.
+/// The resources of a process at one moment.
 struct ProcessSample {
-  int kilobytes;  ///< Its memory.
-  int files;      ///< The port, its lock and what is written to, open at some moments only.
+  int kilobytes;  ///< Resident memory.
+  int files;      ///< The port, its lock and output files; not all are open all the time.
   int handles;    ///< All other handles.
 };
 
-/// What a process held over time.
+/// Samples the resources of a process over time.
 class ProcessWatch {
  public:
   using Samples = std::vector<ProcessSample>;
 
-  /// Counts the files of `folder`, and the serial ports with their locks, apart.
+  /// Counts files in `folder`, serial ports and their locks apart from other handles.
   ProcessWatch(pid_t process, std::string folder);
 
-  /// Looks at the process every five seconds; throws when it has ended.
+  /// Takes a sample if the last is five seconds old. Throws if the process has ended.
   void Look();
 
   const Samples& All() const { return samples_; }

@@ -56,7 +56,7 @@ void RestlessUser::Act() { Do(OneOf(Actions())); }
 void RestlessUser::Do(const Action& action) {
   AnswerBoxes();
   if (needsLog_) {
-    // Stops the capture where one is running.
+    // Stops the capture if one is running.
     PressInMenus({"alt+t", "l", "s"});
     AnswerBoxes();
     StartLog();
@@ -77,7 +77,7 @@ void RestlessUser::AnswerBoxes() {
     if (windows.empty()) {
       return;
     }
-    // However the port window ends, the link starts again, and the capture with it.
+    // However the port window is closed, the link restarts, and the capture with it.
     needsLog_ = needsLog_ || windows.front().title == kPorts;
     Note("answer " + windows.front().title);
     program_.Press(windows.front(),
@@ -173,7 +173,7 @@ void RestlessUser::PointAtTheGrid() {
 
 void RestlessUser::PressInMenus(const std::vector<std::string>& keys) const {
   const DesktopWindow window = program_.MainWindow();
-  // A menu may still be open; keys that come while it is closing go with it.
+  // A menu may still be open; keys pressed while it closes are lost.
   DesktopProgram::Await("the end of a menu", [&] {
     const bool isOpen = screen_.ShowsMenuOf(program_.Id());
     if (isOpen) {

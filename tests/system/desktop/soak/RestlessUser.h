@@ -10,28 +10,28 @@
 
 namespace kelvara::test {
 
-/// A user who tries everything, again and again, by keys and with the mouse.
+/// A user who keeps trying everything, with keys and the mouse.
 class RestlessUser {
  public:
-  /// Draws what is done from `chance`, and writes each step to `journal`.
+  /// Picks actions with `chance` and writes each step to `journal`.
   RestlessUser(const VirtualScreen& screen, const DesktopProgram& program, std::mt19937& chance,
                std::ostream& journal);
 
-  /// Does everything once.
+  /// Performs every action once.
   void ActAll();
 
-  /// Does one thing.
+  /// Performs one action.
   void Act();
 
-  /// Closes all windows but the main window.
+  /// Closes all windows except the main window.
   void AnswerBoxes();
 
-  /// Starts a capture to the next log.
+  /// Starts a capture to a new log.
   void StartLog();
 
   void Exit() const;
 
-  /// How often each thing has been done.
+  /// How often each action was performed.
   const std::map<std::string, int>& Counts() const { return counts_; }
 
   /// The names of the logs in the order in which they were started.
@@ -47,7 +47,7 @@ class RestlessUser {
   };
   static const std::vector<Action>& Actions();
 
-  /// Closes all windows but the main window before and after an action.
+  /// Performs an action, and closes all windows except the main window before and after it.
   void Do(const Action& action);
   void Convert();
   void LookAtTheLine();
@@ -64,15 +64,15 @@ class RestlessUser {
   void AskForHelp();
   void PointAtTheGrid();
 
-  /// Presses keys in the main window, whose menus they open.
+  /// Presses keys that open menus of the main window.
   void PressInMenus(const std::vector<std::string>& keys) const;
   void Enter(const DesktopWindow& window, const std::string& text) const;
-  /// Waits for a window of one of the titles. False when the user is asked about a loss instead.
+  /// Waits for a window with one of the titles. False if the question about a loss opens instead.
   bool Opens(const std::vector<std::string>& titles, DesktopWindow& window);
   void Note(const std::string& step);
 
   int Between(int least, int most);
-  /// One of several, each as likely as the others.
+  /// One of several values, all equally likely.
   template <typename Value>
   const Value& OneOf(const std::vector<Value>& values) {
     return values[static_cast<std::size_t>(Between(0, static_cast<int>(values.size()) - 1))];

@@ -19,7 +19,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// What the caller of the program asks for; empty when it asks for nothing.
+/// A value given by the calling script in an environment variable; empty if there is none.
 std::string Asked(const char* name) {
   const char* const text = std::getenv(name);
   return text == nullptr ? "" : text;
@@ -47,7 +47,7 @@ std::vector<int> Values(const ProcessWatch::Samples& samples, int ProcessSample:
   return values;
 }
 
-/// Whether each run is a part of the whole, one behind the other.
+/// Whether the runs occur in the whole, one after another.
 bool AreRuns(const std::vector<std::vector<std::string>>& runs,
              const std::vector<std::string>& whole) {
   auto at = whole.begin();
@@ -61,14 +61,14 @@ bool AreRuns(const std::vector<std::vector<std::string>>& runs,
   return true;
 }
 
-/// A program that is left to a restless user and a failing line for minutes or hours. What must
-/// hold then is printed with what was seen.
+/// Leaves the program to a restless user and a failing line for minutes or hours, then prints what
+/// must hold together with what was measured.
 class SoakTest : public DesktopSession {
  protected:
   static constexpr const char* kTrace = "line.trace";
   static constexpr const char* kErrors = "errors.txt";
   static constexpr int kMostGrowthKilobytes = 2048;
-  /// The port and its lock, the log, the trace, the standard error and one file being written.
+  /// The port and its lock, the log, the trace, standard error, and files being written.
   static constexpr int kMostFiles = 7;
 
   void TearDown() override {
@@ -88,8 +88,8 @@ class SoakTest : public DesktopSession {
     EXPECT_TRUE(holds) << what;
   }
 
-  /// How the program is started: without the aids of a blind user, which would read along, and with
-  /// its remarks in a file, since nobody reads them for hours.
+  /// The request that starts the program without a screen reader's bus, which would add to its
+  /// memory, and with standard error in a file, as nothing reads a pipe for hours.
   ProcessRequest SoakRequest() const {
     ProcessRequest request = Request({"--com", BeltpackAsPort(1), "--raw", PathOf(kTrace)});
     request.environment["DBUS_SESSION_BUS_ADDRESS"] = "disabled:";
@@ -102,7 +102,7 @@ class SoakTest : public DesktopSession {
     std::istringstream errors(Read(kErrors));
     std::string complaints;
     for (std::string line; std::getline(errors, line);) {
-      // The debug window shows garbled text as it comes, and the fonts' library remarks on its
+      // The debug window shows garbled text unchanged, and the font library warns about its
       // letters.
       if (line.find("OpenType support missing") == std::string::npos) {
         complaints += line + "\n";
@@ -111,13 +111,13 @@ class SoakTest : public DesktopSession {
     Check(complaints.empty(), "the program complained of nothing " + complaints);
   }
 
-  /// The handles of a quarter at rest.
+  /// The number of handles at rest in a quarter.
   static int FewestHandles(const ProcessWatch& watch, std::size_t quarter) {
     const std::vector<int> handles = Values(watch.Quarter(quarter), &ProcessSample::handles);
     return *std::min_element(handles.begin(), handles.end());
   }
 
-  /// Gives threads that have nothing more to do the time to end, which is half a minute.
+  /// Waits for idle threads to end, which takes half a minute.
   static void LetThreadsEnd(ProcessWatch& watch) {
     constexpr std::chrono::seconds kLimit{40};
     const int before = FewestHandles(watch, 1);
@@ -149,7 +149,7 @@ class SoakTest : public DesktopSession {
               " in the last; port and files: " + std::to_string(mostFiles) + " at most");
   }
 
-  /// The phases of a log's readings; units and bases may have changed on the way.
+  /// The phases of a log's readings, without the RPNs: their base may have changed.
   std::vector<std::string> Phases(const std::string& log) const {
     std::vector<std::string> phases;
     for (const std::string& reading : CapturedReadings(log)) {
@@ -205,7 +205,7 @@ class SoakTest : public DesktopSession {
 TEST_F(SoakTest, NothingIsLostAndNothingGrowsUnderARestlessUserAndAFailingLine) {
   const std::string minutes = Asked("KELVARA_SOAK_MINUTES");
   const std::string seed = Asked("KELVARA_SOAK_SEED");
-  ASSERT_FALSE(minutes.empty() || seed.empty()) << "started by scripts/soak";
+  ASSERT_FALSE(minutes.empty() || seed.empty()) << "run this through scripts/soak";
   const auto end = std::chrono::steady_clock::now() +
                    std::chrono::seconds(static_cast<int>(std::stod(minutes) * 60));
   const auto number = static_cast<unsigned>(std::stoul(seed));
@@ -213,14 +213,14 @@ TEST_F(SoakTest, NothingIsLostAndNothingGrowsUnderARestlessUserAndAFailingLine) 
   std::mt19937 chanceOfLine(number + 1);
   SimulatedBeltpack beltpack(CliRequest({"simulate", "--seed", seed}));
   DesktopProgram program(*screen, *bus, SoakRequest());
-  // Opened behind the program, which would inherit it.
+  // Opened after the program has started, which would inherit it.
   std::ofstream journal(PathOf("actions.txt"));
   RestlessUser user(*screen, program, chanceOfUser, journal);
   FailingLine line(beltpack, chanceOfLine);
   ProcessWatch watch(program.Id(), folder.Path());
   try {
     user.StartLog();
-    // What is shown for the first time takes memory and handles that it keeps.
+    // Anything shown for the first time takes memory and handles that are kept.
     user.ActAll();
     while (std::chrono::steady_clock::now() < end) {
       user.Act();
@@ -228,14 +228,14 @@ TEST_F(SoakTest, NothingIsLostAndNothingGrowsUnderARestlessUserAndAFailingLine) 
       watch.Look();
       std::this_thread::sleep_for(std::chrono::milliseconds(500));
     }
-    line.Mend();
+    line.Repair();
     user.AnswerBoxes();
     watch.Look();
     LetThreadsEnd(watch);
     user.Exit();
   } catch (...) {
     screen->SavePicture({QPoint(0, 0), VirtualScreen::kSize}, PathOf("screen.png"));
-    std::cout << "The program's own remarks:\n" << Read(kErrors);
+    std::cout << "The program's standard error:\n" << Read(kErrors);
     throw;
   }
   const ProcessResult result = program.Finish(DesktopProgram::kPatience);

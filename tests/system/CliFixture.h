@@ -9,9 +9,9 @@
 
 namespace kelvara::test {
 
-/// A fresh folder for what a test does outside of its fixture, and the built kelvara-cli to run
-/// there, in the C locale and in UTC.
-class CliRoom {
+/// A fresh folder and requests that run the built kelvara-cli in it, in the C locale and in UTC,
+/// for tests that need several folders or prepare one outside the test body.
+class CliFixture {
  public:
   ProcessRequest Request(const std::vector<std::string>& arguments) const {
     ProcessRequest request;

@@ -12,7 +12,7 @@
 
 namespace kelvara::test {
 
-/// A user who waits for a message box, reads it and presses one of its buttons.
+/// Waits for a message box, records what it shows and presses one of its buttons.
 class BoxAnswer {
  public:
   /// `whileOpen` runs before the button is pressed.
@@ -44,7 +44,7 @@ class BoxAnswer {
 
   QMessageBox::StandardButton button_;
   std::function<void()> whileOpen_;
-  // The last member: it looks for the box at once.
+  // The last member, since it starts looking for the box immediately.
   WhenShown whenShown_;
 };
 

@@ -15,15 +15,14 @@
 
 namespace kelvara::test {
 
-/// Whom a child process runs as: the test's own user, or one without any rights. An ordinary user
-/// cannot become another one; the child then stays the same.
+/// The user that a child process runs as: the test's own, or one without any rights. Only the
+/// superuser can become another user; otherwise the child's user stays the same.
 enum class RunAs { Same, Nobody };
 
 /// A second process for the part of a test that needs one.
 class ChildProcess {
  public:
-  /// Runs `work` in the child. `work` may report through the function that it is given; the child
-  /// ends when it returns.
+  /// Runs in the child, which ends when it returns. It reports lines through `report`.
   using Work = std::function<void(const std::function<void(const std::string&)>& report)>;
 
   explicit ChildProcess(const Work& work, RunAs user = RunAs::Same) {
@@ -46,7 +45,7 @@ class ChildProcess {
 
   pid_t Id() const { return process_; }
 
-  /// The next line that the child reports, without its line end; empty when it has ended.
+  /// The next line that the child reports, without the line end; empty if the child has ended.
   std::string ReadLine() {
     std::string line;
     char character = 0;
@@ -56,14 +55,14 @@ class ChildProcess {
     return line;
   }
 
-  /// Waits until it ends by itself.
+  /// Waits until the child ends by itself.
   void Wait() {
     if (process_ > 0) {
       ::waitpid(std::exchange(process_, 0), nullptr, 0);
     }
   }
 
-  /// Ends it without a chance to tidy up.
+  /// Ends the child with no chance to clean up.
   void Kill() {
     if (process_ > 0) {
       ::kill(process_, SIGKILL);
@@ -96,7 +95,7 @@ class ChildProcess {
   int pipe_ = -1;
 };
 
-/// What one run of `work` in a child process reports first.
+/// Runs `work` in a child process and returns its first report.
 inline std::string ReportOfChild(const ChildProcess::Work& work, RunAs user = RunAs::Same) {
   ChildProcess child(work, user);
   std::string report = child.ReadLine();

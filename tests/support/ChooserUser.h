@@ -11,8 +11,8 @@
 
 namespace kelvara::test {
 
-/// A user who waits for the file chooser, looks at it, types a name and presses Enter, or Esc where
-/// the name is empty.
+/// Waits for the file chooser, records what it shows, types a name and presses Enter, or Esc if the
+/// name is empty.
 class ChooserUser {
  public:
   explicit ChooserUser(std::string name)
@@ -41,13 +41,13 @@ class ChooserUser {
       return;
     }
     Fill(nameBox, name_);
-    // A list of completions that has come up over the box would take the key.
+    // An open list of completions would take the key.
     nameBox.setCompleter(nullptr);
     Press(dialog, Qt::Key_Return);
   }
 
   std::string name_;
-  // The last member: it looks for the chooser at once.
+  // The last member, since it starts looking for the chooser immediately.
   WhenShown whenShown_;
 };
 

@@ -14,10 +14,10 @@
 #include "platform/SettingsStore.h"
 #include "support/Doubles.h"
 
-/// Stand-ins for the desktop and its settings that tests move by hand.
+/// Test doubles for the desktop and its settings.
 namespace kelvara::test {
 
-/// Keeps the settings in memory. With `writable` off every write is a file fault.
+/// Keeps the settings in memory. If `writable` is false, every write throws a file fault.
 class ScriptedSettingsStore : public platform::SettingsStore {
  public:
   std::string Read(std::string_view key, std::string_view defaultText) const override {
@@ -32,7 +32,7 @@ class ScriptedSettingsStore : public platform::SettingsStore {
     values[std::string(key)] = text;
   }
 
-  /// A value; empty when it is absent.
+  /// A value; empty if it is absent.
   std::string Value(std::string_view key) const { return Read(key, ""); }
   void SetValue(std::string_view key, std::string_view text) { values[std::string(key)] = text; }
 
@@ -40,8 +40,8 @@ class ScriptedSettingsStore : public platform::SettingsStore {
   bool writable = true;
 };
 
-/// Remembers every request; the user's choice is `answer`, nothing for cancel. With `failing` set
-/// the chooser itself is a fault.
+/// Records every request and returns `answer`; no answer means Cancel. If `failing` is true, the
+/// chooser throws a fault.
 class ScriptedFileChooser : public platform::FileChooser {
  public:
   std::optional<std::string> Choose(const platform::FileChooserRequest& request) override {
@@ -57,7 +57,7 @@ class ScriptedFileChooser : public platform::FileChooser {
   bool failing = false;
 };
 
-/// Remembers what was to be opened; the desktop's answer is `answer`.
+/// Records what should be opened and returns `answer`.
 class RecordingDocumentOpener : public platform::DocumentOpener {
  public:
   bool OpenDocument(const std::string& path) override {
@@ -74,7 +74,7 @@ class RecordingDocumentOpener : public platform::DocumentOpener {
   bool answer = true;
 };
 
-/// A desktop that tests move by hand.
+/// A desktop made of test doubles.
 template <class Files = MemoryFileSystem, class Boxes = RecordingMessageBoxes,
           class Chooser = ScriptedFileChooser>
 struct DesktopDoubles : MachineDoubles<Files, Boxes> {

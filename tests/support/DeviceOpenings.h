@@ -9,20 +9,20 @@
 
 namespace kelvara::test {
 
-/// Sees each opening of a device, by any program.
+/// Observes when any program opens a device.
 class DeviceOpenings {
  public:
   explicit DeviceOpenings(const std::string& device)
       : watch_(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
     if (::inotify_add_watch(watch_, device.c_str(), IN_OPEN) < 0) {
-      throw std::runtime_error("openings of the device cannot be seen");
+      throw std::runtime_error("cannot watch the device");
     }
   }
   ~DeviceOpenings() { ::close(watch_); }
   DeviceOpenings(const DeviceOpenings&) = delete;
   DeviceOpenings& operator=(const DeviceOpenings&) = delete;
 
-  /// Whether there has been one since the last question.
+  /// Whether the device was opened since the last call.
   bool HasAny() const {
     std::array<char, 4096> events{};
     return ::read(watch_, events.data(), events.size()) > 0;

@@ -19,7 +19,7 @@
 #include "platform/Machine.h"
 #include "platform/MessageBoxes.h"
 
-/// Stand-ins for the machine that tests move by hand.
+/// Test doubles for the machine.
 namespace kelvara::test {
 
 class CountingBeeper : public platform::Beeper {
@@ -29,7 +29,7 @@ class CountingBeeper : public platform::Beeper {
   int count = 0;
 };
 
-/// A clock that stands still until it is moved.
+/// A clock that only moves when the test advances it.
 class ManualClock : public platform::Clock {
  public:
   platform::DateTime Now() const override { return now; }
@@ -47,7 +47,7 @@ class ManualClock : public platform::Clock {
   std::int64_t ticks = 0;
 };
 
-/// Dates that show which form was asked for, and when.
+/// Dates whose text shows the requested form and time.
 class PlainDateFormat : public platform::DateFormat {
  public:
   std::string ShortDate(platform::DateTime wallTime) const override {
@@ -59,7 +59,7 @@ class PlainDateFormat : public platform::DateFormat {
   }
 };
 
-/// Remembers every box; answers with `answer`.
+/// Records every box and returns `answer`.
 class RecordingMessageBoxes : public platform::MessageBoxes {
  public:
   struct Box {
@@ -80,8 +80,8 @@ class RecordingMessageBoxes : public platform::MessageBoxes {
   platform::MessageAnswer answer = platform::MessageAnswer::Ok;
 };
 
-/// Keeps files in memory. A path in `unopenable` cannot be opened; with `writesLeft` set, so many
-/// more writes succeed and the next ones fail.
+/// Keeps files in memory. A path in `unopenable` cannot be opened. If `writesLeft` is set, that
+/// many more writes succeed, then writes fail.
 class MemoryFileSystem : public platform::FileSystem {
  public:
   std::unique_ptr<platform::OutputFile> OpenForOutput(const std::string& path) override {
@@ -171,7 +171,7 @@ class RecordingLogBox : public capture::LogBox {
   std::string text;
 };
 
-/// Runs `onYield`, where one is set, each time events may run.
+/// Runs `onYield`, if set, each time events may run.
 class ScriptedEventPump : public platform::EventPump {
  public:
   bool ProcessEvents() override {
@@ -188,7 +188,7 @@ class ScriptedEventPump : public platform::EventPump {
   bool ending = false;
 };
 
-/// A machine that tests move by hand.
+/// A machine made of test doubles.
 template <class Files = MemoryFileSystem, class Boxes = RecordingMessageBoxes>
 struct MachineDoubles {
   ManualClock clock;

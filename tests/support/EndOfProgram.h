@@ -8,14 +8,14 @@
 
 namespace kelvara::test {
 
-/// Lets the program end while a dialog is open: every event loop ends, and none runs any more until
-/// this goes.
+/// Ends the program while a dialog is open: every event loop ends, and none runs again until this
+/// is destroyed.
 class EndOfProgram {
  public:
   explicit EndOfProgram(const char* dialog)
       : whenShown_(dialog, [](QWidget&) { QCoreApplication::exit(); }) {}
   ~EndOfProgram() {
-    // Only the main event loop takes the end back, when it starts.
+    // Only starting the main event loop resets the request to exit.
     QTimer::singleShot(0, [] { QCoreApplication::exit(); });
     QCoreApplication::exec();
   }

@@ -7,14 +7,14 @@
 
 namespace kelvara::test {
 
-/// Lets events run for so long.
+/// Lets events run for the given time.
 inline void RunEvents(int milliseconds) {
   QEventLoop loop;
   QTimer::singleShot(milliseconds, Qt::PreciseTimer, &loop, &QEventLoop::quit);
   loop.exec();
 }
 
-/// Lets events run until the condition holds; false when it does not in five seconds.
+/// Lets events run until the condition holds. False if it does not within five seconds.
 inline bool RunUntil(const std::function<bool()>& condition) {
   const QDeadlineTimer deadline(5000);
   while (!condition()) {

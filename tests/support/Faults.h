@@ -9,7 +9,7 @@
 
 namespace kelvara::base {
 
-/// Lets a failing test name the kind of a fault.
+/// Prints the kind of a fault in the message of a failing test.
 inline void PrintTo(FaultKind kind, std::ostream* stream) {
   constexpr std::array kNames{"overflow", "subscript", "not a number", "file", "port"};
   *stream << kNames.at(static_cast<std::size_t>(kind));
@@ -19,7 +19,7 @@ inline void PrintTo(FaultKind kind, std::ostream* stream) {
 
 namespace kelvara::test {
 
-/// The kind of the fault that the work ends in; nothing when it ends well.
+/// The kind of the fault that `work` throws; empty if it throws none.
 template <typename Work>
 std::optional<base::FaultKind> FaultOf(Work&& work) {
   try {

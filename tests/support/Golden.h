@@ -6,20 +6,20 @@
 
 #include "sync/SyncModel.h"
 
-/// The recorded sessions and results that stand in tests/golden.
+/// The recorded sessions and results in tests/golden.
 namespace kelvara::test {
 
-/// The path of a file there.
+/// The path of a golden file.
 std::string GoldenPath(const std::string& name);
 
-/// A file there, with each placeholder ("@DATE@") replaced by its text.
+/// The text of a golden file, with each placeholder ("@DATE@") replaced by its value.
 std::string Golden(const std::string& name,
                    const std::vector<std::pair<std::string, std::string>>& placeholders = {});
 
-/// Fills a model from a file of antennas and readings there.
+/// Fills a model from a golden file of antennas and readings.
 void FillModel(sync::SyncModel& model, const std::string& name);
 
-/// Fails with the first line that differs, so that a long result stays readable.
+/// Fails with only the first line that differs, to keep the message short.
 void ExpectSameText(const std::string& actual, const std::string& expected);
 
 }  // namespace kelvara::test

@@ -11,7 +11,7 @@
 
 namespace kelvara::test {
 
-/// Remembers what the link asked of the rest of the program.
+/// Records what the link requested from the rest of the program.
 struct RecordedActions {
   link::LinkActions Actions() {
     return {.processRfpsReport = [this](std::string_view report) { reports.emplace_back(report); },
@@ -49,7 +49,7 @@ class RecordingDebugView : public link::DebugView {
   std::vector<std::string> reportTexts;
 };
 
-/// Questions that the test answers, with time passing while they are open.
+/// Questions that the test answers. `whileOpen` runs while a question is open.
 class OpenQuestions : public RecordingMessageBoxes {
  public:
   platform::MessageAnswer Show(std::string_view text, std::string_view title,
@@ -72,21 +72,21 @@ struct LinkRig : MachineDoubles<MemoryFileSystem, OpenQuestions> {
     port.open = true;
   }
 
-  /// As start-up leaves it: searching.
+  /// Puts the link into its state after start-up: searching.
   void Start() {
     link.BeginSearch();
     link.SetStatusText("Attempting To Connect To Beltpack...");
     link.ResetPollStep();
   }
 
-  /// As a beltpack that has answered leaves it: connected. It answers between two ticks.
+  /// Puts the link into its state after a beltpack has answered, between two ticks: connected.
   void Connect() {
     Start();
     time.Pass(500);
     port.Receive("B");
   }
 
-  /// More than 30 s of silence, up to just behind the tick that notices it.
+  /// Connects, then lets more than 30 s of silence pass, until just after the tick that notices it.
   void LoseAfterSilence() {
     Connect();
     time.Pass(32600);

@@ -10,22 +10,22 @@
 
 namespace kelvara::test {
 
-/// What a test suite needs much real time for, done beside all other tests: it begins when the test
-/// program begins, provided that a test of the suite is to run. It must not expect anything itself,
-/// since another test is running meanwhile; it returns what the tests look at, or throws.
+/// Slow work of a test suite that runs in the background of all other tests. It starts with the
+/// test program if any test of the suite will run. It must not use expectations, since other tests
+/// run meanwhile; it returns what the suite's tests check, or throws.
 template <typename Result>
 class LongRun : public testing::Environment {
  public:
   using Work = std::function<std::unique_ptr<Result>()>;
 
-  /// Made before the test program's main function; lives as long as the program.
+  /// Call before main() runs. The result exists until the program ends.
   static LongRun& For(const std::string& suite, Work work) {
     auto* const run = new LongRun(suite, std::move(work));
     testing::AddGlobalTestEnvironment(run);
     return *run;
   }
 
-  /// Waits for the result; throws what the work threw.
+  /// Waits for the result. Throws what the work threw.
   const Result& Wait() { return *result_.get(); }
 
  protected:

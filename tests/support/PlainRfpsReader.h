@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-/// The rules of reading a report said a second time, plainly and slowly, with positions counted
-/// from 1 and 0 for "not found". It shares nothing with the engine.
+/// A second, simple and slow implementation of reading a report, with positions counted from 1 and
+/// 0 for "not found". It shares no code with the engine.
 namespace kelvara::test {
 
 struct PlainEntry {
@@ -97,7 +97,7 @@ class PlainRfpsReader {
     return value;
   }
 
-  /// The field's value in hundredths, which a field of three characters never divides further.
+  /// The field's value in hundredths. Three characters hold at most two decimals.
   static int Hundredths(std::string field) {
     while (!field.empty() && field[0] == ' ') {
       field.erase(0, 1);
@@ -125,7 +125,7 @@ class PlainRfpsReader {
     return sign * value;
   }
 
-  /// The quotient rounded to the nearest integer, a half going to the even one.
+  /// The quotient, rounded half to even.
   static int Divide(int dividend, int divisor) {
     int below = dividend / divisor;
     if (dividend % divisor < 0) {

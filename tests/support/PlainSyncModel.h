@@ -11,8 +11,7 @@
 
 namespace kelvara::test {
 
-/// The rules of taking a report into the sync model said a second time, plainly and slowly. It
-/// shares nothing with the engine.
+/// A second, simple and slow implementation of the sync model. It shares no code with the engine.
 class PlainSyncModel {
  public:
   struct Aa {
@@ -27,7 +26,7 @@ class PlainSyncModel {
     int min = 32767;
   };
 
-  /// Takes one report, with RPN and FPS shown in hexadecimal.
+  /// Processes one report. Logs RPN and FPS in hexadecimal.
   void Process(const std::string& text) {
     const PlainReport report = PlainRfpsReader(text).Read();
     if (report.faulted) {
@@ -76,7 +75,7 @@ class PlainSyncModel {
     log.emplace_back(line);
   }
 
-  /// The antenna's index, or -1 when the list is full.
+  /// The antenna's index, or -1 if the list is full.
   int FindOrAdd(const Aa& aa) {
     for (std::size_t index = 0; index < aas.size(); ++index) {
       if (aas[index].rpn == aa.rpn) {

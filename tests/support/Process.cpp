@@ -28,10 +28,9 @@ void Close(int& descriptor) {
   }
 }
 
-// Descriptors are closed in other programs from the moment they are made: another thread may be
-// starting one.
+// Descriptors are created close-on-exec, since another thread may be starting a program.
 
-/// A pipe: where it is read, where it is written.
+/// A pipe: its read end and its write end.
 std::array<int, 2> MakePipe() {
   std::array<int, 2> ends{};
   if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
@@ -51,7 +50,7 @@ std::array<int, 2> MakeTerminal() {
   return {master, ::open(name.data(), O_RDWR | O_NOCTTY | O_CLOEXEC)};
 }
 
-/// The texts as a program's main function takes them.
+/// The texts in the form of a program's argument vector.
 std::vector<char*> Pointers(std::vector<std::string>& texts) {
   std::vector<char*> pointers;
   pointers.reserve(texts.size() + 1);
@@ -62,7 +61,7 @@ std::vector<char*> Pointers(std::vector<std::string>& texts) {
   return pointers;
 }
 
-/// Gives every right away that the superuser has.
+/// Gives up the superuser's rights.
 bool DropRights() {
   constexpr unsigned kNobody = 65534;
   return ::setgroups(0, nullptr) == 0 && ::setgid(kNobody) == 0 && ::setuid(kNobody) == 0;
@@ -72,7 +71,7 @@ bool DropRights() {
 
 Process::Process(const ProcessRequest& request)
     : input_(request.input), inputStaysOpen_(request.inputStaysOpen) {
-  // A program that does not read its input to the end is no fault of the test.
+  // A program that does not read all its input must not end the test.
   std::signal(SIGPIPE, SIG_IGN);
   auto [inputRead, inputWrite] = MakePipe();
   auto [outputRead, outputWrite] = MakePipe();
@@ -114,7 +113,7 @@ void Process::BecomeProgram(const ProcessRequest& request, const std::array<int,
   ready = ready && ::dup2(input, STDIN_FILENO) >= 0 && ::dup2(output, STDOUT_FILENO) >= 0 &&
           ::dup2(standard[2], STDERR_FILENO) >= 0;
   if (request.fileSizeLimit) {
-    // The write is to fail, not the program.
+    // The write must fail without ending the program.
     std::signal(SIGXFSZ, SIG_IGN);
     const rlimit limit{*request.fileSizeLimit, *request.fileSizeLimit};
     ready = ready && ::setrlimit(RLIMIT_FSIZE, &limit) == 0;
@@ -186,7 +185,7 @@ ProcessResult Process::Finish(Duration limit) {
   return result_;
 }
 
-/// Moves what can be moved. False when the deadline has passed.
+/// Transfers input and output that is ready. False if the deadline has passed.
 bool Process::Pump(Deadline deadline) {
   const bool allTaken = inputTaken_ == input_.size();
   if (allTaken && !inputStaysOpen_) {
@@ -228,7 +227,7 @@ void Process::Collect(int& end, std::string& text) {
   if (got > 0) {
     text.append(piece.data(), static_cast<std::size_t>(got));
   } else if (got == 0 || errno != EINTR) {
-    // A terminal whose program has ended answers with a fault, not with an end.
+    // A terminal whose program has ended returns an error instead of an end of file.
     Close(end);
   }
 }

@@ -10,40 +10,40 @@
 #include <string>
 #include <vector>
 
-/// Programs run as a user's shell runs them. POSIX only.
+/// Runs programs as a user's shell does. POSIX only.
 namespace kelvara::test {
 
-/// How a program is started.
+/// How to start a program.
 struct ProcessRequest {
-  std::vector<std::string> arguments;              ///< The program's own path comes first.
-  std::map<std::string, std::string> environment;  ///< All of it; nothing is inherited.
+  std::vector<std::string> arguments;              ///< The first is the program's path.
+  std::map<std::string, std::string> environment;  ///< Complete; nothing is inherited.
   std::string folder;                              ///< Where it runs.
-  std::string input;                               ///< Its standard input, unless a path is given.
+  std::string input;                               ///< Standard input, unless a path is given.
   std::optional<std::string> inputPath;
-  bool inputStaysOpen = false;                 ///< For more of it by `Send`.
-  std::optional<std::string> outputPath;       ///< Standard output goes there and is not kept.
-  std::optional<std::uint64_t> fileSizeLimit;  ///< Writes beyond so many bytes fail.
-  bool withoutRights = false;     ///< Runs as "nobody"; only the superuser can ask for that.
-  bool errorsToTerminal = false;  ///< Standard error is a terminal.
+  bool inputStaysOpen = false;            ///< So that `Send` can add more input.
+  std::optional<std::string> outputPath;  ///< A file for standard output, which is then not kept.
+  std::optional<std::uint64_t> fileSizeLimit;  ///< Writes beyond this many bytes fail.
+  bool withoutRights = false;                  ///< Runs as "nobody"; needs the superuser.
+  bool errorsToTerminal = false;               ///< Standard error is a terminal.
 };
 
 /// How a program ended.
 struct ProcessResult {
-  int exitCode = -1;  ///< -1 when a signal ended it.
+  int exitCode = -1;  ///< -1 if a signal ended it.
   int signal = 0;     ///< The signal that ended it, or 0.
   bool timedOut = false;
   std::string output;
   std::string errors;
-  std::int64_t peakKilobytes = 0;  ///< The most memory that it held at a time.
+  std::int64_t peakKilobytes = 0;  ///< Peak resident memory.
 };
 
-/// A program that runs beside the test. One that still runs when this is destroyed is killed. A
+/// A program that runs in parallel with the test. The destructor kills it if it is still running. A
 /// program that cannot be started ends with exit code 127.
 class Process {
  public:
   using Duration = std::chrono::milliseconds;
 
-  /// Longer than any program of the tests needs, shorter than the patience of who waits for them.
+  /// Longer than any tested program needs, shorter than the time limit of a test.
   static constexpr Duration kPatience{60000};
 
   explicit Process(const ProcessRequest& request);
@@ -53,24 +53,24 @@ class Process {
 
   pid_t Id() const { return id_; }
 
-  /// The next line of standard output without its line feed; nothing when the output or the time
-  /// ends before.
+  /// The next line of standard output without its line feed; empty if the output or the time ends
+  /// first.
   std::optional<std::string> ReadLine(Duration limit = kPatience);
 
-  /// Waits until standard error holds a text; false when it or the time ends before.
+  /// Waits until standard error contains a text. False if standard error or the time ends first.
   bool WaitForErrors(const std::string& text, Duration limit = kPatience);
 
   /// Adds to the standard input of a program whose input stays open.
   void Send(const std::string& text);
 
-  /// Sends a signal to a program that still runs.
+  /// Sends a signal to the program if it is still running.
   void Signal(int number) const;
 
-  /// The processor time that a program which still runs has used, its own and the system's for it.
+  /// The user and system processor time that the running program has used.
   Duration ProcessorTime() const;
 
-  /// Ends the input and waits for the end of the program; one that is still running after `limit`
-  /// is killed. The output is all that it wrote since it started.
+  /// Closes the input and waits for the program to end; kills it if it still runs after `limit`.
+  /// The result holds all output since the start.
   ProcessResult Finish(Duration limit = kPatience);
 
  private:

@@ -11,8 +11,9 @@
 
 namespace kelvara::test {
 
-/// A pseudo-terminal: the program under test opens its device, the test sits at the other end. The
-/// device begins as a terminal for typing, so that what a port needs otherwise it has to set.
+/// A pseudo-terminal: the program under test opens its device, the test controls the other end. The
+/// device starts as an interactive terminal, so a program must change all settings that a port
+/// needs.
 class PseudoTerminal {
  public:
   PseudoTerminal() {
@@ -32,14 +33,14 @@ class PseudoTerminal {
 
   const std::string& Device() const { return device_; }
 
-  /// Lets the device vanish, as a pulled adapter does.
+  /// Makes the device disappear, like an unplugged adapter.
   void HangUp() { terminal_.Close(); }
 
   /// Sends text to the device; returns how many bytes the system took.
   std::size_t Write(std::string_view text) { return terminal_.Write(text); }
 
-  /// What was written to the device and has not been read here. As a side effect the terminal lets
-  /// go of what a program left that has ended.
+  /// What was written to the device and not yet read here. Also releases what a program that has
+  /// ended left in the terminal.
   std::string ReadAll() {
     std::string text;
     for (std::string piece = terminal_.Read(); !piece.empty(); piece = terminal_.Read()) {

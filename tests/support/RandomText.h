@@ -10,7 +10,7 @@
 
 namespace kelvara::test {
 
-/// Texts that no beltpack would send, and some that one might. The same seed gives the same texts.
+/// Random texts, most of which no beltpack would send. The same seed gives the same texts.
 class RandomText {
  public:
   explicit RandomText(unsigned seed) : random_(seed) {}
@@ -27,7 +27,7 @@ class RandomText {
     return text;
   }
 
-  /// Up to `maxPieces` words, halves of words and characters of the report grammar in any order.
+  /// Up to `maxPieces` words, partial words and characters of the report grammar in any order.
   std::string Mixture(int maxPieces) {
     static constexpr auto kPieces = std::to_array<std::string_view>(
         {"100ec",     "100EC",     "100Ec", "100ec5A301", "100ec5a302", "100eC0FF03", "100e",
@@ -42,8 +42,8 @@ class RandomText {
     return text;
   }
 
-  /// A report as a beltpack sends it, of up to twelve blocks, in which up to `maxDamage` bytes are
-  /// replaced or lost.
+  /// A beltpack's report of up to twelve blocks with up to `maxDamage` places where a byte is
+  /// replaced or some bytes are lost.
   std::string DamagedReport(int maxDamage) {
     static constexpr auto kFields =
         std::to_array<std::string_view>({"  0", "  1", " -1", "-12", " 99", "999", "-99", "1.5",

@@ -6,10 +6,10 @@
 
 #include "support/ReportText.h"
 
-/// Reports of 29 lines, as they stand in a recorded session.
+/// Reports of 29 lines, as in a recorded session.
 namespace kelvara::test {
 
-/// "rfps", the lines given, then empty lines up to the 29th.
+/// "rfps", the given lines, then empty lines up to the 29th.
 inline std::string RecordedReport(const std::vector<std::string>& lines) {
   constexpr std::size_t kLines = 29;
   std::string text = CrLf("rfps");
@@ -47,7 +47,7 @@ inline std::string CrowdedReport(int syncRpn, int firstRpn, int count) {
   return RecordedReport(lines);
 }
 
-/// Six reports that name 52 antennas, with the RPNs 0 to 51; the last of them is one too many.
+/// Six reports with 52 antennas, RPN 0 to 51: one antenna too many.
 inline std::string FiftyTwoAntennas() {
   std::string text;
   for (int firstRpn = 1; firstRpn < 46; firstRpn += 9) {

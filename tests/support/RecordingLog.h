@@ -11,8 +11,8 @@
 
 namespace kelvara::test {
 
-/// A log funnel that keeps the entries. With `entriesLeft` set, so many more are taken and the next
-/// ones fault, as they do when a capture file cannot be written.
+/// A log funnel that keeps the entries. If `entriesLeft` is set, that many more are accepted; then
+/// entries throw a fault, as when a capture file cannot be written.
 class RecordingLog : public sync::LogFunnel {
  public:
   void PrintLogEntry(std::string_view strLog) override {

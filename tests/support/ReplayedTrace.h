@@ -13,7 +13,7 @@
 
 namespace kelvara::test {
 
-/// What a trace of the line replays to, with the display options of a first run.
+/// The results of replaying a trace with the default display options.
 class ReplayedTrace : private sessions::RecordedTextReader {
  public:
   explicit ReplayedTrace(std::string_view trace) {
@@ -36,7 +36,7 @@ class ReplayedTrace : private sessions::RecordedTextReader {
   sync::RfpsParser parser_{model, options_, log, beeper_};
 };
 
-/// All that a model holds, as text: two models that hold the same have the same.
+/// The whole content of a model as text. Equal models have equal texts.
 inline std::string ModelText(const sync::SyncModel& model) {
   std::string text = std::to_string(model.ReportCount()) + " reports\n";
   const int aas = std::min<int>(model.AaCount(), sync::kMaxAas);
@@ -53,7 +53,7 @@ inline std::string ModelText(const sync::SyncModel& model) {
   return text;
 }
 
-/// How many commands a trace holds.
+/// The number of commands in a trace.
 inline int CommandsIn(std::string_view trace) {
   int commands = 0;
   for (const std::string_view command : {"\x01rfps\x02",

@@ -4,13 +4,13 @@
 #include <string>
 #include <string_view>
 
-/// RFPS reports as a beltpack writes them.
+/// RFPS reports as a beltpack sends them.
 namespace kelvara::test {
 
 /// One hexadecimal digit, 0 to 15.
 inline char HexDigit(int value) { return "0123456789ABCDEF"[value]; }
 
-/// The ten characters of an identity: marker, FPN, FPS, RPN.
+/// The ten characters of an antenna's identity: marker, FPN, FPS, RPN.
 inline std::string Identity(int fpn, int fps, int rpn) {
   std::string text = "100ec";
   for (const int digit : {fpn / 16, fpn % 16, fps, rpn / 16, rpn % 16}) {
@@ -21,8 +21,8 @@ inline std::string Identity(int fpn, int fps, int rpn) {
 
 inline std::string CrLf(const std::string& line) { return line + "\r\n"; }
 
-/// A reading with its phase field of three characters, 19 characters behind the "N", without its
-/// line end.
+/// A reading without its line end. The phase field of three characters is 19 characters after the
+/// "N".
 inline std::string ReadingText(std::string_view field) {
   std::string text = "Neighbour phase =  ";
   text += field;
@@ -64,7 +64,7 @@ inline std::string ReportOfMany(int syncRpn, int firstRpn, int neighbours) {
   return text;
 }
 
-/// RPN 1 hears RPN 2 at -12 and -10, RPN 4 unknown, and RPN 6 at 6, 7 and 9.
+/// RPN 1 hears RPN 2 at phases -12 and -10, RPN 4 at an unknown phase, RPN 6 at 6, 7 and 9.
 inline std::string ExampleReport() {
   return "rfps\r\n"
          "100ec5A301 Sync\r\n"

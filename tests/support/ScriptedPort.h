@@ -11,7 +11,7 @@
 
 namespace kelvara::test {
 
-/// A serial port whose other end the test holds.
+/// A serial port whose other end the test controls.
 class ScriptedPort : public platform::SerialPort {
  public:
   void SetPortNumber(std::int16_t portNumber) override { number = portNumber; }
@@ -67,7 +67,7 @@ class ScriptedPort : public platform::SerialPort {
     notification = std::move(newNotification);
   }
 
-  /// Bytes come in, and the program is told.
+  /// Adds received bytes and notifies the program.
   void Receive(std::string_view text) {
     waiting += text;
     notification();

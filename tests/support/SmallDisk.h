@@ -17,8 +17,8 @@
 /// Disks that fill up. Linux only.
 namespace kelvara::test {
 
-/// As long as it lives, no file of this process grows beyond so many bytes: a write beyond them
-/// fails, as on a full disk.
+/// While this exists, no file of the process can grow beyond `bytes`: such a write fails, as on a
+/// full disk.
 class FileSizeLimit {
  public:
   explicit FileSizeLimit(rlim_t bytes) {
@@ -35,27 +35,27 @@ class FileSizeLimit {
   rlimit before_{};
 };
 
-/// As long as it lives, the process uses every power that it may use. An ordinary user's process
-/// has some over a namespace of its own; at other times it leaves them alone, or no file's rights
-/// would bind it.
-class EveryPower {
+/// While this exists, all permitted capabilities of the process are effective. An ordinary user's
+/// process has some in its own namespace. They are off at other times because they override file
+/// permissions.
+class AllCapabilities {
  public:
-  EveryPower() : before_(Read()) {
+  AllCapabilities() : before_(Read()) {
     Sets all = before_;
     for (__user_cap_data_struct& part : all) {
       part.effective = part.permitted;
     }
     Write(all);
   }
-  ~EveryPower() {
+  ~AllCapabilities() {
     Sets after = Read();
     for (std::size_t i = 0; i < after.size(); ++i) {
       after.at(i).effective = before_.at(i).effective;
     }
     Write(after);
   }
-  EveryPower(const EveryPower&) = delete;
-  EveryPower& operator=(const EveryPower&) = delete;
+  AllCapabilities(const AllCapabilities&) = delete;
+  AllCapabilities& operator=(const AllCapabilities&) = delete;
 
  private:
   using Sets = std::array<__user_cap_data_struct, _LINUX_CAPABILITY_U32S_3>;
@@ -74,9 +74,9 @@ class EveryPower {
   Sets before_;
 };
 
-/// A disk of its own with room for so many pages of 4096 bytes, which only this process and those
-/// that it starts from then on see. The superuser can have one; an ordinary user where the machine
-/// lets every user make namespaces, and as long as the process has a single thread.
+/// A temporary disk with space for `pages` pages of 4096 bytes, visible only to this process and
+/// the processes that it starts later. Needs the superuser, or a machine that lets every user
+/// create namespaces and a process with a single thread.
 class SmallDisk {
  public:
   static constexpr std::size_t kPageBytes = 4096;
@@ -84,10 +84,10 @@ class SmallDisk {
       "a small disk needs the superuser, or user namespaces for all and a single thread";
 
   explicit SmallDisk(std::size_t pages) {
-    // One page more, since a disk of none would be one without a limit.
+    // One page more, filled below, since size 0 would mean no limit.
     const std::string options = "size=" + std::to_string((pages + 1) * kPageBytes);
-    const EveryPower power;
-    isMounted_ = (::unshare(CLONE_NEWNS) == 0 || EnterNamespaceOfItsOwn()) &&
+    const AllCapabilities capabilities;
+    isMounted_ = (::unshare(CLONE_NEWNS) == 0 || EnterNewNamespace()) &&
                  ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
                  ::mount("none", folder_.Path().c_str(), "tmpfs", 0, options.c_str()) == 0;
     if (isMounted_) {
@@ -96,7 +96,7 @@ class SmallDisk {
   }
   ~SmallDisk() {
     if (isMounted_) {
-      const EveryPower power;
+      const AllCapabilities capabilities;
       ::umount2(folder_.Path().c_str(), MNT_DETACH);
     }
   }
@@ -107,14 +107,15 @@ class SmallDisk {
   std::string PathOf(const std::string& name) const { return folder_.PathOf(name); }
 
  private:
-  /// Enters a namespace in which the user is who they were, with every power over it.
-  static bool EnterNamespaceOfItsOwn() {
+  /// Enters a new namespace in which the user stays the same but has all capabilities.
+  static bool EnterNewNamespace() {
     const std::string user = std::to_string(::geteuid());
     const std::string group = std::to_string(::getegid());
-    return ::unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0 && Tell("setgroups", "deny") &&
-           Tell("uid_map", user + ' ' + user + " 1") && Tell("gid_map", group + ' ' + group + " 1");
+    return ::unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0 && WriteTo("setgroups", "deny") &&
+           WriteTo("uid_map", user + ' ' + user + " 1") &&
+           WriteTo("gid_map", group + ' ' + group + " 1");
   }
-  static bool Tell(const std::string& file, const std::string& text) {
+  static bool WriteTo(const std::string& file, const std::string& text) {
     return static_cast<bool>(std::ofstream("/proc/self/" + file) << text << std::flush);
   }
 

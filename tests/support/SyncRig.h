@@ -12,14 +12,14 @@
 
 namespace kelvara::test {
 
-/// The sync model with its parser and its grid, wired as in the program.
+/// The sync model with its parser and grid, connected as in the program.
 struct SyncRig : MachineDoubles<> {
   explicit SyncRig(sync::GridCells& shownGrid) : syncGrid(model, shownGrid, options, machine) {
     options.fpsShown = true;
   }
   SyncRig() : SyncRig(grid) {}
 
-  /// Empties model, grid and totals.
+  /// Clears the model, the grid and the totals.
   void Clear() {
     syncGrid.Clear();
     model.Clear();
@@ -40,7 +40,7 @@ struct SyncRig : MachineDoubles<> {
   sync::DisplayOptions options;
   RecordingLog log;
   sync::SyncGrid syncGrid;
-  /// The totals as they were last told.
+  /// The totals as last reported.
   int shownReports = 0;
   int shownAas = 0;
   sync::RfpsParser parser{model, options, log, beeper, [this] { ShowTotals(); }};

@@ -7,7 +7,7 @@
 
 namespace kelvara::test {
 
-/// A fresh folder that goes when the test ends. Every user may work in it. POSIX only.
+/// A fresh folder that is removed by the destructor. Every user may write to it. POSIX only.
 class TemporaryFolder {
  public:
   TemporaryFolder() {

@@ -10,7 +10,7 @@
 
 namespace kelvara::test {
 
-/// Time that passes only when it is told to, with timers that tick as it passes.
+/// Time that passes only when the test says so, with timers that tick meanwhile.
 class VirtualTime {
  public:
   class Timer : public platform::Timer {
@@ -51,7 +51,7 @@ class VirtualTime {
 
   explicit VirtualTime(ManualClock& clock) : clock_(clock), start_(clock.now) {}
 
-  /// Lets time pass; each timer that becomes due ticks at its own moment.
+  /// Lets time pass. Each timer ticks when it is due.
   void Pass(std::int64_t milliseconds) {
     const std::int64_t end = milliseconds_ + milliseconds;
     while (Timer* const next = NextDue(end)) {
@@ -63,7 +63,7 @@ class VirtualTime {
 
   std::int64_t Milliseconds() const { return milliseconds_; }
 
-  /// How far the wall clock has been set ahead.
+  /// How far the wall clock is set ahead, in days.
   platform::DateTime wallAhead = 0.0;
 
  private:
@@ -78,7 +78,7 @@ class VirtualTime {
   }
 
   void MoveTo(std::int64_t milliseconds) {
-    // A tick that let time pass itself has moved it on already.
+    // A tick may itself have let time pass.
     milliseconds_ = std::max(milliseconds_, milliseconds);
     clock_.ticks = milliseconds_;
     clock_.now = start_ + platform::Span(static_cast<double>(milliseconds_) / 1000.0);

@@ -6,7 +6,7 @@
 
 namespace kelvara::test {
 
-/// Looks again and again until something holds; false when the time ends before.
+/// Waits until `holds` returns true. False if the time ends first.
 inline bool WaitUntil(const std::function<bool()>& holds, std::chrono::milliseconds limit) {
   constexpr std::chrono::milliseconds kPause{20};
   const auto deadline = std::chrono::steady_clock::now() + limit;

@@ -49,14 +49,14 @@ QPalette DarkPalette() {
   return palette;
 }
 
-/// Whether the control has a text of its own, which it has to be large enough for.
+/// Whether the control shows a text, for which it must be large enough.
 bool HasOwnText(const QWidget& control) {
   return qobject_cast<const QLabel*>(&control) != nullptr ||
          qobject_cast<const QAbstractButton*>(&control) != nullptr ||
          qobject_cast<const QLineEdit*>(&control) != nullptr;
 }
 
-/// The named controls of a parent that a reader can see.
+/// The visible controls of a parent, without Qt's internal ones.
 QWidgetList VisibleControls(const QWidget& parent) {
   QWidgetList visible;
   const auto children = parent.findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
@@ -74,7 +74,7 @@ void AddLayoutFaults(const QWidget& parent, std::string& faults) {
     const QWidget& control = *controls[i];
     const std::string name = control.objectName().toStdString();
     if (!parent.rect().contains(control.geometry())) {
-      faults += name + " reaches out of its parent\n";
+      faults += name + " extends beyond its parent\n";
     }
     const QSize needed = control.minimumSizeHint();
     if (HasOwnText(control) &&
@@ -156,7 +156,7 @@ WhenShown::WhenShown(const char* name, std::function<void(QWidget&)> act)
   timer_.start(kLookMilliseconds);
 }
 
-WhenShown::~WhenShown() { EXPECT_TRUE(hasCome_) << name_.toStdString() << " did not come"; }
+WhenShown::~WhenShown() { EXPECT_TRUE(hasCome_) << name_.toStdString() << " was not shown"; }
 
 void WhenShown::Look() {
   if (QWidget* const dialog = VisibleWindow(name_)) {

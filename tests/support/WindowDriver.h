@@ -8,14 +8,14 @@
 #include <stdexcept>
 #include <string>
 
-/// A user at the keyboard, the mouse and the screen of the windows under test. Keys and clicks go
-/// to the native window, so that shortcuts, focus and disabled controls count as they do for users.
+/// Operates windows with keyboard and mouse and reads what they show. Keys and clicks go to the
+/// native window, so that shortcuts, focus and disabled controls work as for a user.
 namespace kelvara::test {
 
-/// Shows a window and waits until it has the keyboard.
+/// Shows a window and waits until it is active.
 void ShowWindow(QWidget& window);
 
-/// The control of a window by its name; a window without it ends the test.
+/// The control of a window with this name. Throws if there is none.
 template <typename Control>
 Control& Find(const QWidget& window, const char* name) {
   auto* const control = window.findChild<Control*>(QString::fromLatin1(name));
@@ -28,30 +28,28 @@ Control& Find(const QWidget& window, const char* name) {
 /// Presses and releases a key in a window.
 void Press(QWidget& window, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 
-/// Types ASCII text into what has the keyboard in a window.
+/// Types ASCII text into the focused control of a window.
 void Type(QWidget& window, const std::string& text);
 
-/// Clicks the middle of a control, which has to be visible.
+/// Clicks the middle of a control, which must be visible.
 void Click(QWidget& control);
 
-/// Clicks into a field and types over what it holds.
+/// Clicks into a field and replaces its text by typing.
 void Fill(QWidget& field, const std::string& text);
 
-/// Waits until a window is closed; false when it stays. A button that is pressed by its access key
-/// stays down for a moment before it acts.
+/// Waits until a window is closed. False if it stays open for two seconds. A button pressed by its
+/// access key stays down for a moment before it acts.
 bool Closes(const QWidget& window);
 
-/// The name of the control that has the keyboard.
+/// The name of the focused control.
 std::string FocusName();
 
-/// Names of the controls in the order in which Tab reaches them, from the one that has the keyboard
-/// until it comes back there.
+/// The names of the controls in tab order, starting at the focused control.
 std::string TabOrder(QWidget& window);
 
-/// Waits for a dialog by its name and does something with it: a message box (`MsgBox`) or any
-/// other. It has to be made before the dialog opens, and a dialog that has not come when it goes is
-/// a failure. One that does not come in five seconds closes what is open instead, so that the test
-/// ends.
+/// Waits for a dialog with this name, such as a message box (`MsgBox`), and runs `act` on it.
+/// Create it before the dialog opens. The destructor adds a failure if the dialog was never shown.
+/// After five seconds without the dialog, closes all modal windows so that the test ends.
 class WhenShown {
  public:
   WhenShown(const char* name, std::function<void(QWidget& dialog)> act);
@@ -73,7 +71,7 @@ class WhenShown {
 
 enum class Theme { Light, Dark };
 
-/// The program's colours, as a desktop with such a theme sets them, until it goes.
+/// Gives the program the colours of a desktop theme until this is destroyed.
 class UseTheme {
  public:
   explicit UseTheme(Theme theme);
@@ -85,7 +83,7 @@ class UseTheme {
   QPalette before_;
 };
 
-/// The program's font, until it goes.
+/// Scales the program's font until this is destroyed.
 class UseFont {
  public:
   explicit UseFont(double scale);
@@ -97,11 +95,11 @@ class UseFont {
   QFont before_;
 };
 
-/// What a reader would find wrong with a window's layout, one complaint a line: controls that
-/// overlap, reach out of their parent, or are smaller than their text.
+/// The faults of a window's layout, one a line: controls that overlap, extend beyond their parent,
+/// or are smaller than their text.
 std::string LayoutFaults(const QWidget& window);
 
-/// Saves what the window shows in the build folder's `screenshots`, named after the window, the
+/// Saves a picture of the window in the build folder's `screenshots`, named after the window, the
 /// note and the scale.
 void TakePicture(QWidget& window, const std::string& note);
 

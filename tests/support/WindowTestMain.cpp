@@ -6,7 +6,7 @@
 
 namespace {
 
-/// Prints what Qt has to say, without the unseen screen's remarks on what it cannot do.
+/// Prints Qt's messages, except those about what the offscreen platform cannot do.
 void PrintMessage(QtMsgType /*type*/, const QMessageLogContext& /*context*/,
                   const QString& message) {
   if (!message.startsWith(QStringLiteral("This plugin does not support"))) {
@@ -16,8 +16,8 @@ void PrintMessage(QtMsgType /*type*/, const QMessageLogContext& /*context*/,
 
 }  // namespace
 
-/// Runs the tests of windows on a screen that nobody sees, in a style that every machine has. A
-/// run that selects no test fails: it would prove nothing.
+/// Runs window tests offscreen, in a style that every machine has. Fails if no test is selected,
+/// since such a run would prove nothing.
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   qInstallMessageHandler(PrintMessage);

@@ -1,4 +1,4 @@
-"""The checks of the source tree, tried on trees and files that break their rules."""
+"""Runs the checks of the source tree on trees and files that break their rules."""
 
 import os
 import pathlib
@@ -50,32 +50,32 @@ class CheckLayersTest(TreeTest):
         for part in parts:
             self.assertIn(part, result.stdout)
 
-    def test_a_tree_in_order_passes(self):
+    def test_a_correct_tree_passes(self):
         result = run("check-layers", self.root)
         self.assertEqual((result.returncode, result.stdout, result.stderr), (0, "", ""))
 
-    def test_an_include_that_climbs_is_found(self):
+    def test_an_include_of_a_higher_layer_is_found(self):
         self.write("base/Fault.h", '#include <string>\n#include "sync/Model.h"\n')
         self.expect_fault("base/Fault.h:2:", "sync/Model.h")
 
-    def test_a_climb_along_a_relative_path_is_found(self):
+    def test_a_relative_include_of_a_higher_layer_is_found(self):
         self.write("sync/Model.cpp", '#include "../app/Session.h"\n')
         self.expect_fault("sync/Model.cpp:1:", "../app/Session.h")
 
-    def test_another_folder_of_the_same_layer_is_found(self):
+    def test_an_include_within_the_same_layer_is_found(self):
         self.write("convert/Units.h", "")
         self.write("capture/Capture.h", '#include "convert/Units.h"\n')
         self.expect_fault("capture/Capture.h:1:", "convert/Units.h")
 
-    def test_the_engine_including_its_own_window_is_found(self):
+    def test_an_engine_file_that_includes_its_window_is_found(self):
         self.write("app/Session.cpp", '#include "app/FrmMain.h"\n')
         self.expect_fault("app/Session.cpp:1:", "windows")
 
-    def test_the_console_including_a_window_is_found(self):
+    def test_a_console_file_that_includes_a_window_is_found(self):
         self.write("cli/Main.cpp", '#include "app/FrmMain.h"\n')
         self.expect_fault("cli/Main.cpp:1:", "windows")
 
-    def test_a_window_may_use_what_lies_below_windows(self):
+    def test_a_window_may_include_lower_layers(self):
         self.write("sync/GridView.h", '#include <QTableView>\n#include "platform/qt/Clock.h"\n')
         self.assertEqual(run("check-layers", self.root).returncode, 0)
 
@@ -92,13 +92,13 @@ class CheckLayersTest(TreeTest):
                 self.expect_fault(f"{folder}/Duty.cpp:1:", "QString")
                 self.write(f"{folder}/Duty.cpp", "")
 
-    def test_threads_in_the_engine_are_found(self):
+    def test_a_thread_header_in_the_engine_is_found(self):
         self.write("sync/Model.h", "#include <thread>\n")
         self.expect_fault("sync/Model.h:1:", "thread")
 
-    def test_a_folder_of_no_layer_is_found(self):
-        self.write("attic/Old.h", "")
-        self.expect_fault("attic/Old.h:1:", "no layer")
+    def test_a_folder_without_a_layer_is_found(self):
+        self.write("unknown/Old.h", "")
+        self.expect_fault("unknown/Old.h:1:", "no layer")
 
 
 class CheckFormatTest(TreeTest):

@@ -30,7 +30,7 @@ std::string ExampleSession() {
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-TEST(SteadyReplay, AsksForNoMemoryOnceTheAntennasAreKnown) {
+TEST(SteadyReplay, AllocatesNoMemoryOnceTheAntennasAreKnown) {
   const std::string text = ExampleSession();
   ASSERT_FALSE(text.empty());
   sync::SyncModel model;
@@ -48,14 +48,14 @@ TEST(SteadyReplay, AsksForNoMemoryOnceTheAntennasAreKnown) {
   for (int round = 0; round < 100; ++round) {
     session.Feed(text);
   }
-  const std::int64_t asked = bench::AllocationCount() - before;
+  const std::int64_t allocations = bench::AllocationCount() - before;
 
-  EXPECT_EQ(asked, 0);
+  EXPECT_EQ(allocations, 0);
   EXPECT_EQ(model.ReportCount(), 101 * reports);
   EXPECT_EQ(beeper.count, 0);
 }
 
-TEST(SteadyReplay, CountsTheMemoryThatIsAskedFor) {
+TEST(SteadyReplay, AllocationsAreCounted) {
   const std::int64_t before = bench::AllocationCount();
   const std::string text(100, 'x');
   EXPECT_EQ(bench::AllocationCount() - before, 1) << text;

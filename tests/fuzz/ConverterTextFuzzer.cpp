@@ -20,10 +20,10 @@ using convert::FieldText;
 using enum convert::Field;
 
 constexpr int kFields = 8;
-/// The smallest number without an exponent, and its digits.
+/// Enough for the smallest number, written with all its digits and without an exponent.
 constexpr std::size_t kMostTextBytes = 350;
 
-/// What an Update writes, or the fault that it ends in.
+/// What an Update writes, or the fault that it throws.
 struct Outcome {
   std::vector<FieldText> written;
   std::optional<base::FaultKind> fault;
@@ -36,7 +36,7 @@ Outcome Update(Converter& converter, Field source, std::string_view text) {
     return {converter.Update(source, text), std::nullopt};
   } catch (const base::Fault& fault) {
     Expect(fault.Kind() == base::FaultKind::NotANumber || fault.Kind() == base::FaultKind::Overflow,
-           "a text that cannot be converted is no number, or too large");
+           "a text that cannot be converted is not a number or too large");
     return {{}, fault.Kind()};
   }
 }
@@ -47,8 +47,8 @@ bool IsDigits(std::string_view text) {
   return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
-/// Whether a text is a number as the converter writes it: a minus sign only before a number that is
-/// not 0, digits, and that many decimals; any number of them when `decimals` is negative.
+/// Whether a text is a number as the converter writes it: an optional minus sign (never for 0),
+/// digits, and exactly `decimals` decimals, or any number of them if that is negative.
 bool IsWritten(std::string_view text, int decimals) {
   if (text.starts_with('-')) {
     text.remove_prefix(1);
@@ -60,9 +60,9 @@ bool IsWritten(std::string_view text, int decimals) {
   if (point == std::string_view::npos) {
     return IsDigits(text) && decimals <= 0;
   }
-  const std::string_view behind = text.substr(point + 1);
-  return IsDigits(text.substr(0, point)) && IsDigits(behind) &&
-         (decimals < 0 || behind.size() == static_cast<std::size_t>(decimals));
+  const std::string_view fraction = text.substr(point + 1);
+  return IsDigits(text.substr(0, point)) && IsDigits(fraction) &&
+         (decimals < 0 || fraction.size() == static_cast<std::size_t>(decimals));
 }
 
 bool IsHexadecimal(std::string_view text) {
@@ -77,7 +77,7 @@ void CheckWritten(Field source, const Outcome& outcome) {
   for (const auto& [field, text] : outcome.written) {
     Expect(field != source && IsUnit(field) == IsUnit(source),
            "only the other fields of the group are written");
-    Expect(text.size() <= kMostTextBytes, "a field's text has an end");
+    Expect(text.size() <= kMostTextBytes, "a field's text is short");
     switch (field) {
       case TextRfps:
         Expect(IsWritten(text, -1), "a phase is a decimal number");
@@ -91,7 +91,7 @@ void CheckWritten(Field source, const Outcome& outcome) {
         Expect(IsHexadecimal(text), "an RPN has up to four hexadecimal digits");
         break;
       default:
-        Expect(IsWritten(text, 0), "the other fields hold whole numbers");
+        Expect(IsWritten(text, 0), "the other fields are whole numbers");
     }
   }
 }
@@ -105,7 +105,7 @@ std::optional<std::string> TextOf(const Outcome& outcome, Field field) {
   return std::nullopt;
 }
 
-/// How much of a unit one metre is.
+/// The value of one metre in a unit.
 double PerMetre(Field unit) {
   switch (unit) {
     case TextRfps:
@@ -119,9 +119,9 @@ double PerMetre(Field unit) {
   }
 }
 
-/// What was written for a unit leads back to where it came from, as near as its digits say.
+/// Converting each written text back gives the source value, to the precision of its digits.
 void CheckUnitsComeBack(Field source, const std::string& text, const Outcome& outcome) {
-  // Every text that is converted reads the same in C.
+  // C reads every text that can be converted in the same way.
   const double value = std::strtod(text.c_str(), nullptr);
   for (const auto& [unit, unitText] : outcome.written) {
     if (source == TextAASync || unit == TextAASync) {
@@ -134,35 +134,35 @@ void CheckUnitsComeBack(Field source, const std::string& text, const Outcome& ou
              "what was written can be converted");
       continue;
     }
-    const double there = std::strtod(TextOf(back, source)->c_str(), nullptr);
+    const double valueBack = std::strtod(TextOf(back, source)->c_str(), nullptr);
     const double slack = 0.0006 + 0.0006 * PerMetre(source) / PerMetre(unit);
-    Expect(std::fabs(there - value) <= slack + std::fabs(value) * 1e-12,
-           "what was written leads back");
+    Expect(std::fabs(valueBack - value) <= slack + std::fabs(value) * 1e-12,
+           "what was written converts back to its source");
   }
 }
 
-/// Both bases of an RPN lead to each other and to one port, which is the RPN's own as long as the
-/// second row of ports does not run into the first.
+/// Both bases of an RPN convert to each other and to the same port. For RPN 0 to 130 the port
+/// converts back to the RPN; above that, the second range of ports overlaps the first.
 void CheckIdentitiesComeBack(const Outcome& outcome, Field source, const std::string& text) {
   Converter converter;
   const std::string hexadecimal = TextOf(outcome, TextRpn).value_or(text);
   const Outcome fromHexadecimal = Update(converter, TextRpn, hexadecimal);
   if (fromHexadecimal.fault) {
-    Expect(source == TextPortNum, "an RPN in its other base is an RPN");
+    Expect(source == TextPortNum, "an RPN written in hexadecimal can be converted");
     return;
   }
   const std::string decimal = *TextOf(fromHexadecimal, TextRpnDec);
   const std::string port = *TextOf(fromHexadecimal, TextPortNum);
   const Outcome fromDecimal = Update(converter, TextRpnDec, decimal);
-  Expect(TextOf(outcome, TextRpnDec).value_or(decimal) == decimal, "both bases are of one RPN");
-  Expect(TextOf(fromDecimal, TextPortNum) == port, "both bases of an RPN have one port");
+  Expect(TextOf(outcome, TextRpnDec).value_or(decimal) == decimal, "both bases give the same RPN");
+  Expect(TextOf(fromDecimal, TextPortNum) == port, "both bases of an RPN give the same port");
   Expect(
       Update(converter, TextRpn, *TextOf(fromDecimal, TextRpn)).written == fromHexadecimal.written,
       "an RPN in its other base is the same RPN");
   const int rpn = std::atoi(decimal.c_str());
   if (rpn >= 0 && rpn <= 130) {
     Expect(TextOf(Update(converter, TextPortNum, port), TextRpnDec) == decimal,
-           "a base port is its RPN's own");
+           "a port converts back to its RPN");
   }
 }
 
@@ -170,8 +170,7 @@ void Check(Field source, const std::string& text) {
   Converter converter;
   const Outcome outcome = Update(converter, source, text);
   CheckWritten(source, outcome);
-  Expect(Update(converter, source, text) == outcome,
-         "an Update leaves nothing behind for the next");
+  Expect(Update(converter, source, text) == outcome, "an Update does not affect the next");
   if (outcome.fault) {
     Expect(!IsDigits(text) || text.size() > 2, "a number of one or two digits is converted");
   } else if (IsUnit(source)) {

@@ -5,7 +5,7 @@
 
 namespace kelvara::test {
 
-/// Ends the program, so that the fuzzer keeps the input, when what must always hold does not.
+/// Aborts the program if an invariant does not hold, so that the fuzzer keeps the input.
 inline void Expect(bool holds, const char* what) {
   if (!holds) {
     std::fprintf(stderr, "violated: %s\n", what);

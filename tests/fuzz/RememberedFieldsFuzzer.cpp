@@ -17,13 +17,13 @@ namespace {
 using report::RememberedFields;
 using report::ReportFields;
 
-/// Stands for a long run of text in an input, so that a few bytes make a line of several reads.
+/// In an input, means a long run of text, so that few bytes make a line that takes several reads.
 constexpr char kLongRun = '\xFE';
 constexpr std::size_t kLongRunBytes = 5000;
 constexpr int kMaxLongRuns = 3;
-/// Parts the fields that are to be written; behind it stands the site, the tester and the notes.
+/// Separates the fields to write: the site, the tester and the notes.
 constexpr char kFieldEnd = '\x1E';
-/// Notes that no text of a few bytes contains, to tell whether they were read.
+/// Notes that no generated file contains, to detect whether the notes were read.
 constexpr const char* kOldNotes = "the notes as they were before the file was read";
 constexpr const char* kFolder = "C:\\Program";
 constexpr const char* kPath = "C:\\Program\\rfields.ds";
@@ -33,7 +33,7 @@ bool IsSame(const ReportFields& left, const ReportFields& right) {
          left.showReport == right.showReport && left.notes == right.notes;
 }
 
-/// Files that come in pieces of one size.
+/// Files that are read in pieces of one size.
 class PiecewiseFiles : public MemoryFileSystem {
  public:
   explicit PiecewiseFiles(std::size_t pieceBytes) : pieceBytes_(pieceBytes) {}
@@ -89,13 +89,14 @@ void CheckLoad(const std::string& text) {
   const ReportFields fields = Load(text, before, 4096);
   for (const std::size_t pieceBytes : {std::size_t{7}, std::size_t{1}}) {
     Expect(IsSame(Load(text, before, pieceBytes), fields),
-           "the fields are the same whatever the pieces that a file comes in");
+           "the fields are the same however a file is cut into pieces");
   }
   Expect(IsLine(fields.site) && IsLine(fields.tester), "site and tester are a line each");
   if (fields.notes == kOldNotes) {
     return;  // The file ended, or faulted, before the notes.
   }
-  Expect(fields.notes.empty() || fields.notes.ends_with("\r\n"), "each line of the notes is ended");
+  Expect(fields.notes.empty() || fields.notes.ends_with("\r\n"),
+         "each line of the notes has a line end");
   const std::string whole = WithoutLineEnds(text);
   const std::string start = WithoutLineEnds(fields.site + fields.tester);
   const std::string end = WithoutLineEnds(fields.notes);
@@ -115,7 +116,7 @@ void CheckSave(const ReportFields& fields) {
   const std::string notes = WithoutOuterBlanks(fields.notes);
   Expect(file == fields.site + "\r\n" + fields.tester + "\r\n" +
                      (fields.showReport ? " 1 " : " 0 ") + "\r\n" + notes + "\r\n",
-         "a file holds its four fields and nothing else");
+         "a file holds only its four fields");
   for (int writes = 0; writes < 4; ++writes) {
     const std::string broken = Save(fields, writes);
     Expect(broken.size() < file.size() && file.starts_with(broken),
@@ -129,7 +130,7 @@ void CheckSave(const ReportFields& fields) {
          "a missing file is written from the fields");
 }
 
-/// One line's fields come back as they were, the notes with the line end that the file adds.
+/// Saved fields are read back unchanged, except for the line end that the file adds to the notes.
 void CheckComesBack(ReportFields fields) {
   const ReportFields other{"other", "other", !fields.showReport, "other"};
   fields.notes = WithoutOuterBlanks(fields.notes);
@@ -140,7 +141,7 @@ void CheckComesBack(ReportFields fields) {
            "what was saved comes back");
     Expect(WithoutLineEnds(back.notes) == WithoutLineEnds(fields.notes), "the notes come back");
     if (round > 0) {
-      Expect(back.notes == fields.notes + "\r\n", "notes grow by one line end and no more");
+      Expect(back.notes == fields.notes + "\r\n", "notes grow by only one line end");
     }
     fields = back;
   }
@@ -160,7 +161,7 @@ std::string WithLongRuns(std::string_view input) {
   return text;
 }
 
-/// The text up to the mark that ends a field, which is taken away with it.
+/// Removes the next field and its end mark from the text and returns the field.
 std::string TakeField(std::string& text) {
   const std::size_t end = std::min(text.find(kFieldEnd), text.size());
   const std::string field = text.substr(0, end);
@@ -182,7 +183,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   fields.showReport = size % 2 == 0;
   fields.notes = rest;
   CheckSave(fields);
-  // The two fields of one line cannot hold a line end.
+  // The two single-line fields cannot contain a line end.
   std::erase(fields.site, '\n');
   std::erase(fields.tester, '\n');
   CheckComesBack(fields);

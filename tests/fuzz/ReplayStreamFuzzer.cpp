@@ -16,12 +16,12 @@
 namespace kelvara::test {
 namespace {
 
-/// Stands for a long run of text in an input, so that a few bytes reach the limits of memory.
+/// In an input, means a long run of text, so that few bytes reach the size limits.
 constexpr char kLongRun = '\xFE';
 constexpr std::size_t kLongRunBytes = link::kMaxReportBytes / 2 + 1;
 constexpr int kMaxLongRuns = 2;
 
-/// One report handed over, or text dropped and why.
+/// A report that was handed over, or the reason why text was dropped.
 struct Outcome {
   std::string report;
   std::optional<sessions::DropReason> dropped;
@@ -41,7 +41,7 @@ class Recorder : public sessions::RecordedTextReader {
   Outcomes outcomes;
 };
 
-/// The sizes of the pieces that a text is cut into.
+/// How a text is cut into pieces.
 enum class Cut { Whole, Single, Sevens, Mixed };
 
 std::size_t NextPiece(Cut cut, std::uint32_t& state) {
@@ -64,7 +64,7 @@ Outcomes Replay(std::string_view text, Cut cut) {
   Recorder recorder;
   Text recorded(recorder);
   auto state = static_cast<std::uint32_t>(text.size());
-  // Twice, since what the first file leaves behind is of no concern to the next.
+  // Twice, since one file must not affect the next.
   for (int file = 0; file < 2; ++file) {
     for (std::string_view rest = text; !rest.empty();) {
       const std::string_view piece = rest.substr(0, NextPiece(cut, state));
@@ -91,7 +91,7 @@ int CountLines(std::string_view text) {
   return lines;
 }
 
-/// A plain stream read the long way round, with all of it in memory.
+/// Reads a plain stream the simple way, with all of it in memory.
 Outcomes ExpectedOfStream(std::string_view text) {
   Outcomes expected;
   std::size_t begin = 0;
@@ -119,10 +119,11 @@ Outcomes ExpectedOfStream(std::string_view text) {
 void CheckTrace(const Outcomes& outcomes) {
   for (const Outcome& outcome : outcomes) {
     const std::string& report = outcome.report;
-    Expect(report.size() <= link::kMaxReportBytes, "a report is within the limit");
+    Expect(report.size() <= link::kMaxReportBytes, "a report is within the size limit");
     if (!outcome.dropped) {
-      Expect(CountLines(report) == link::kRfpsReportLines, "a report has its lines");
-      Expect(report.back() == '\n', "a report ends with a line");
+      Expect(CountLines(report) == link::kRfpsReportLines,
+             "a report has the right number of lines");
+      Expect(report.back() == '\n', "a report ends with a line end");
     }
   }
 }
@@ -141,7 +142,7 @@ std::string WithLongRuns(std::string_view input) {
   return text;
 }
 
-/// All the reports of a stream, in their order, make the same matrix by the plain rules.
+/// Expects the plain model to make the same matrix from the reports.
 void CheckResults(const Outcomes& outcomes) {
   PlainComparison comparison;
   for (const Outcome& outcome : outcomes) {
@@ -156,7 +157,7 @@ void CheckSession(std::string_view text, std::initializer_list<Cut> cuts) {
   const Outcomes outcomes = Replay<sessions::RecordedSession>(text, Cut::Whole);
   for (const Cut cut : cuts) {
     Expect(Replay<sessions::RecordedSession>(text, cut) == outcomes,
-           "a session in pieces gives what it gives whole");
+           "a session in pieces gives the same as in one piece");
   }
   if (!text.empty() && text[0] == sessions::kCommandMark) {
     CheckTrace(outcomes);
@@ -164,7 +165,7 @@ void CheckSession(std::string_view text, std::initializer_list<Cut> cuts) {
     Expect(outcomes == Twice(ExpectedOfStream(text)), "every 29th line ends a report");
   }
   if (text.size() < kLongRunBytes) {
-    // The plain rules are slow.
+    // The plain model is slow.
     CheckResults(outcomes);
   }
 }
@@ -173,7 +174,7 @@ void CheckWhole(std::string_view text, std::initializer_list<Cut> cuts) {
   const Outcomes expected = Twice({{std::string(text), std::nullopt}});
   for (const Cut cut : cuts) {
     Expect(Replay<sessions::WholeReport>(text, cut) == expected,
-           "a whole file is one report, whatever its pieces");
+           "a whole file is one report, however it is cut into pieces");
   }
 }
 
@@ -187,7 +188,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     CheckSession(text, {Cut::Single, Cut::Sevens, Cut::Mixed});
     CheckWhole(text, {Cut::Whole, Cut::Single, Cut::Sevens});
   } else {
-    // Long texts are slow to feed: one cut is enough.
+    // Long texts are slow, so one way of cutting must do.
     CheckSession(text, {Cut::Mixed});
     CheckWhole(text, {Cut::Mixed});
   }

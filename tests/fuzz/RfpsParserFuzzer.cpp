@@ -15,11 +15,11 @@
 namespace kelvara::test {
 namespace {
 
-/// Ten neighbours, where the antenna they were heard from is named before the first marker only.
+/// Ten neighbours, when the antenna that heard them is named only before the first marker.
 constexpr int kMaxLogLines = 10;
 constexpr int kMaxPhase = 999;
 
-/// Counts the log lines of one report and looks at their form.
+/// Counts the log lines of one report and checks their form.
 class CheckingLog : public sync::LogFunnel {
  public:
   void PrintLogEntry(std::string_view strLog) override {
@@ -33,12 +33,12 @@ class CheckingLog : public sync::LogFunnel {
   int lines = 0;
 };
 
-/// A parser with its model and grid, which are checked against what must hold for any text.
+/// A parser with its model and grid, checked against what must hold for any text.
 class ParserUnderTest {
  public:
   explicit ParserUnderTest(const sync::DisplayOptions& options) : options_(options) {}
 
-  /// Enters so many antennas that nearly every further one is one too many.
+  /// Adds antennas with RPN 0 to `aaCount` - 1, so that few more fit.
   void FillModel(std::int16_t aaCount) {
     for (std::int16_t rpn = 0; rpn < aaCount; ++rpn) {
       model_.FindOrAddAa(rpn, 3, 0x5A);
@@ -50,8 +50,8 @@ class ParserUnderTest {
     log_.lines = 0;
     parser_.ProcessRfpsReport(report);
     const std::int64_t added = model_.ReportCount() + parser_.AbandonedCount() - handled;
-    Expect(added == 0 || added == 1, "a report is counted, abandoned or says nothing");
-    Expect(added == 1 || log_.lines == 0, "a report that says nothing logs nothing");
+    Expect(added == 0 || added == 1, "a report is counted, abandoned or empty");
+    Expect(added == 1 || log_.lines == 0, "an empty report logs nothing");
     Expect(log_.lines <= kMaxLogLines, "a report has at most ten neighbours");
     Expect(parser_.AbandonedCount() == beeper_.count, "an abandoned report beeps once");
   }
@@ -83,16 +83,17 @@ class ParserUnderTest {
         if (cell.Count == 0) {
           Expect(cell.Sum == 0 && cell.Max == sync::PhaseCell::kClearedMax &&
                      cell.Min == sync::PhaseCell::kClearedMin,
-                 "a cell without readings is as cleared");
+                 "a cell without readings is cleared");
           continue;
         }
         Expect(from != to, "no antenna is its own neighbour");
-        Expect(from < model_.AaCount() && to < model_.AaCount(), "readings are of listed antennas");
-        Expect(cell.Count > 0, "a count does not run backwards");
-        Expect(cell.Min <= cell.Max && cell.Max <= kMaxPhase, "a minimum is below its maximum");
+        Expect(from < model_.AaCount() && to < model_.AaCount(),
+               "readings belong to listed antennas");
+        Expect(cell.Count > 0, "a count is positive");
+        Expect(cell.Min <= cell.Max && cell.Max <= kMaxPhase, "a minimum is not above its maximum");
         const std::int64_t count = cell.Count;
         Expect(count * cell.Min <= cell.Sum && cell.Sum <= count * cell.Max,
-               "a mean lies between minimum and maximum");
+               "a mean is between minimum and maximum");
       }
     }
   }
@@ -100,9 +101,9 @@ class ParserUnderTest {
   void CheckGrid() {
     const bool complete = grid_.UpdateSyncGrid();
     Expect(complete == (model_.AaCount() <= static_cast<int>(sync::kMaxAas)),
-           "a grid of listed antennas is drawn whole");
-    Expect(cells_.Rows() == model_.AaCount() + 1, "a row for every antenna");
-    Expect(cells_.Columns() == model_.AaCount() + 1, "a column for every antenna");
+           "a grid is complete unless there are too many antennas");
+    Expect(cells_.Rows() == model_.AaCount() + 1, "there is a row for every antenna");
+    Expect(cells_.Columns() == model_.AaCount() + 1, "there is a column for every antenna");
     if (!complete) {
       return;
     }

@@ -17,14 +17,14 @@ namespace {
 
 using qt::IniText;
 
-/// Separates the file's text from the settings that are made in it: section, key and value.
+/// Separates the file's text and the settings to make in it: section, key and value.
 constexpr char kFieldEnd = '\x1E';
 constexpr int kMaxSettings = 6;
 
 /// Values by section and key.
 using Settings = std::map<std::pair<std::string, std::string>, std::optional<std::string>>;
 
-/// The text up to the mark that ends a field; both are removed from the text.
+/// Removes the next field and its end mark from the text and returns the field.
 std::string TakeField(std::string& text) {
   const std::size_t end = std::min(text.find(kFieldEnd), text.size());
   const std::string field = text.substr(0, end);
@@ -50,16 +50,16 @@ std::vector<std::string> LinesOf(const std::string& text) {
 
 void CheckValues(const IniText& text, const Settings& expected) {
   for (const auto& [name, value] : expected) {
-    Expect(text.Value(name.first, name.second) == value, "a value stays until it is set");
+    Expect(text.Value(name.first, name.second) == value, "a value is kept until it is set");
   }
 }
 
-/// A text that is written and read again holds the same values and is written the same.
+/// A text that is written and read again has the same values and is written the same way.
 void CheckComesBack(const IniText& text, const Settings& expected) {
   const std::string written = text.Text();
   const std::optional<IniText> back = IniText::Parse(written);
   Expect(back.has_value(), "what was written can be read");
-  Expect(back->Text() == written, "what was read is written as it was");
+  Expect(back->Text() == written, "what was read is written unchanged");
   CheckValues(*back, expected);
 }
 
@@ -68,12 +68,12 @@ void CheckOtherLines(const std::string& before, const std::string& after) {
   const std::vector<std::string> old = LinesOf(before);
   const std::vector<std::string> now = LinesOf(after);
   Expect(now.size() >= old.size() && now.size() <= old.size() + 3,
-         "a setting adds a line, a heading and a gap at the most");
+         "a setting adds at most a line, a heading and an empty line");
   const auto firstOther = std::mismatch(old.begin(), old.end(), now.begin());
   const auto lastOther = std::mismatch(old.rbegin(), std::make_reverse_iterator(firstOther.first),
                                        now.rbegin(), now.rend());
   const auto replaced = lastOther.first.base() - firstOther.first;
-  Expect(replaced <= (now.size() == old.size() ? 1 : 0), "the other lines stay as they are");
+  Expect(replaced <= (now.size() == old.size() ? 1 : 0), "the other lines are unchanged");
 }
 
 void CheckSettings(IniText text, std::string rest) {
@@ -106,7 +106,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   using namespace kelvara::test;
   std::string rest(reinterpret_cast<const char*>(data), size);
   const std::string file = TakeField(rest);
-  // A file that is refused is set aside, and the settings go into an empty one.
+  // When a file is refused, the settings go into an empty one.
   CheckSettings(kelvara::qt::IniText::Parse(file).value_or(kelvara::qt::IniText()), rest);
   return 0;
 }

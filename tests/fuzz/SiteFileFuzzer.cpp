@@ -15,7 +15,7 @@
 namespace kelvara::test {
 namespace {
 
-/// Stands for a long run of blanks in an input, so that a few bytes reach the largest file.
+/// In an input, means a long run of blanks, so that few bytes reach the size limit of a file.
 constexpr char kLongRun = '\xFE';
 constexpr std::size_t kLongRunBytes = 33000;
 constexpr int kMaxLongRuns = 2;
@@ -24,7 +24,7 @@ constexpr std::size_t kMostFaultBytes = 200;
 constexpr const char* kName = "hall.txt";
 constexpr std::size_t kMostAntennas = 51;
 
-/// A site as text, in the columns of its file, with something between them.
+/// A site in the form of its file, with `gap` between the columns.
 std::string Printed(const sim::Site& site, const std::string& gap, const std::string& lineEnd) {
   std::string text;
   for (const sim::Antenna& antenna : site) {
@@ -34,12 +34,12 @@ std::string Printed(const sim::Site& site, const std::string& gap, const std::st
   return text;
 }
 
-/// The site that a text describes, or the text of the fault.
+/// The site that a text describes, or the message of the fault.
 std::variant<sim::Site, std::string> Parse(const std::string& text) {
   try {
     return sim::ParseSite(text, kName);
   } catch (const base::Fault& fault) {
-    Expect(fault.Kind() == base::FaultKind::File, "what is no site is a file fault");
+    Expect(fault.Kind() == base::FaultKind::File, "a text that is not a site is a file fault");
     return std::string(fault.what());
   }
 }
@@ -56,12 +56,13 @@ void CheckSite(const sim::Site& site) {
                         [&](const sim::Antenna& earlier) { return earlier.rpn == antenna->rpn; }),
            "an RPN is given once");
   }
-  Expect(sim::ParseSite(Printed(site, " ", "\n"), kName) == site, "a printed site comes back");
+  Expect(sim::ParseSite(Printed(site, " ", "\n"), kName) == site,
+         "a printed site is read back unchanged");
   Expect(sim::ParseSite(Printed(site, "\t ", " # x\r\n"), kName) == site,
-         "a site comes back whatever is around its numbers");
+         "a site is read back whatever surrounds its numbers");
 }
 
-/// The first so many lines of a text.
+/// The first `count` lines of a text.
 std::string FirstLines(const std::string& text, int count) {
   std::size_t end = 0;
   for (int line = 0; line < count; ++line) {
@@ -76,13 +77,13 @@ void CheckFault(const std::string& fault, const std::string& text) {
   Expect(fault.size() <= kMostFaultBytes, "a fault is short");
   Expect(std::all_of(fault.begin(), fault.end(),
                      [](char character) { return character >= ' ' && character <= '~'; }),
-         "a fault does nothing to a terminal");
+         "a fault is safe to print on a terminal");
   const std::string file = "\"" + std::string(kName) + "\"";
   Expect(fault.starts_with(file), "a fault names the file");
   const std::string lineBefore = file + ", line ";
   if (!fault.starts_with(lineBefore)) {
     Expect(sim::ParseSite(text + "\n1 2 3 4\n", kName).size() == 1,
-           "a fault without a line is that of a file without antennas");
+           "only a file without antennas is a fault without a line");
     return;
   }
   const int line = std::atoi(fault.c_str() + lineBefore.size());
@@ -102,7 +103,7 @@ void CheckParsing(const std::string& text) {
   }
 }
 
-/// A file is read as its text is, unless it is too large.
+/// Reading a file gives the same as parsing its text, unless the file is too large.
 void CheckReading(const std::string& text) {
   MemoryFileSystem files;
   files.files[kName] = text;
@@ -119,9 +120,10 @@ void CheckReading(const std::string& text) {
   }
   const auto parsed = Parse(text);
   if (const auto* const site = std::get_if<sim::Site>(&parsed)) {
-    Expect(*site == read, "a file is read as its text is");
+    Expect(*site == read, "a file gives the same site as its text");
   } else {
-    Expect(!read && fault == std::get<std::string>(parsed), "a file is refused as its text is");
+    Expect(!read && fault == std::get<std::string>(parsed),
+           "a file gives the same fault as its text");
   }
 }
 

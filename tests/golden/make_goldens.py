@@ -1,12 +1,12 @@
 #!/usr/bin/env python3
 """Makes the recorded sessions and golden results of this folder.
 
-Everything here is worked out by this script alone, from the rules of the formats, so that a golden
-file and the program agree only when both are right. Run it without arguments to write the files,
-with --check to see whether they are current.
+This script computes everything from the rules of the formats, independently of the program, so that
+the two agree only when both are right. Run it without arguments to write the files, or with --check
+to see whether they are current.
 
 Placeholders in the results: @FILE@ is the report's own file name, @DATE@ the short date, @STAMP@
-the date and time. Texts are bytes; ends of lines are CR LF.
+the date and time. The files are bytes; lines end in CR LF.
 """
 
 import json
@@ -26,8 +26,8 @@ TESTER = 'A. "Al" Tester'
 NOTES = "  first line\r\n  second line   "
 
 
-# Sessions: reports of (antenna synchronised to, [(antenna heard, its readings)]); an antenna is
-# (FPN, FPS, RPN); the reading None is the question mark of an unknown phase.
+# A session is a list of reports, each (antenna synchronised to, [(antenna heard, its readings)]).
+# An antenna is (FPN, FPS, RPN). The reading None is the question mark of an unknown phase.
 
 A = (0x5A, 0x3, 0x01)
 B = (0x5B, 0xA, 0x06)
@@ -47,7 +47,7 @@ FOUR_ANTENNAS = [
 
 
 def fifty_one_antennas():
-    """Every antenna hears nine others, at phases that cover both signs."""
+    """Every antenna hears up to nine others, at phases of both signs."""
     antennas = [((k * 13 + 5) % 256, k % 16, (k * 37 + 11) % 256) for k in range(51)]
     reports = []
     for k, sync in enumerate(antennas):
@@ -97,7 +97,7 @@ class Model:
                 known = [value for value in values if value is not None]
                 if known:
                     kept.append((antenna, round(Fraction(sum(known), len(known)))))
-            # The report is taken from its last antenna back to the one synchronised to.
+            # A report is processed from its last antenna back to the one synchronised to.
             for antenna, mean in reversed(kept):
                 self.log.append((sync, antenna, mean))
                 start = self.find(sync, sync[0])
@@ -116,12 +116,12 @@ class Model:
         return [value for i, j, value in self.readings if (i, j) == (start, end)]
 
     def mean(self, start, end):
-        """The rounded mean of a pair, None without a reading."""
+        """The rounded mean of a pair; None without a reading."""
         values = self.cell(start, end)
         return round(Fraction(sum(values), len(values))) if values else None
 
     def text(self):
-        """The model as lines that a test can fill its own from."""
+        """The model as lines from which a test can fill its own."""
         lines = [f"aa {rpn} {fps} {fpn}" for fpn, fps, rpn in self.antennas]
         lines += [f"phase {i} {j} {value}" for i, j, value in self.readings]
         return "".join(line + "\n" for line in lines)
@@ -176,7 +176,7 @@ def csv_text(model, units, base):
 
 
 def json_text(model):
-    """What a replay in the standard display options writes."""
+    """The JSON results of a replay with the default display options."""
     count = len(model.antennas)
     colours = {}
     text = [["RPN"] + [aa_text(aa, "dec", False) for aa in model.antennas]]

@@ -1,4 +1,4 @@
-"""The folder that is packed holds what it should, and nothing is missing that it needs."""
+"""The folder that is packed contains everything it should and everything it needs."""
 
 import fnmatch
 import re
@@ -45,7 +45,7 @@ def archive_faults(folder):
         if is_elf(path):
             faults += [f"{name} needs {library}" for library in unmet(path, packed)]
             if name in PROGRAMS and "(RPATH) Library rpath: [$ORIGIN/lib]" not in dynamic(path):
-                faults.append(f"{name} does not look into lib")
+                faults.append(f"{name} does not search lib")
     return faults
 
 
@@ -54,7 +54,7 @@ def dynamic(path):
 
 
 def unmet(path, packed):
-    """The libraries that a file loads and that neither a plain desktop nor the folder has."""
+    """The libraries that a file needs and neither a plain desktop nor the folder has."""
     plain = plain_desktop()
     needed = re.findall(r"\(NEEDED\).*\[(.+)\]", dynamic(path))
     return [name for name in needed
@@ -62,7 +62,7 @@ def unmet(path, packed):
 
 
 def licence_faults(folder):
-    """Packed libraries and plugins without a notice, and licences that are referred to only."""
+    """Packed libraries and plugins without a notice, and missing licences that notices refer to."""
     notices = folder / "licenses"
     listed = (notices / "LIBRARIES.txt").read_text()
     faults = []
@@ -79,7 +79,7 @@ def licence_faults(folder):
 
 
 def rule_faults(text):
-    """Lines of the rules for the device manager that are neither comment nor well-formed."""
+    """Lines of the udev rules that are neither comments nor well formed."""
     term = r'(?:\w+|ATTRS\{\w+\}|ENV\{\w+\})(?:==|!=|=)"[^"]*"'
     rule = re.compile(rf"(?:#.*|{term}(?:, {term})*)?")
     return [line for line in text.splitlines() if not rule.fullmatch(line)]
@@ -87,16 +87,16 @@ def rule_faults(text):
 
 class ArchiveTest(StagedTest):
     def damaged(self, change):
-        copy = self.room / "damaged"
+        copy = self.scratch / "damaged"
         self.addCleanup(shutil.rmtree, copy)
         shutil.copytree(self.folder, copy)
         change(copy)
         return copy
 
-    def test_it_is_whole(self):
+    def test_it_is_complete(self):
         self.assertEqual(archive_faults(self.folder), [])
 
-    def test_what_is_missing_is_found(self):
+    def test_a_missing_file_is_found(self):
         for name, fault in (
             ("Help/index.htm", "Help/index.htm is missing"),
             ("lib/libicudata.so.72", "lib/libicuuc.so.72 needs libicudata.so.72"),
@@ -107,9 +107,9 @@ class ArchiveTest(StagedTest):
                 self.assertIn(fault, archive_faults(copy))
                 self.doCleanups()
 
-    def test_a_program_that_does_not_look_into_lib_is_found(self):
+    def test_a_program_that_does_not_search_lib_is_found(self):
         copy = self.damaged(lambda folder: run("patchelf", "--remove-rpath", folder / "kelvara"))
-        self.assertEqual(archive_faults(copy), ["kelvara does not look into lib"])
+        self.assertEqual(archive_faults(copy), ["kelvara does not search lib"])
 
     def test_a_program_that_cannot_be_started_is_found(self):
         copy = self.damaged(lambda folder: (folder / "kelvara").chmod(0o644))
@@ -118,13 +118,13 @@ class ArchiveTest(StagedTest):
     def test_every_library_has_its_notice(self):
         self.assertEqual(licence_faults(self.folder), [])
 
-    def test_a_library_without_notice_is_found(self):
+    def test_a_library_without_a_notice_is_found(self):
         copy = self.damaged(lambda folder: (folder / "licenses/libicu72.txt").unlink())
         self.assertIn("libicuuc.so.72 has no notice", licence_faults(copy))
         (copy / "licenses/LGPL-3").unlink()
         self.assertIn("libqt6core6.txt refers to LGPL-3", licence_faults(copy))
 
-    def test_the_programs_load_what_is_packed_and_tell_the_version(self):
+    def test_the_programs_load_the_packed_libraries_and_print_the_version(self):
         self.assertEqual(self.folder.name, f"kelvara-{VERSION}-linux")
         for name in ("kelvara", "kelvara-cli"):
             with self.subTest(name=name):
@@ -133,7 +133,7 @@ class ArchiveTest(StagedTest):
                 self.assertEqual(run(self.folder / name, "--version").stdout,
                                  f"Kelvara v{VERSION}\n")
 
-    def test_all_that_is_read_names_the_version(self):
+    def test_the_readme_and_the_manuals_name_the_version(self):
         self.assertTrue((self.folder / "README.txt").read_text()
                         .startswith(f"Kelvara {VERSION} for Linux\n"))
         for page in (self.folder / "share/man").iterdir():
@@ -142,7 +142,7 @@ class ArchiveTest(StagedTest):
             if path.suffix not in (".png", ".svg"):
                 self.assertNotIn("@VERSION@", path.read_text())
 
-    def test_the_readme_names_what_a_plain_desktop_has(self):
+    def test_the_readme_names_the_required_packages(self):
         text = (self.folder / "README.txt").read_text()
         self.assertNotIn("@", text)
         for package in ("libc6", "libegl1", "xkb-data", "zlib1g"):

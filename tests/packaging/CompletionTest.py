@@ -10,7 +10,7 @@ from Packaging import COMMANDS, PACKAGING, PROGRAMS, all_options, choices_of, he
 
 
 def bash_offers(folder, *line):
-    """What bash offers behind these words, the last of which is unfinished."""
+    """What bash offers after these words, the last of which is incomplete."""
     program = line[0]
     function = "_" + program.replace("-", "_")
     script = (f'source "$1/{program}.bash"; shift; COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1))\n'
@@ -22,7 +22,7 @@ def bash_offers(folder, *line):
 
 
 def fish_offers(folder, *line):
-    """The options of the lines of fish's completion that hold behind these words."""
+    """The options that fish's completion offers after these words."""
     text = (folder / f"{line[0]}.fish").read_text()
     offers = set()
     for entry in text.splitlines():
@@ -36,7 +36,7 @@ def fish_offers(folder, *line):
 
 
 def zsh_offers(folder, *line):
-    """The options that zsh's completion names for these words."""
+    """The options that zsh's completion offers after these words."""
     text = (folder / f"_{line[0]}").read_text()
     if len(line) > 1:
         text = re.search(rf"^  {line[1]}\)$(.*?)^    ;;$", text, re.MULTILINE | re.DOTALL).group(1)
@@ -46,7 +46,7 @@ def zsh_offers(folder, *line):
 
 
 def completion_faults(folder):
-    """Where a completion below a folder offers something else than --help lists."""
+    """Where a completion in a folder differs from the options that --help lists."""
     faults = []
     for line, options in all_options().items():
         offers = {
@@ -64,16 +64,16 @@ def completion_faults(folder):
 class CompletionTest(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        room = tempfile.TemporaryDirectory(prefix="kelvara-completion-")
-        cls.addClassCleanup(room.cleanup)
-        cls.completion = pathlib.Path(room.name)
+        temporary = tempfile.TemporaryDirectory(prefix="kelvara-completion-")
+        cls.addClassCleanup(temporary.cleanup)
+        cls.completion = pathlib.Path(temporary.name)
         result = run(PACKAGING / "completions.py", PROGRAMS, cls.completion)
         assert result.returncode == 0, result.stderr
 
     def test_every_shell_offers_the_options_of_the_help(self):
         self.assertEqual(completion_faults(self.completion), [])
 
-    def test_what_differs_is_found(self):
+    def test_a_difference_is_found(self):
         for name, old, new, fault in (
             ("kelvara.bash", "--raw --", "--", "bash lacks kelvara --raw"),
             ("kelvara-cli.bash", "--whole", "--hole", "bash invents kelvara-cli replay --hole"),
@@ -83,8 +83,8 @@ class CompletionTest(unittest.TestCase):
             ("_kelvara-cli", "--csv", "--tsv", "zsh invents kelvara-cli replay --tsv"),
             ("_kelvara", "--version", "--verse", "zsh lacks kelvara --version"),
         ):
-            with self.subTest(fault=fault), tempfile.TemporaryDirectory() as room:
-                folder = pathlib.Path(room) / "completion"
+            with self.subTest(fault=fault), tempfile.TemporaryDirectory() as temporary:
+                folder = pathlib.Path(temporary) / "completion"
                 shutil.copytree(self.completion, folder)
                 text = (folder / name).read_text()
                 self.assertIn(old, text)
@@ -107,21 +107,21 @@ class CompletionTest(unittest.TestCase):
         self.assertEqual(bash_offers(self.completion, "kelvara-cli", "convert", ""),
                          choices_of(help_of("kelvara-cli", "convert"), "FIELD"))
 
-    def test_bash_offers_the_faults_of_the_line(self):
+    def test_bash_offers_the_line_faults(self):
         listed = re.search(r"goes wrong on the line: ([^;]+);", help_of("kelvara-cli", "simulate"))
         self.assertEqual(bash_offers(self.completion, "kelvara-cli", "simulate", "--fault", ""),
                          set(listed.group(1).split(", ")))
 
-    def test_bash_offers_files_where_a_file_is_due(self):
-        with tempfile.TemporaryDirectory() as room:
-            (pathlib.Path(room) / "a session.txt").write_text("")
-            start = room + "/a"
+    def test_bash_offers_files_where_a_file_is_expected(self):
+        with tempfile.TemporaryDirectory() as temporary:
+            (pathlib.Path(temporary) / "a session.txt").write_text("")
+            start = temporary + "/a"
             for line in (("kelvara", "--site", start), ("kelvara", "--com", "1", "=", start),
                          ("kelvara-cli", "replay", start),
                          ("kelvara-cli", "record", "--raw", start),
                          ("kelvara-cli", "ports", "--com", "1", "=", start)):
                 with self.subTest(line=line):
-                    self.assertEqual(bash_offers(self.completion, *line), {room + "/a session.txt"})
+                    self.assertEqual(bash_offers(self.completion, *line), {temporary + "/a session.txt"})
             self.assertEqual(bash_offers(self.completion, "kelvara-cli", "record", "--site", start),
                              set())
 

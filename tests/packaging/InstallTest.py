@@ -1,4 +1,4 @@
-"""The install script puts all into the user's own folders, and takes away what it brought."""
+"""The install script installs into the user's folders and removes what it installed."""
 
 import os
 import pathlib
@@ -11,7 +11,7 @@ from Packaging import VERSION, StagedTest, run
 
 
 def tree(folder):
-    """Every file, link and folder below a folder, with what it holds, or a token of it."""
+    """Every file, link and folder below a folder, with its content or a checksum."""
     found = {}
     for path in sorted(folder.rglob("*")):
         name = str(path.relative_to(folder))
@@ -27,10 +27,10 @@ def tree(folder):
 
 class InstallTest(StagedTest):
     def setUp(self):
-        room = tempfile.TemporaryDirectory(prefix="kelvara-hôme of 100 % $x ")
-        self.addCleanup(room.cleanup)
-        self.home = pathlib.Path(room.name)
-        self.environment = {"HOME": room.name, "PATH": os.environ["PATH"]}
+        temporary = tempfile.TemporaryDirectory(prefix="kelvara-hôme of 100 % $x ")
+        self.addCleanup(temporary.cleanup)
+        self.home = pathlib.Path(temporary.name)
+        self.environment = {"HOME": temporary.name, "PATH": os.environ["PATH"]}
         self.programs = self.home / ".local/share/kelvara"
 
     def install(self, *arguments, script=None, fails=False, **more):
@@ -40,7 +40,7 @@ class InstallTest(StagedTest):
         return result
 
     def newer(self):
-        """Another release: one file less, one more, one changed."""
+        """Another release: one file removed, one added, one changed."""
         folder = self.home.parent / f"{self.home.name}-newer"
         self.addCleanup(shutil.rmtree, folder)
         shutil.copytree(self.folder, folder)
@@ -50,13 +50,13 @@ class InstallTest(StagedTest):
         (folder / "README.txt").write_text("newer")
         return folder
 
-    def test_it_leaves_an_empty_home_when_it_is_removed(self):
+    def test_removing_it_leaves_an_empty_home(self):
         self.install()
         self.assertGreater(len(tree(self.home)), 100)
         self.install("--remove")
         self.assertEqual(tree(self.home), {})
 
-    def test_the_installed_copy_removes_itself(self):
+    def test_the_installed_copy_can_remove_itself(self):
         self.install()
         self.install("--remove", script=self.programs / "install", XDG_DATA_HOME="/elsewhere")
         self.assertEqual(tree(self.home), {})
@@ -76,7 +76,7 @@ class InstallTest(StagedTest):
             with self.subTest(name=name):
                 self.assertTrue((share / name).is_file())
 
-    def test_the_commands_are_the_programs(self):
+    def test_the_commands_start_the_programs(self):
         self.install()
         for name in ("kelvara", "kelvara-cli"):
             result = run(self.home / ".local/bin" / name, "--version", cwd="/")
@@ -109,11 +109,11 @@ class InstallTest(StagedTest):
         self.install("--remove", XDG_DATA_HOME=data)
         self.assertEqual(tree(self.home), {})
 
-    def test_a_relative_data_folder_does_not_count(self):
+    def test_a_relative_data_folder_is_ignored(self):
         self.install(XDG_DATA_HOME="somewhere")
         self.assertTrue((self.programs / "kelvara").is_file())
 
-    def test_an_upgrade_keeps_the_users_files_and_drops_what_is_old(self):
+    def test_an_upgrade_keeps_the_users_files_and_removes_old_ones(self):
         self.install()
         (self.programs / "rfields.ds").write_text("mine")
         (self.programs / "Help/note.txt").write_text("mine")
@@ -128,7 +128,7 @@ class InstallTest(StagedTest):
         self.assertEqual([name for name, text in tree(self.home).items() if text is not None],
                          [".local/share/kelvara/Help/note.txt", ".local/share/kelvara/rfields.ds"])
 
-    def test_removing_keeps_what_is_the_users_unless_told_otherwise(self):
+    def test_removing_keeps_the_users_files_unless_asked_to_remove_them(self):
         self.install()
         settings = self.home / ".config/CorvanaSync/CorvanaSync.ini"
         settings.parent.mkdir(parents=True)
@@ -144,7 +144,7 @@ class InstallTest(StagedTest):
         self.assertEqual([name for name, text in tree(self.home).items() if text is not None],
                          [".local/share/kelvara/site.html"])
 
-    def test_what_was_there_before_stays(self):
+    def test_existing_files_are_kept(self):
         (self.home / ".local/bin").mkdir(parents=True)
         (self.home / ".local/share/applications").mkdir(parents=True)
         (self.home / ".local/bin/other").write_text("other")
@@ -153,7 +153,7 @@ class InstallTest(StagedTest):
         self.install("--remove")
         self.assertEqual(tree(self.home), before)
 
-    def test_a_command_of_another_is_not_replaced(self):
+    def test_another_programs_command_is_not_replaced(self):
         (self.home / ".local/bin").mkdir(parents=True)
         (self.home / ".local/bin/kelvara").write_text("other")
         before = tree(self.home)
@@ -161,7 +161,7 @@ class InstallTest(StagedTest):
         self.assertIn(f"{self.home}/.local/bin/kelvara is there already", said)
         self.assertEqual(tree(self.home), before)
 
-    def test_a_copy_that_fails_leaves_the_earlier_release(self):
+    def test_a_failed_copy_keeps_the_earlier_release(self):
         self.install()
         before = tree(self.home)
         newer = self.newer()
@@ -173,7 +173,7 @@ class InstallTest(StagedTest):
         self.install("--remove")
         self.assertEqual(tree(self.home), {})
 
-    def test_what_cannot_be_done_is_said(self):
+    def test_failures_are_reported(self):
         self.assertIn("not installed", self.install("--remove", fails=True).stderr)
         self.assertIn("HOME is not set", self.install(fails=True, HOME="").stderr)
         self.assertEqual(self.install("--purge", fails=True).returncode, 2)

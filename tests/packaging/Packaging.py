@@ -1,4 +1,4 @@
-"""What the tests of the packaging share: the programs' own help, and the folder that is packed."""
+"""Shared by the packaging tests: the programs' help and the folder that is packed."""
 
 import os
 import pathlib
@@ -20,38 +20,38 @@ def run(*command, **options):
 
 
 def help_of(*command):
-    """The help text of a program, or of one of its sub-commands."""
+    """The help text of a program or of one of its sub-commands."""
     result = run(PROGRAMS / command[0], *command[1:], "--help")
     assert result.returncode == 0, result.stderr
     return result.stdout
 
 
 def options_of(text):
-    """The options that a help text lists, short and long."""
+    """The short and long options that a help text lists."""
     lists = re.findall(r"^ +((?:-\w,)?--[\w-]+)", text, re.MULTILINE)
     return {option for found in lists for option in found.split(",")}
 
 
 def choices_of(text, option):
-    """The values in braces that a help text gives an option or a field."""
+    """The values in braces that a help text lists for an option or a field."""
     found = re.search(re.escape(option) + r" \S*:\{([\w,]+)\}", text)
     return set(found.group(1).split(","))
 
 
 def all_options():
-    """For each command line that takes options, which these are."""
+    """The options of each command line that takes any."""
     lines = [("kelvara",), ("kelvara-cli",), *(("kelvara-cli", name) for name in COMMANDS)]
     return {line: options_of(help_of(*line)) for line in lines}
 
 
 class StagedTest(unittest.TestCase):
-    """Has the folder that is packed, laid out once for the whole class."""
+    """Provides the folder that is packed, staged once for the class."""
 
     @classmethod
     def setUpClass(cls):
-        room = tempfile.TemporaryDirectory(prefix="kelvara-packaging-")
-        cls.addClassCleanup(room.cleanup)
-        cls.room = pathlib.Path(room.name)
-        cls.folder = cls.room / f"kelvara-{VERSION}-linux"
+        temporary = tempfile.TemporaryDirectory(prefix="kelvara-packaging-")
+        cls.addClassCleanup(temporary.cleanup)
+        cls.scratch = pathlib.Path(temporary.name)
+        cls.folder = cls.scratch / f"kelvara-{VERSION}-linux"
         result = run(PACKAGING / "stage", PROGRAMS, VERSION, cls.folder)
         assert result.returncode == 0, result.stderr

@@ -4,7 +4,7 @@
 
 namespace kelvara::bench {
 
-/// How often this program has asked for memory so far.
+/// The number of memory allocations of this program so far.
 std::int64_t AllocationCount();
 
 }  // namespace kelvara::bench

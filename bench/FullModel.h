@@ -6,7 +6,7 @@
 
 namespace kelvara::bench {
 
-/// Fills a model with antennas, each heard from every other; as far as it goes unless told else.
+/// Fills a model with antennas, each heard from every other. By default, with as many as fit.
 inline void FillModel(sync::SyncModel& model,
                       std::int16_t aas = static_cast<std::int16_t>(sync::kMaxAas)) {
   for (std::int16_t rpn = 0; rpn < aas; ++rpn) {

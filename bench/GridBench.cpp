@@ -9,7 +9,7 @@
 namespace kelvara::bench {
 namespace {
 
-/// Draws a full matrix in metres, with the FPS beside each hexadecimal RPN: the longest texts.
+/// Draws a full matrix in metres with hexadecimal RPNs and the FPS, which gives the longest texts.
 class GridRig {
  public:
   explicit GridRig(std::int64_t aas) { FillModel(model_, static_cast<std::int16_t>(aas)); }

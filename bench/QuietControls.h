@@ -7,7 +7,7 @@
 #include "platform/MessageBoxes.h"
 #include "sync/LogFunnel.h"
 
-/// Controls that do nothing, so that only the engine is measured.
+/// Stand-ins that do nothing, so that only the engine is measured.
 namespace kelvara::bench {
 
 class QuietBeeper : public platform::Beeper {

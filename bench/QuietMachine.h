@@ -8,7 +8,7 @@
 
 namespace kelvara::bench {
 
-/// A machine of the real clock, dates and files that is otherwise quiet.
+/// A machine with the real clock, dates and files, and otherwise with stand-ins that do nothing.
 struct QuietMachine {
   qt::QtClock clock;
   qt::QtDateFormat dateFormat;

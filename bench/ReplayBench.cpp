@@ -19,7 +19,7 @@ namespace {
 constexpr std::size_t kSessionBytes = std::size_t{64} << 20U;
 constexpr std::size_t kPieceBytes = std::size_t{256} << 10U;
 
-/// The example session, over and over.
+/// The example session, repeated.
 const std::string& SessionText() {
   static const std::string text = [] {
     std::ifstream file(KELVARA_EXAMPLE_SESSION, std::ios::binary);

@@ -11,8 +11,8 @@
 namespace kelvara::bench {
 namespace {
 
-/// Writes the report of a site to a real file: one that is new each time, or the same again.
-/// The latter depends on the disk, which file systems wait for when a file is emptied and refilled.
+/// Writes the report of a site to a real file, either a new file each time or the same one again.
+/// The latter depends on the disk: file systems wait for it when a file is truncated and rewritten.
 void Report(benchmark::State& state, bool isNewFile) {
   sync::SyncModel model;
   FillModel(model, static_cast<std::int16_t>(state.range(0)));

@@ -4,7 +4,7 @@
 
 namespace kelvara::bench {
 
-/// The sites that a benchmark is run with, in antennas: from a small one to the largest.
+/// Runs a benchmark with sites from 4 antennas to the maximum of 51.
 inline void SiteSizes(benchmark::internal::Benchmark* benchmark) {
   benchmark->Arg(4)->Arg(12)->Arg(25)->Arg(51);
 }

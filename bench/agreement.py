@@ -13,7 +13,7 @@ PEER = pathlib.Path(__file__).parent / "replay_peer.py"
 
 
 def console_results(console, session):
-    """What kelvara-cli reads, in the form that the peer prints."""
+    """The results of kelvara-cli, in the form that the peer prints."""
     command = [console, "replay", session, "--json", "-"]
     results = json.loads(subprocess.run(command, stdout=subprocess.PIPE, check=True).stdout)
     rpns = [aa["rpn"] for aa in results["aas"]]
@@ -30,7 +30,7 @@ def peer_results(session):
 
 
 def disagreement(console, session):
-    """What differs between the two, as a text; empty when nothing does."""
+    """The difference between the two as a text; empty if they agree."""
     ours, theirs = console_results(console, session), peer_results(session)
     if not ours["cells"]:
         return "there is nothing to compare"

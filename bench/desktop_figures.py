@@ -1,4 +1,4 @@
-"""What the desktop program costs beside an empty window and a plain table, on a screen of its own."""
+"""Compares the desktop program with an empty window and a plain table, on a virtual screen."""
 
 import os
 import pathlib
@@ -22,7 +22,7 @@ antennas and its icon.
 
 
 class Screen:
-    """A virtual screen for as long as it is used."""
+    """A virtual screen, as a context manager that gives the environment for programs."""
 
     def __enter__(self):
         read, write = os.pipe()
@@ -49,7 +49,7 @@ def output_of(command, environment):
 
 
 def median_milliseconds(commands, environment):
-    """The median wall time of each command from start to end, all taking turns."""
+    """The median wall time of each command. The commands take turns."""
     samples = {name: [] for name in commands}
     for _ in range(ROUNDS):
         for name, command in commands.items():
@@ -65,7 +65,7 @@ def processor_seconds(process):
 
 
 def idle_share(kelvara, environment):
-    """The share of a processor that a connected program takes, in percent."""
+    """The share of a processor that a connected program uses, in percent."""
     process = subprocess.Popen([kelvara, "--demo"], env=environment, stderr=subprocess.DEVNULL)
     try:
         time.sleep(IDLE_SETTLING_SECONDS)

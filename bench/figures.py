@@ -3,10 +3,10 @@
 
 Usage: figures.py BUILD_FOLDER WORK_FOLDER [DOCUMENT]
 
-The document gets the same tables with what they mean.
+The document gets the same tables with explanations.
 
-Rates are by processor time, which other work on the machine disturbs least; every program here runs
-on one processor. Milliseconds are wall time.
+Rates are per second of processor time, which other work on the machine affects least. Every program
+here uses a single processor. Milliseconds are wall time.
 """
 
 import datetime
@@ -33,7 +33,7 @@ HUGE_FILES = 10
 
 
 def engine_figures(build):
-    """The medians of the in-process benchmarks by name."""
+    """The medians of the in-process benchmarks, by name."""
     command = [
         build / "bin/kelvara_bench", "--benchmark_format=json", "--benchmark_repetitions=5",
         "--benchmark_report_aggregates_only=true",
@@ -44,7 +44,7 @@ def engine_figures(build):
 
 
 def make_session(folder, name, option, amount):
-    """A session of 51 antennas of that length, made once and kept."""
+    """A session of 51 antennas with the given length, made once and kept."""
     session = folder / name
     if not session.exists():
         unfinished = session.with_suffix(".part")
@@ -69,7 +69,7 @@ beltpack sends 1.9 kB/s at most, so a replay reads an hour on the line in hundre
         "grep": ["grep", "-c", "-i", "100ec", session],
         "wc": ["wc", "-l", session],
     })
-    # The plain replay takes so long that one round of it says enough.
+    # The plain replay takes so long that one round is enough.
     seconds["peer"] = Run([sys.executable, BENCH / "replay_peer.py", session]).processor
     ratios = {name: other / seconds["replay"] for name, other in seconds.items()}
 
@@ -180,7 +180,7 @@ def main():
     load = os.getloadavg()[0]
     sessions = {megabytes: session_of_megabytes(work, megabytes) for megabytes in (SMALL, LARGE)}
     if agreement.disagreement(console, sessions[SMALL]):
-        sys.exit("kelvara-cli and the plain replay disagree: no figure would mean anything")
+        sys.exit("kelvara-cli and the plain replay disagree: the figures would be meaningless")
 
     table = Table()
     engine = engine_figures(build)

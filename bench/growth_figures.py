@@ -10,8 +10,8 @@ LONGEST_FILE_HOURS = 24
 
 
 def print_sites(table, engine, redraws):
-    """`redraws`: of each size the milliseconds of a full redraw, of an unchanged one and of a plain
-    table."""
+    """`redraws` has, for each size, the milliseconds of a full redraw, of an unchanged one and of a
+    plain table."""
     table.section("Growth with the antennas", """
 The number of cells grows with the square of the antennas: 51 antennas have 163 times the data cells
 of 4, in the grid as in the report. The time for one cell stays the same or falls. There are 3000 ms
@@ -30,7 +30,7 @@ from one poll to the next.
 
 
 def print_lengths(table, console, make_session):
-    """`make_session` gives a session of so many reports as a file."""
+    """`make_session` returns the file of a session with the given number of reports."""
     table.section("Growth with the session", """
 Replays of sessions with 51 antennas, polled all the time. Reports are read one at a time and added to
 the matrix, so neither the time for a report nor the memory grows with the session. A replay of 30

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Writes a recorded session: the reports of a beltpack carried through a made-up site.
+"""Writes a recorded session: the reports of a beltpack carried through an invented site.
 
-The same options always give the same bytes. The example session of examples/ is made by
+The same options always give the same bytes. The example session in examples/ is made with
     bench/make_session.py --antennas 12 --reports 60 --seed 12 examples/recorded-session.txt
 """
 
@@ -25,7 +25,7 @@ class Antenna:
 
 
 class Site:
-    """Antennas on cables of 60 to 900 metres, and an engineer who walks from one to the next."""
+    """Antennas on cables of 60 to 900 metres, and an engineer who walks between them."""
 
     def __init__(self, antenna_count, seed):
         self.random = random.Random(seed)
@@ -35,7 +35,7 @@ class Site:
         self.place = 0
 
     def walk(self):
-        """Moves on to an antenna close by, and returns it with the neighbours heard there."""
+        """Moves to a nearby antenna and returns it with the neighbours heard there."""
         step = self.random.choice((-2, -1, 1, 1, 2, 3))
         self.place = (self.place + step) % len(self.antennas)
         here = self.antennas[self.place]
@@ -44,7 +44,7 @@ class Site:
         return here, self.random.sample(others, heard)
 
     def reading(self, here, neighbour):
-        """The three characters of one reading: a phase, an unknown one or none."""
+        """The three characters of one reading: a phase, a question mark or blanks."""
         luck = self.random.random()
         if luck < 0.03:
             return "  ?"
@@ -56,28 +56,28 @@ class Site:
         """The 29 lines of one report, each with its line end."""
         here, neighbours = self.walk()
         lines = ["rfps", "RFPS report", f"{here.identity} Sync"]
-        room = LINES_PER_REPORT - len(lines)
+        space = LINES_PER_REPORT - len(lines)
         for position, neighbour in enumerate(neighbours):
             still_to_come = len(neighbours) - position - 1
-            count = min(self.random.randint(1, MAX_READINGS), room - still_to_come)
-            room -= count
+            count = min(self.random.randint(1, MAX_READINGS), space - still_to_come)
+            space -= count
             for number in range(count):
                 head = INDENT if number else f"{neighbour.identity} "
                 lines.append(head + NEIGHBOUR + self.reading(here, neighbour))
-        lines += ["--"] * room
+        lines += ["--"] * space
         return "".join(line + "\r\n" for line in lines)
 
 
 def main():
     parser = argparse.ArgumentParser(description="Writes a recorded beltpack session.")
     parser.add_argument("--antennas", type=int, default=51, help="antennas of the site (default 51)")
-    parser.add_argument("--reports", type=int, help="so many reports")
-    parser.add_argument("--bytes", type=int, help="as many reports as reach this size")
-    parser.add_argument("--seed", type=int, default=1, help="another seed is another site")
+    parser.add_argument("--reports", type=int, help="number of reports")
+    parser.add_argument("--bytes", type=int, help="enough reports to reach this size")
+    parser.add_argument("--seed", type=int, default=1, help="site and walk (default 1)")
     parser.add_argument("file", help="the file to write")
     options = parser.parse_args()
     if (options.reports is None) == (options.bytes is None):
-        parser.error("one of --reports and --bytes is needed")
+        parser.error("exactly one of --reports and --bytes is required")
     if not 2 <= options.antennas <= 255:
         parser.error("--antennas must be 2 to 255")
 

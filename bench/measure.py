@@ -1,4 +1,4 @@
-"""How whole programs are measured."""
+"""Measures whole programs."""
 
 import os
 import statistics
@@ -12,11 +12,11 @@ ROUNDS = 5
 
 
 class Run:
-    """One run of a command: seconds of wall time and of processor time, and the most memory held."""
+    """One run of a command: wall time and processor time in seconds, and peak memory."""
 
     def __init__(self, command):
         start = time.perf_counter()
-        # Into a file, because grep stops at the first line when nobody would read the others.
+        # Output goes to a file because grep stops at the first match if its output is discarded.
         with tempfile.TemporaryFile() as output, subprocess.Popen(
             command, stdout=output, stderr=output
         ) as process:
@@ -30,7 +30,7 @@ class Run:
 
 
 def median_processor_seconds(commands):
-    """The median processor time of each command, all taking turns."""
+    """The median processor time of each command. The commands take turns."""
     samples = {name: [] for name in commands}
     for _ in range(ROUNDS):
         for name, command in commands.items():

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Replays a recorded session in plain Python: a second reading of the same text, to compare with.
+"""Replays a recorded session in plain Python, as an independent implementation to compare with.
 
-Prints one line of JSON: how many reports were read, and the filled cells of the phase matrix by the
-RPNs of the pair, each with its sum, count, maximum and minimum.
+Prints one line of JSON: the number of reports and the filled cells of the phase matrix, each with
+the RPNs of the pair, its sum, count, maximum and minimum.
 """
 
 import itertools
@@ -19,7 +19,7 @@ READING = re.compile(rb"neighbour.{10}(.{3})", re.IGNORECASE | re.DOTALL)
 
 
 def read_report(text):
-    """The RPN of the synchronised-to antenna and the mean phases of its neighbours by RPN."""
+    """The RPN of the antenna synchronised to, and the RPNs and mean phases of its neighbours."""
     here = None
     means = []
     for _, _, rpn, block in BLOCK.findall(text):

@@ -1,6 +1,6 @@
-"""The figures: tables of values, ratios and goals, printed as they come and kept as a document."""
+"""Tables of values, ratios and goals, printed as they are measured and written to a document."""
 
-# What was measured, its value, its ratio, its goal, and whether it is met.
+# Columns: what was measured, its value, its ratio, its goal, and whether the goal is met.
 WIDTHS = (42, 11, 23, 11, 6)
 HEADINGS = ("measured", "value", "ratio", "goal", "")
 
@@ -11,7 +11,7 @@ class Table:
         self.lines = []
 
     def section(self, title, remarks):
-        """Begins a table. The remarks say what it shows, and stand in the document alone."""
+        """Starts a table. The remarks explain it and appear only in the document."""
         print(f"\n{title}\n")
         self.print_cells(HEADINGS)
         self.print_cells(["-" * width for width in WIDTHS])
@@ -22,7 +22,7 @@ class Table:
         print("  ".join(text.ljust(width) for text, width in zip(cells, WIDTHS)).rstrip())
 
     def row(self, what, value, ratio="", goal="", met=None):
-        """`met` is True or False where there is a goal."""
+        """`met` is True or False if there is a goal, otherwise None."""
         self.missed = self.missed or met is False
         verdict = {None: "", True: "met", False: "MISSED"}[met]
         self.print_cells((what, value, ratio, goal, verdict))

@@ -1,5 +1,5 @@
-"""The desktop program beside CuteCom, the serial terminal that a user would take instead, at the
-same simulated beltpack."""
+"""Compares the desktop program with CuteCom, a serial terminal that a user might use instead, on
+simulated beltpacks."""
 
 import os
 import pathlib
@@ -11,7 +11,7 @@ import time
 
 ROUNDS = 9
 SETTLING_SECONDS = 10
-# Until the watcher, which says nothing by itself, has told the X server what it wants to see.
+# Time for the watcher to register with the X server, which it does not report.
 WATCH_SECONDS = 0.5
 REMARKS = """
 CuteCom shows received text and sends typed text; it does not poll, parse or draw a grid. Each program
@@ -21,8 +21,8 @@ until the X server maps its window, as `xev` reports it. Memory is measured with
 
 
 class Beltpack:
-    """A simulated beltpack for one run of a program: a program that is killed leaves the
-    pseudo-terminal, which it had for itself, closed to all others of an ordinary user."""
+    """A simulated beltpack for one run of a program. A killed program leaves its exclusive lock on
+    the pseudo-terminal, so that an ordinary user's programs can no longer open it."""
 
     def __init__(self, console, device):
         self.command = [console, "simulate", "--link", device]
@@ -37,7 +37,7 @@ class Beltpack:
 
 
 def configure_cutecom(environment, device):
-    """Sets its session to the device, as a user does once by its settings."""
+    """Configures its session for the device, as a user does once in its settings."""
     folder = pathlib.Path(environment["XDG_CONFIG_HOME"]) / "CuteCom"
     folder.mkdir(parents=True, exist_ok=True)
     (folder / "CuteCom5.conf").write_text(
@@ -71,7 +71,7 @@ def holds(process, device):
 
 
 def megabytes_with_port(command, environment, device, keys):
-    """What a program holds with the port open; keys are what its user types to open it."""
+    """The memory of a program with the port open. `keys` are what a user types to open it."""
     with subprocess.Popen(command, env=environment, stdout=subprocess.DEVNULL,
                           stderr=subprocess.DEVNULL) as program:
         time.sleep(2)
@@ -82,8 +82,8 @@ def megabytes_with_port(command, environment, device, keys):
         time.sleep(SETTLING_SECONDS)
         if not holds(program, device):
             program.terminate()
-            sys.exit(f"{command[0]} has not opened the port. Has another user's program, when it was "
-                     "killed, left its lock in /run/lock?")
+            sys.exit(f"{command[0]} did not open the port. Perhaps a killed program of another user "
+                     "left its lock in /run/lock.")
         status = pathlib.Path(f"/proc/{program.pid}/status").read_text()
         program.terminate()
     return int(status.split("VmRSS:")[1].split()[0]) * 1024 / 1e6

@@ -1,6 +1,7 @@
-// What the main window costs. "start" ends at the first paint; "memory" then fills 51 antennas and
-// prints the kilobytes held; "redraw" prints the milliseconds of a full redraw, of one that changes
-// nothing, and of a plain table filled the same way; the number of antennas may follow.
+// Benchmarks of the main window. Usage: desktop_bench start|memory|redraw [ANTENNAS]. All modes end
+// after the first paint: "start" immediately, "memory" after filling in 51 antennas and printing
+// the resident kilobytes, "redraw" after printing the milliseconds of a full redraw, of one that
+// changes nothing, and of a plain table filled the same way.
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -28,7 +29,7 @@ namespace {
 constexpr int kAas = static_cast<int>(sync::kMaxAas);
 constexpr int kRounds = 15;
 constexpr int kSettlingMilliseconds = 500;
-/// Large enough for every cell to be seen.
+/// Large enough to show every cell.
 constexpr QSize kScreen(2000, 1060);
 
 double Median(std::vector<double> values) {
@@ -36,7 +37,7 @@ double Median(std::vector<double> values) {
   return values[values.size() / 2];
 }
 
-/// The median milliseconds of `work` and the painting that follows from it; `prepare` is not timed.
+/// The median time of `work` and the painting it causes, in milliseconds. `prepare` is not timed.
 template <typename Prepare, typename Work>
 double MedianMilliseconds(Prepare prepare, Work work) {
   std::vector<double> samples;
@@ -57,7 +58,7 @@ std::string CellText(int round, int row, int column) {
   return std::to_string((row * 7 + column * 13 + round * 31) % 900 - 450);
 }
 
-/// Lets the program finish what it puts off until its window stands.
+/// Lets the program finish the work that it delays until its window is shown.
 void Settle() {
   QEventLoop loop;
   QTimer::singleShot(kSettlingMilliseconds, &loop, &QEventLoop::quit);
@@ -91,7 +92,7 @@ void MeasureRedraw(app::FrmMain& window, std::int16_t aas) {
   QCoreApplication::processEvents();
   sync::SyncModel& model = window.Live().Results().Model();
   FillModel(model, aas);
-  // Every reading moves each mean, so that each cell shows something new.
+  // Each reading changes a mean, so that every cell shows something new.
   const auto changeAll = [&model, aas](int round) {
     const auto phase = static_cast<std::int16_t>(round % 2 == 0 ? 900 : -900);
     for (std::int16_t from = 0; from < aas; ++from) {

@@ -1,5 +1,5 @@
-// The least that a program with a window can be: an empty window, painted once. Prints the memory
-// it holds then, in kilobytes.
+// The smallest program with a window: shows an empty window, waits until it is painted and prints
+// the resident memory in kilobytes.
 
 #include <QApplication>
 #include <QMainWindow>

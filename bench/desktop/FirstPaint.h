@@ -9,7 +9,7 @@
 
 namespace kelvara::bench {
 
-/// Calls back once, when the first window of the program has been painted.
+/// Calls back once, after the program's first window has been painted.
 class FirstPaint : public QObject {
  public:
   explicit FirstPaint(std::function<void(QWidget& window)> painted) : painted_(std::move(painted)) {
@@ -20,7 +20,7 @@ class FirstPaint : public QObject {
     if (event->type() == QEvent::Paint && watched->isWidgetType()) {
       qApp->removeEventFilter(this);
       auto* const window = static_cast<QWidget*>(watched)->window();
-      // The paint itself is over when the loop comes round again.
+      // Painting has finished when the event loop runs again.
       QTimer::singleShot(0, window, [this, window] { painted_(*window); });
     }
     return false;

@@ -5,7 +5,7 @@
 
 namespace kelvara::bench {
 
-/// The memory that the process holds, in kilobytes, as the system counts it.
+/// The resident memory of the process in kilobytes.
 inline long ResidentKilobytes() {
   std::ifstream status("/proc/self/status");
   for (std::string word; status >> word;) {

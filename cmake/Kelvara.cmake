@@ -1,4 +1,4 @@
-# What every target of the project shares: warnings as errors, sanitizers, clang-tidy, the version.
+# Options of every target: warnings as errors, sanitizers, coverage, the version.
 
 add_library(kelvara_options INTERFACE)
 target_include_directories(kelvara_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
@@ -13,7 +13,7 @@ else()
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
 endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-  # This compiler takes a std::string built in front of another for an overlapping copy.
+  # This compiler mistakes some concatenations of std::string for overlapping copies.
   target_compile_options(kelvara_options INTERFACE -Wno-restrict)
 endif()
 if(KELVARA_SANITIZE)

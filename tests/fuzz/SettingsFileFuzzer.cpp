@@ -21,7 +21,7 @@ using qt::IniText;
 constexpr char kFieldEnd = '\x1E';
 constexpr int kMaxSettings = 6;
 
-/// Values by section and key.
+/// Values by section and key, both in lower case.
 using Settings = std::map<std::pair<std::string, std::string>, std::optional<std::string>>;
 
 /// Removes the next field and its end mark from the text and returns the field.
@@ -37,6 +37,15 @@ bool IsPlainWord(const std::string& text) {
     return (character >= '0' && character <= '9') || (character >= 'A' && character <= 'Z') ||
            (character >= 'a' && character <= 'z');
   });
+}
+
+/// Settings are found in any letter case.
+std::string LowerCase(std::string word) {
+  std::transform(word.begin(), word.end(), word.begin(), [](char character) {
+    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a')
+                                                : character;
+  });
+  return word;
 }
 
 std::vector<std::string> LinesOf(const std::string& text) {
@@ -85,14 +94,14 @@ void CheckSettings(IniText text, std::string rest) {
     const std::string value = TakeField(rest);
     if (IsPlainWord(section) && IsPlainWord(key)) {
       changes.push_back({{section, key}, value});
-      known[{section, key}] = text.Value(section, key);
+      known[{LowerCase(section), LowerCase(key)}] = text.Value(section, key);
     }
   }
   CheckComesBack(text, known);
   for (const auto& [name, value] : changes) {
     const std::string before = text.Text();
     text.SetValue(name.first, name.second, value);
-    known[name] = value;
+    known[{LowerCase(name.first), LowerCase(name.second)}] = value;
     CheckValues(text, known);
     CheckOtherLines(before, text.Text());
     CheckComesBack(text, known);

@@ -7,8 +7,8 @@
 
 namespace kelvara::app {
 
-/// What a data cell of the grid stands for, for a tool tip: both antennas, and the mean, minimum,
-/// maximum and count of the readings in RFPS units. Empty for a cell that stands for no antenna.
+/// The tool tip of a data cell of the grid: both antennas, and the mean, minimum, maximum and count
+/// of the readings in RFPS units. Empty for a cell without an antenna.
 std::string CellToolTip(const sync::SyncModel& model, const sync::DisplayOptions& options, int row,
                         int column);
 

@@ -5,8 +5,8 @@
 
 namespace kelvara::app {
 
-/// The stored settings during a demo: the port and rate are shown as they are stored, and a choice
-/// made in the demo lasts as long as the demo. All else is stored as ever.
+/// The settings during a demo: the port and rate are read from the store, but a choice made in the
+/// demo lasts only as long as the demo. Everything else is stored as usual.
 class DemoSettings : public platform::SettingsStore {
  public:
   explicit DemoSettings(platform::SettingsStore& store) : store_(store) {}

@@ -31,7 +31,7 @@ namespace {
 
 constexpr int kIconMilliseconds = 100;
 constexpr int kStylePictureKilobytes = 512;
-/// A window that waits longer for another program would stand still.
+/// Waiting longer for another program would freeze the window.
 constexpr std::chrono::milliseconds kSettingsPatience{30};
 
 std::string DescribeDemoPort(int /*port*/) {
@@ -87,13 +87,13 @@ int RunDesktopProgram(const DesktopOptions& options) {
   }
   window.SetUnloaded([] { QCoreApplication::exit(0); });
   const posix::StopSignal stopSignal([&window] { window.close(); });
-  // The style keeps a picture of each mark that it paints, and paints those of a menu anew at every
-  // opening: of itself it would come to hold 10 MB of them.
+  // The style caches a picture of each mark that it paints, and paints the marks of a menu again at
+  // every opening: without a limit the cache would grow to 10 MB.
   QPixmapCache::setCacheLimit(kStylePictureKilobytes);
   window.show();
-  // The window is there before its port is opened, so that a message has it to stand over.
+  // The window is shown before its port is opened, so that a message appears over it.
   QTimer::singleShot(0, &window, [&window] { window.Form_Load(); });
-  // Its picture takes longer to read than the window to paint.
+  // Reading the icon takes longer than painting the window.
   QTimer::singleShot(kIconMilliseconds, &window,
                      [] { QApplication::setWindowIcon(help::ProgramIcon()); });
   const int result = QCoreApplication::exec();

@@ -6,7 +6,7 @@
 
 namespace kelvara::app {
 
-/// What the desktop program is started with.
+/// The command-line options of the desktop program.
 struct DesktopOptions {
   bool demo = false;
   std::optional<std::string> sitePath;

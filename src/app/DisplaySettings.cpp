@@ -23,8 +23,8 @@ std::int32_t StoredNumber(const std::string& text) {
   }
 }
 
-/// The entry that a key's stored text selects: the one with the same number, else the one with the
-/// highest.
+/// The entry that a key's stored text selects: the entry with the same number, else the entry with
+/// the highest.
 const OptionEntry& Selected(std::string_view key, const std::string& text) {
   const std::int32_t stored = StoredNumber(text);
   const OptionEntry* highest = nullptr;

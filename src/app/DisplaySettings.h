@@ -15,7 +15,8 @@ class DisplaySettings {
   DisplaySettings(platform::SettingsStore& settings, Options& options)
       : settings_(settings), options_(options) {}
 
-  /// What is told when an option has been set, so that the menus and the log box can follow.
+  /// Sets what is called after an option has been set, so that the menus and the log box can
+  /// follow.
   void SetOptionsChanged(std::function<void()> optionsChanged) {
     optionsChanged_ = std::move(optionsChanged);
   }
@@ -23,8 +24,8 @@ class DisplaySettings {
   /// Sets the options to the stored ones. Nothing is written.
   void GetDisplaySettings();
 
-  /// What an entry of the option menus does when the user chooses it: sets the option and stores
-  /// the choice. A store that cannot be written is a file fault; the option is set all the same.
+  /// Sets the option of a menu entry that the user has chosen, and stores the choice. A store that
+  /// cannot be written is a file fault; the option is set anyway.
   void Choose(const OptionEntry& entry);
 
  private:

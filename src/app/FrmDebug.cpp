@@ -26,8 +26,8 @@ using namespace std::chrono_literals;
 constexpr sync::Colour kJustSent{0x00C000};
 constexpr auto kFlash = 500ms;
 
-// A whole report of 29 lines is to be seen at once, with the line that its last line end begins,
-// and a line to spare: the box scrolls when the last line touches its edge.
+// A whole report of 29 lines is visible at once, with the empty line after it and one line to
+// spare: the box scrolls when the last line touches its edge.
 constexpr int kVisibleColumns = 60;
 constexpr int kVisibleLines = 31;
 
@@ -97,7 +97,7 @@ void FrmDebug::DebugPrint(std::string_view strDbg) {
 void FrmDebug::DebugCls() { TextDebug_->clear(); }
 
 void FrmDebug::DebugLastTxMsg(std::string_view strTx) {
-  // A timer that runs is left running: its tick ends the green of every command sent before it.
+  // A running timer is left running: its tick ends the green of every command sent before it.
   if (!TimerColor_->isActive()) {
     TimerColor_->start();
   }
@@ -106,7 +106,7 @@ void FrmDebug::DebugLastTxMsg(std::string_view strTx) {
 }
 
 void FrmDebug::ShowReportText(std::string_view text) {
-  // What the reader looks at stays in view while the text grows.
+  // The lines in view stay in view while the text grows.
   const int line = TextDebug_->verticalScrollBar()->value();
   TextDebug_->setPlainText(qt::ToQString(text));
   TextDebug_->verticalScrollBar()->setValue(line);
@@ -134,7 +134,7 @@ void FrmDebug::TimerColor_Timer() {
 }
 
 void FrmDebug::ShowTextColour() {
-  // Text and background are set as a pair, so that the text can be read under any theme.
+  // Text and background are set as a pair, so that the text is readable in any theme.
   const QPalette system = QApplication::palette(TxtLastTxMsg_);
   QPalette palette = TxtLastTxMsg_->palette();
   palette.setColor(QPalette::Base, system.color(QPalette::Base));

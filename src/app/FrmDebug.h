@@ -13,16 +13,15 @@ class QTimer;
 namespace kelvara::app {
 
 /// The debug window: the last command sent, in green for half a second, and the report text that is
-/// being collected. Modeless; it is there, hidden, as long as the main window is, and is found
-/// empty each time it opens.
+/// being collected. Modeless. Closing only hides it; it is empty each time it opens.
 class FrmDebug : public QDialog, public link::DebugView {
   Q_OBJECT
 
  public:
-  /// `closed` is called whenever the window has closed, whichever way.
+  /// `closed` is called each time the window has been closed, in whatever way.
   FrmDebug(std::function<void()> closed, QWidget* parent);
 
-  /// Opens the window; one that is open comes to the front. Either way it shows no debug lines.
+  /// Opens the window, or brings it to the front if it is open. Either way its text is emptied.
   void Open();  // NOLINT(bugprone-virtual-near-miss): not modal
 
   /// Adds a line to the text.

@@ -20,8 +20,8 @@ namespace kelvara::app {
 namespace {
 
 // The layout, in twips, of a window of outer width W and height H.
-constexpr int kBorderWidth = 120;   // W is the client area's width and this.
-constexpr int kBelowClient = 1080;  // H is the status bar's top and this.
+constexpr int kBorderWidth = 120;   // W is the client area's width plus this.
+constexpr int kBelowClient = 1080;  // H is the status bar's top plus this.
 constexpr int kGridTop = 30;
 constexpr int kGridRightOf = 120;
 constexpr int kGridBottomWithLog = 2810;
@@ -158,7 +158,7 @@ void FrmMain::Form_Resize() {
       return false;
     }
     const int topPixels = widgets::TwipsToPixels(*this, top);
-    // The bottom is rounded as a place of its own, so that neighbours neither overlap nor part.
+    // The bottom edge is rounded, not the height, so that controls neither overlap nor leave a gap.
     control.setGeometry(0, topPixels, widgets::TwipsToPixels(*this, width),
                         widgets::TwipsToPixels(*this, top + height) - topPixels);
     return true;

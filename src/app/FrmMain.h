@@ -38,36 +38,37 @@ class FrmReport;
 namespace kelvara::app {
 
 /// The main window: the menus from which every function is reached, the sync grid, the log box, the
-/// status bar, the serial port and the link's timers. It computes nothing: each of its operations
-/// hands on to the engine class that does the work.
+/// status bar, the serial port and the link's timers. It computes nothing: each operation calls the
+/// engine class that does the work.
 class FrmMain : public QMainWindow {
   Q_OBJECT
 
  public:
-  /// What the user is told of the device behind a port number.
+  /// Describes the device behind a port number to the user.
   using PortDescription = std::function<std::string(int port)>;
 
-  /// The desktop and the port outlive the window.
+  /// The desktop and the port must outlive the window.
   FrmMain(const platform::Desktop& desktop, platform::SerialPort& MSComm1,
           PortDescription describePort);
   ~FrmMain() override;
 
-  /// Start-up: opens the stored port and starts the link; when that fails, tells the user and shows
-  /// the port dialog.
+  /// Start-up: opens the stored port and starts the link; when that fails, shows a message and the
+  /// port dialog.
   void Form_Load();
 
-  /// Lays the controls out for the window's size; a size too small for them ends it silently.
+  /// Lays the controls out for the window's size. A size too small for a control ends the layout
+  /// silently.
   void Form_Resize();
 
   /// Shutdown: closes the port and the log file and every other window.
   void Form_Unload();
 
-  /// What is told once the window has been unloaded.
+  /// Sets what is called once the window has been unloaded.
   void SetUnloaded(std::function<void()> unloaded) { unloaded_ = std::move(unloaded); }
 
   /// Opens the port at start-up; a fault when it cannot be.
   void OpenComPort(std::int16_t port) { live_->Port().OpenComPort(port); }
-  /// Starts the link on the open port, from its beginning.
+  /// Starts the link on the open port from the beginning.
   void StartLink();
   void SetStatusText(std::string_view text) { live_->Link().SetStatusText(text); }
   void SerialSendString(std::string_view ComStr, bool dDisplayStatus) {
@@ -82,7 +83,7 @@ class FrmMain : public QMainWindow {
   }
 
   void ProcessRfpsReport(std::string_view report) { live_->ProcessRfpsReport(report); }
-  /// Does nothing; it is there for those who call it.
+  /// Does nothing; kept for its callers.
   void debugProcessRfps() {}
   void ClearSyncResults() { live_->ClearSyncResults(); }
   void UpdateSyncGrid() { live_->UpdateSyncGrid(); }
@@ -126,20 +127,20 @@ class FrmMain : public QMainWindow {
   void BuildGridMenu();
   void ConnectMenus();
   void ConnectOptions();
-  /// Runs a command when the user chooses an entry; a fault that it lets pass is a beep.
+  /// Runs a command when the user chooses an entry; a fault that it does not catch is a beep.
   void OnMenu(const char* name, const std::function<void()>& command);
   void OnAction(QAction& action, const std::function<void()>& command);
 
-  /// The status bar, the menus and the log box follow what the session says.
+  /// Update the status bar, the menus and the log box from the session.
   void ShowLinkState();
   void ShowCaptureState();
   void ShowTotals();
   void ShowOptions();
-  /// The options follow the check marks, whatever has changed these.
+  /// Sets the options from the check marks, whatever changed them.
   void ReadCheckMarks();
 
   void ShowPortDialog();
-  /// What follows a port that cannot be opened at start-up: the message and the port dialog.
+  /// Shows the message and the port dialog when the port cannot be opened at start-up.
   void ChoosePortInstead(std::int16_t port);
   QString CellToolTip(int row, int column) const;
 
@@ -166,7 +167,7 @@ class FrmMain : public QMainWindow {
   QFrame* Line2_ = nullptr;
   QPushButton* CommandStartStop_ = nullptr;
   QPushButton* CmdChkRx_ = nullptr;
-  // Made when they are first opened: a start does not wait for them.
+  // Made when first opened, so that start-up does not wait for them.
   FrmDebug* debug_ = nullptr;
   convert::FrmConvert* convert_ = nullptr;
   // The report dialog while it is open.

@@ -145,7 +145,7 @@ void FrmMain::mnuComPort_Click() {
 
 void FrmMain::mnuGenReport_Click() {
   if (report_ != nullptr) {
-    // A lost link asks for a report while the dialog is open: that dialog is used.
+    // A lost link may ask for a report while the dialog is open already; that dialog is used.
     QEventLoop untilClosed;
     connect(report_, &QDialog::finished, &untilClosed, &QEventLoop::quit);
     widgets::ShowInFront(*report_);

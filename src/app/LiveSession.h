@@ -18,7 +18,7 @@ namespace kelvara::app {
 /// options.
 class LiveSession {
  public:
-  /// Everything given outlives the session; `logBox` is null where there is none.
+  /// All arguments must outlive the session; `logBox` is null if there is none.
   LiveSession(const platform::Machine& machine, sync::GridCells& grid, capture::LogBox* logBox,
               const link::LinkLine& line, platform::SettingsStore& settings);
 
@@ -30,7 +30,7 @@ class LiveSession {
   /// The user's command to clear the grid and the results.
   void mnuClearGrid_Click();
 
-  /// Ends the polling; nothing more is sent or taken.
+  /// Ends the polling; nothing more is sent or received.
   void StopPolling();
 
   /// Ends everything that runs: timers off, port closed, log and trace closed. Errors are ignored.
@@ -43,10 +43,10 @@ class LiveSession {
   /// What went wrong with the trace, or an empty text.
   std::string TraceFailure() const;
 
-  /// What runs when the user wants a report before lost results are cleared.
+  /// Sets what runs when the user wants a report before lost results are cleared.
   void SetReportCommand(std::function<void()> command) { reportCommand_ = std::move(command); }
 
-  /// What is told of each report taken from the line.
+  /// Sets what is called after each report taken from the line.
   void SetReportTaken(std::function<void()> taken) { reportTaken_ = std::move(taken); }
 
   Session& Results() { return session_; }
@@ -57,8 +57,8 @@ class LiveSession {
   /// Takes one whole report into the sync model.
   void ProcessRfpsReport(std::string_view report);
 
-  /// Empties the results and the log box; the commands that clear have nothing to do from now on
-  /// until the beltpack is heard.
+  /// Empties the results and the log box; the commands that clear results are unavailable until the
+  /// beltpack is heard.
   void ClearSyncResults();
   void UpdateSyncGrid() { session_.Grid().UpdateSyncGrid(); }
 

@@ -9,9 +9,9 @@
 namespace kelvara::app {
 namespace {
 
-/// A box with more characters than this is cut before it takes more.
+/// A box with more characters than this is cut before text is appended.
 constexpr int kMostCharacters = 32000;
-/// What is kept begins behind the first line feed from here on, counted from 1.
+/// The kept text begins after the first line feed from here on, counted from 1.
 constexpr int kKeptFrom = 16000;
 
 }  // namespace
@@ -26,7 +26,7 @@ LogTextBox::LogTextBox(QWidget* parent) : QPlainTextEdit(parent) {
 
 void LogTextBox::SetShown(bool shown) {
   if (shown) {
-    // Only now: the font of a box that stays hidden would cost the start its reading.
+    // Set only now, so that start-up does not read a font for a box that stays hidden.
     setFont(widgets::CourierNew());
   }
   setHidden(!shown);

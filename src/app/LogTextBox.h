@@ -8,8 +8,8 @@
 
 namespace kelvara::app {
 
-/// The log box `TextLog`. Text that comes while it is hidden is not kept, and a box that has grown
-/// full loses its older half.
+/// The log box `TextLog`. Text appended while it is hidden is discarded, and a full box loses its
+/// older half.
 class LogTextBox : public QPlainTextEdit, public capture::LogBox {
  public:
   explicit LogTextBox(QWidget* parent = nullptr);
@@ -20,7 +20,7 @@ class LogTextBox : public QPlainTextEdit, public capture::LogBox {
   void Append(std::string_view text) override;
   void Clear() override { clear(); }
 
-  /// What is told when it has been shown or hidden.
+  /// Sets what is called after the box has been shown or hidden.
   void SetShownChanged(std::function<void()> shownChanged) {
     shownChanged_ = std::move(shownChanged);
   }

@@ -20,8 +20,8 @@ constexpr int kWrongCommandLine = 2;
 
 void Complain(const char* text) { std::cerr << "kelvara: " << text << '\n'; }
 
-/// What the desktop library says on its way to a display. Where there is none it says so in many
-/// lines and then ends the program.
+/// Holds the desktop library's messages while it connects to a display. Without a display it prints
+/// many lines and then ends the program; one line says enough.
 class HeldMessages {
  public:
   static void Hold(QtMsgType type, const QMessageLogContext& /*context*/, const QString& message) {
@@ -61,7 +61,7 @@ std::unique_ptr<QApplication> ConnectToDisplay(int& argumentCount, char** argume
 
 int main(int argumentCount, char** arguments) {
 #ifndef _WIN32
-  // Whoever reads the standard error may go; a remark for nobody must not end the session.
+  // The reader of standard error may be gone; a message to it must not end the session.
   std::signal(SIGPIPE, SIG_IGN);
 #endif
   kelvara::app::DesktopOptions options;
@@ -93,7 +93,7 @@ int main(int argumentCount, char** arguments) {
     return kWrongCommandLine;
   }
   options.demo = options.demo || options.sitePath.has_value();
-  // The options are the program's own; the desktop library gets the name alone.
+  // The options are the program's own; the desktop library gets only the program's name.
   int nameOnly = 1;
   const std::unique_ptr<QApplication> application = ConnectToDisplay(nameOnly, arguments);
   try {

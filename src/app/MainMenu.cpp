@@ -17,7 +17,7 @@ QAction& AddEntry(QMenu& menu, const char* name, const char* caption) {
   return *action;
 }
 
-/// The entries of an option's submenu; none where the group is no option's.
+/// The entries of an option's submenu; none if the group belongs to no option.
 std::vector<const OptionEntry*> OptionsOf(std::string_view group) {
   std::vector<const OptionEntry*> entries;
   for (const OptionEntry& entry : OptionEntries()) {

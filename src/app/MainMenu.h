@@ -8,10 +8,10 @@ namespace kelvara::app {
 /// The main window's menus, built from the tables of menu lines and of options.
 class MainMenu {
  public:
-  /// Fills the menu bar. Each entry is a QAction, and each submenu a QMenu, by its own name.
+  /// Fills the menu bar: a QAction for each entry and a QMenu for each submenu, named after it.
   explicit MainMenu(QMenuBar& menuBar);
 
-  /// The action of an entry or submenu. There has to be one of that name.
+  /// The action of the entry or submenu of that name, which must exist.
   QAction& Entry(const char* name) const;
 
  private:

@@ -4,9 +4,8 @@
 
 namespace kelvara::app {
 
-/// One line of the main window's menus. A line with a greater depth than the one before it opens a
-/// submenu there; a separator has no name. The entries of an option's submenu come from the table
-/// of options.
+/// One line of the main window's menus. A line followed by a deeper one is a submenu; a separator
+/// has no name. The entries of an option's submenu come from the table of options.
 struct MenuLine {
   int depth;
   const char* name;

@@ -12,7 +12,7 @@
 namespace kelvara::app {
 namespace {
 
-/// The widest text that each panel has to show, and what it tells.
+/// The widest text that a panel shows, and what it means.
 struct PanelForm {
   const char* widest;
   const char* meaning;
@@ -24,9 +24,9 @@ constexpr std::array<PanelForm, 6> kPanelForms{{{"Attempting To Connect To Beltp
                                                 {"AAs: 51", "Active Antennas"},
                                                 {"No Comms", "Port"},
                                                 {"115200", "Baud rate"}}};
-/// The air on either side of a panel.
+/// The margin on either side of a panel, in pixels.
 constexpr int kPanelMargin = 4;
-/// A label asks for a little more than its text is wide.
+/// A label needs slightly more than the width of its text.
 constexpr int kLabelPadding = 2;
 constexpr int kSmallestFontPixels = 7;
 /// The first panel of the second line, counted from 0: the counts and the port.
@@ -40,7 +40,7 @@ MainStatusBar::MainStatusBar(QWidget* parent) : QStatusBar(parent), area_(new QW
     auto* const panel = new QLabel(area_);
     panel->setObjectName(QStringLiteral("Panel%1").arg(i + 1));
     panel->setTextFormat(Qt::PlainText);
-    // A reader says the text itself by name.
+    // A screen reader already reads the text itself as the name.
     panel->setAccessibleDescription(QString::fromLatin1(kPanelForms.at(i).meaning));
     panels_.at(i) = panel;
   }
@@ -102,7 +102,7 @@ void MainStatusBar::PlacePanels() {
   }
   const int lineHeight = QFontMetrics(font()).height();
   const auto placeLine = [&](std::size_t from, std::size_t to, int top) {
-    // The line's first panel takes what the others leave.
+    // The line's first panel takes the space that the others leave.
     int right = area_->width();
     for (std::size_t i = to; i-- > from;) {
       const int left = i == from ? 0 : right - widths.at(i);

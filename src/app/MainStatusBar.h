@@ -12,7 +12,7 @@ namespace kelvara::app {
 enum class StatusPanel { Link = 1, Capture, Reports, Aas, Port, Rate };
 
 /// The status bar `StatusBar1` with its six panels: link, capture, reports, antennas, port, rate.
-/// Every text is shown whole: a window too narrow for one line of panels has two.
+/// Every text is shown in full: a window too narrow for one line of panels gets two lines.
 class MainStatusBar : public QStatusBar {
  public:
   explicit MainStatusBar(QWidget* parent = nullptr);
@@ -24,10 +24,10 @@ class MainStatusBar : public QStatusBar {
   void changeEvent(QEvent* event) override;
 
  private:
-  /// The room that each panel needs for its widest text in a font, in pixels.
+  /// The width that each panel needs for its widest text in a font, in pixels.
   std::array<int, 6> PanelWidths(const QFont& font) const;
 
-  /// Puts the panels into one line or two, in the largest font at which all of them have room.
+  /// Puts the panels into one line or two, in the largest font at which they all fit.
   void PlacePanels();
 
   QWidget* area_;

@@ -29,10 +29,10 @@ struct OptionEntry {
   bool (*isChosen)(const Options& options);
 };
 
-/// Every entry, a row each, in the order of the menus.
+/// Every entry, one row each, in the order of the menus.
 std::span<const OptionEntry> OptionEntries();
 
-/// The entry of that name; a name that no entry has is a subscript fault.
+/// The entry of that name; an unknown name is a subscript fault.
 const OptionEntry& OptionEntryNamed(std::string_view name);
 
 /// The options before the stored ones are applied.

@@ -15,11 +15,11 @@
 
 namespace kelvara::app {
 
-/// The sync model and what fills, shows, logs and reports it, wired once for the windows and for
-/// the console.
+/// The sync model with everything that fills, shows, logs and reports it, connected once for the
+/// windows and the console.
 class Session {
  public:
-  /// `logBox` is null where there is none.
+  /// `logBox` is null if there is none.
   Session(const platform::Machine& machine, sync::GridCells& grid, capture::LogBox* logBox);
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
@@ -27,7 +27,7 @@ class Session {
   /// Empties the model, the grid and the log box.
   void ClearSyncResults();
 
-  /// What is told when a report was counted or the results were cleared.
+  /// Sets what is called after a report has been counted or the results have been cleared.
   void SetTotalsChanged(std::function<void()> totalsChanged) {
     totalsChanged_ = std::move(totalsChanged);
   }

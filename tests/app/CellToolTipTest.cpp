@@ -18,7 +18,7 @@ class CellToolTipTest : public ::testing::Test {
   sync::DisplayOptions options;
 };
 
-TEST_F(CellToolTipTest, TellsBothAntennasAndTheReadings) {
+TEST_F(CellToolTipTest, DescribesBothAntennasAndTheReadings) {
   model.AddPhase(0, 1, -12);
   model.AddPhase(0, 1, 7);
   model.AddPhase(0, 1, 9);
@@ -28,7 +28,7 @@ TEST_F(CellToolTipTest, TellsBothAntennasAndTheReadings) {
             "Readings: 3");
 }
 
-TEST_F(CellToolTipTest, RoundsAMeanOfHalvesToTheEvenNeighbour) {
+TEST_F(CellToolTipTest, RoundsAMeanHalfwayToTheEvenNumber) {
   model.AddPhase(0, 1, 2);
   model.AddPhase(0, 1, 3);
   EXPECT_NE(At(1, 2).find("Mean 2,"), std::string::npos);
@@ -51,18 +51,18 @@ TEST_F(CellToolTipTest, SaysWhenThereAreNoReadings) {
   EXPECT_EQ(At(2, 1), "Synchronised to AA 06, neighbour AA 10\nNo readings");
 }
 
-TEST_F(CellToolTipTest, OnTheDiagonalTellsTheAntennaAlone) {
+TEST_F(CellToolTipTest, OnTheDiagonalNamesOnlyTheAntenna) {
   EXPECT_EQ(At(2, 2), "Synchronised to AA 06");
 }
 
-TEST_F(CellToolTipTest, IsEmptyWhereNoAntennaStands) {
+TEST_F(CellToolTipTest, IsEmptyWhereThereIsNoAntenna) {
   for (const auto& [row, column] :
        {std::pair{0, 0}, {0, 1}, {1, 0}, {3, 1}, {1, 3}, {-1, 1}, {1, -1}, {52, 52}}) {
     EXPECT_EQ(At(row, column), "") << row << ", " << column;
   }
 }
 
-TEST_F(CellToolTipTest, WithMoreAntennasThanThereIsRoomForStaysInsideTheMatrix) {
+TEST_F(CellToolTipTest, WithTooManyAntennasStaysInsideTheMatrix) {
   for (std::int16_t rpn = 100; rpn < 149; ++rpn) {
     model.FindOrAddAa(rpn, 0, 90);
   }

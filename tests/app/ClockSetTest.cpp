@@ -8,7 +8,7 @@ namespace {
 constexpr const char* kLog = "log.txt";
 constexpr const char* kTrace = "trace.txt";
 
-/// When somebody sets the machine's clock: in which second of the session, and by how much.
+/// A setting of the machine's clock: in which second of the session, and by how much.
 struct Setting {
   const char* name;
   int second;
@@ -19,7 +19,7 @@ void PrintTo(const Setting& setting, std::ostream* stream) {
   *stream << setting.seconds << " seconds, in second " << setting.second;
 }
 
-/// What a session did, and when by the time that only passes.
+/// What a session did, and when by a clock that is never set.
 struct Course {
   std::vector<std::string> events;
   std::string trace;
@@ -65,7 +65,7 @@ class ClockSetTest : public testing::TestWithParam<Setting> {
   }
 
  private:
-  /// Notes the entries that the last tenth of a second has brought; each is to carry a time of it.
+  /// Notes the entries of the last tenth of a second; each must carry a time within it.
   static void NoteLog(LiveRig& rig, double before, std::size_t& logged,
                       const std::function<void(const std::string&)>& note) {
     const std::string added = rig.files.files[kLog].substr(logged);
@@ -82,7 +82,7 @@ class ClockSetTest : public testing::TestWithParam<Setting> {
   }
 };
 
-TEST_P(ClockSetTest, MovesNoPollNoSupervisionAndNoEntryButTheirStamps) {
+TEST_P(ClockSetTest, ChangesNothingButTheTimeStampsOfEntries) {
   const Course undisturbed = Run({"", 0, 0.0});
   const Course disturbed = Run(GetParam());
   EXPECT_EQ(disturbed.events, undisturbed.events);
@@ -90,7 +90,7 @@ TEST_P(ClockSetTest, MovesNoPollNoSupervisionAndNoEntryButTheirStamps) {
   EXPECT_GT(undisturbed.events.size(), 100U);
 }
 
-TEST_P(ClockSetTest, TheQuestionShowsTheClockAsItIsSet) {
+TEST_P(ClockSetTest, TheQuestionShowsTheTimeByTheNewClock) {
   const Course course = Run(GetParam());
   ASSERT_EQ(course.questions.size(), 2U);
   EXPECT_EQ(course.questions[0], "Lost Communications with Beltpack at " + course.questions[1] +
@@ -101,7 +101,7 @@ TEST_P(ClockSetTest, TheQuestionShowsTheClockAsItIsSet) {
 constexpr double kHour = 3600;
 constexpr double kDay = 24 * kHour;
 
-// The seconds: connected, silent, while the loss is searched for, after the answer.
+// The seconds are those of the states: connected, silent, searching after a loss, answered.
 INSTANTIATE_TEST_SUITE_P(
     Settings, ClockSetTest,
     testing::Values(Setting{"ForwardConnected", 20, kHour}, Setting{"BackConnected", 20, -kHour},

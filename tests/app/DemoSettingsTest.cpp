@@ -17,7 +17,7 @@ class DemoSettingsTest : public ::testing::Test {
   DemoSettings demo{stored};
 };
 
-TEST_F(DemoSettingsTest, ShowsTheStoredPortAndLeavesItAlone) {
+TEST_F(DemoSettingsTest, ReadsTheStoredPortAndNeverChangesIt) {
   stored.SetValue("ComPort", "7");
   EXPECT_EQ(Read(link::kComPortKey), "7");
   EXPECT_EQ(Read(link::kBaudrateKey), "default");
@@ -29,7 +29,7 @@ TEST_F(DemoSettingsTest, ShowsTheStoredPortAndLeavesItAlone) {
   EXPECT_EQ(stored.values.size(), 1U);
 }
 
-TEST_F(DemoSettingsTest, KeepsEverythingElse) {
+TEST_F(DemoSettingsTest, StoresEverythingElse) {
   Write("RFPSUnits", "2");
   EXPECT_EQ(stored.Value("RFPSUnits"), "2");
   EXPECT_EQ(Read("RFPSUnits"), "2");

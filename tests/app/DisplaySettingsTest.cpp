@@ -22,7 +22,7 @@ class DisplaySettingsTest : public ::testing::Test {
   int changes = 0;
 };
 
-TEST_F(DisplaySettingsTest, OfAFirstRunHideTheLogAndShowRfpsUnitsInDecimalWithoutFps) {
+TEST_F(DisplaySettingsTest, OnAFirstRunHideTheLogAndShowRfpsUnitsInDecimalWithoutFps) {
   display.GetDisplaySettings();
   EXPECT_FALSE(options.logShown);
   EXPECT_EQ(options.units, PhaseUnits::Rfps);
@@ -66,7 +66,7 @@ TEST_F(DisplaySettingsTest, AnyOtherNumberSwitchesOn) {
   }
 }
 
-TEST_F(DisplaySettingsTest, TextThatIsNoNumberCountsAsTheDefault) {
+TEST_F(DisplaySettingsTest, TextThatIsNotANumberCountsAsTheDefault) {
   for (const char* const key : {"DisplayLog", "RFPSUnits", "RPNUnits", "FPSDisplay"}) {
     store.SetValue(key, "yes");
   }

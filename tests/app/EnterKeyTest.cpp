@@ -18,7 +18,7 @@
 namespace kelvara::test {
 namespace {
 
-/// A dialog, open and as a user finds it, with what it works on.
+/// An open dialog as a user finds it, with the objects that it works on.
 class OpenDialog {
  public:
   virtual ~OpenDialog() = default;
@@ -39,7 +39,7 @@ class RiggedDialog : public OpenDialog {
   Rig rig_;
 };
 
-/// A dialog that needs no more than its arguments.
+/// A dialog that needs only its constructor's arguments.
 template <typename Dialog>
 class PlainDialog : public OpenDialog {
  public:
@@ -79,7 +79,7 @@ const std::vector<Tested> kDialogs = {
      [] { return std::make_unique<PlainDialog<app::FrmDebug>>(std::function<void()>([] {})); }, 1,
      ""}};
 
-/// Every dialog, with buttons that are counted when they are pressed instead of doing what they do.
+/// Every dialog, with buttons that only record that they were pressed.
 class EnterKeyTest : public testing::TestWithParam<Tested> {
  protected:
   EnterKeyTest() : dialog_(GetParam().open()) {
@@ -93,7 +93,7 @@ class EnterKeyTest : public testing::TestWithParam<Tested> {
 
   QWidget& Window() { return dialog_->Window(); }
 
-  /// The buttons that both Enter keys press, one after the other, while a control has the keyboard.
+  /// The buttons that the two Enter keys press, one after the other, while a control has the focus.
   std::string PressedFrom(QWidget& control) {
     pressed_.clear();
     control.setFocus();
@@ -112,7 +112,7 @@ class EnterKeyTest : public testing::TestWithParam<Tested> {
   std::unique_ptr<OpenDialog> dialog_;
 };
 
-TEST_P(EnterKeyTest, PressesTheButtonThatHasTheKeyboard) {
+TEST_P(EnterKeyTest, PressesTheFocusedButton) {
   const auto buttons = Window().findChildren<QPushButton*>();
   EXPECT_EQ(buttons.size(), GetParam().buttons);
   for (QPushButton* const button : buttons) {
@@ -121,10 +121,10 @@ TEST_P(EnterKeyTest, PressesTheButtonThatHasTheKeyboard) {
   EXPECT_TRUE(Window().isVisible());
 }
 
-TEST_P(EnterKeyTest, PressesNoButtonButTheDefaultOneFromElsewhere) {
+TEST_P(EnterKeyTest, PressesOnlyTheDefaultButtonFromElsewhere) {
   for (QWidget* control : Window().findChildren<QWidget*>()) {
-    // In the capture's and the report's boxes Enter does the same as a button, but presses none;
-    // the boxes that it may bring up are another test's.
+    // In the text boxes of the capture and report dialogs Enter acts like a button without pressing
+    // one; other tests cover the message boxes that may follow.
     const bool runsTheDialog =
         control->objectName().startsWith(u"Txt") &&
         (Window().objectName() == u"FrmCapture" || Window().objectName() == u"FrmReport");
@@ -153,7 +153,7 @@ TEST_P(EnterKeyTest, HeldDownPressesAButtonOnce) {
 INSTANTIATE_TEST_SUITE_P(Dialogs, EnterKeyTest, testing::ValuesIn(kDialogs),
                          [](const auto& tested) { return std::string(tested.param.name); });
 
-TEST(DefaultButtonTest, IsDrawnSoUntilAnotherButtonHasTheKeyboard) {
+TEST(DefaultButtonTest, IsTheDefaultUntilAnotherButtonHasTheFocus) {
   FrmComSelectRig rig;
   rig.Open();
   EXPECT_TRUE(rig.Button("CmdOK").isDefault());

@@ -41,7 +41,7 @@ class FrmDebugTest : public testing::Test {
     ShowWindow(window_);
   }
 
-  /// Waits for the end of the green; false when it does not come in time.
+  /// Waits until the green ends; false if it does not end in time.
   bool WaitForTick() {
     return QTest::qWaitFor([this] { return !TimerColor().isActive(); }, 2000);
   }
@@ -73,12 +73,12 @@ TEST_F(FrmDebugTest, ScreenReadersNameTheFields) {
             "Received report text");
 }
 
-TEST_F(FrmDebugTest, TabGoesInReadingOrder) {
+TEST_F(FrmDebugTest, TabFollowsTheReadingOrder) {
   Open();
   EXPECT_EQ(TabOrder(window_), "TxtLastTxMsg TextDebug CmdClose");
 }
 
-TEST_F(FrmDebugTest, CommandShowsGreenForHalfASecond) {
+TEST_F(FrmDebugTest, CommandIsGreenForHalfASecond) {
   Open();
   const QColor before = TextColour();
   EXPECT_EQ(before, QApplication::palette().color(QPalette::WindowText));
@@ -96,7 +96,7 @@ TEST_F(FrmDebugTest, CommandShowsGreenForHalfASecond) {
   EXPECT_EQ(LastMessage().text(), "rfps");
 }
 
-TEST_F(FrmDebugTest, SecondCommandStaysGreenUntilTheRunningTimersTick) {
+TEST_F(FrmDebugTest, SecondCommandIsGreenUntilTheRunningTimerTicks) {
   Open();
   QElapsedTimer sinceFirst;
   sinceFirst.start();
@@ -104,12 +104,12 @@ TEST_F(FrmDebugTest, SecondCommandStaysGreenUntilTheRunningTimersTick) {
   QTest::qWait(300);
   const int left = TimerColor().remainingTime();
   if (left < 0) {
-    GTEST_SKIP() << "the machine was too busy: the time is over already";
+    GTEST_SKIP() << "the machine was too busy: the timer has already ticked";
   }
   window_.DebugLastTxMsg("cho");
   EXPECT_EQ(LastMessage().text(), "cho");
   EXPECT_EQ(TextColour(), kGreen);
-  EXPECT_LE(TimerColor().remainingTime(), left) << "the timer was started anew";
+  EXPECT_LE(TimerColor().remainingTime(), left) << "the timer was restarted";
 
   ASSERT_TRUE(WaitForTick());
   EXPECT_GE(sinceFirst.elapsed(), 490);
@@ -131,7 +131,7 @@ TEST_F(FrmDebugTest, ColoursFollowTheTheme) {
   }
 }
 
-TEST_F(FrmDebugTest, ReportTextReplacesWhatWasThere) {
+TEST_F(FrmDebugTest, ReportTextReplacesTheTextBefore) {
   Open();
   window_.ShowReportText("one\r\n");
   EXPECT_EQ(Text(), "one\n");
@@ -141,7 +141,7 @@ TEST_F(FrmDebugTest, ReportTextReplacesWhatWasThere) {
   EXPECT_EQ(Text(), "");
 }
 
-TEST_F(FrmDebugTest, ReportTextStaysWhereTheReaderScrolledTo) {
+TEST_F(FrmDebugTest, NewReportTextKeepsTheScrollPosition) {
   Open();
   std::string text;
   for (int line = 0; line < 200; ++line) {
@@ -175,7 +175,7 @@ TEST_F(FrmDebugTest, OpeningItAgainClearsTheTextAndKeepsTheWindow) {
   EXPECT_EQ(closed_, 0);
 }
 
-TEST_F(FrmDebugTest, EveryWayOfClosingIsToldOnce) {
+TEST_F(FrmDebugTest, EveryWayOfClosingIsReportedOnce) {
   Open();
   Click(CmdClose());
   EXPECT_FALSE(window_.isVisible());
@@ -205,7 +205,7 @@ TEST_F(FrmDebugTest, EveryWayOfClosingIsToldOnce) {
   EXPECT_EQ(closed_, 5) << "it was closed already";
 }
 
-TEST_F(FrmDebugTest, IsFoundFreshAfterItWasClosed) {
+TEST_F(FrmDebugTest, IsEmptyWhenItIsOpenedAgainAfterClosing) {
   Open();
   window_.DebugLastTxMsg("rfps");
   window_.ShowReportText("report");
@@ -218,7 +218,7 @@ TEST_F(FrmDebugTest, IsFoundFreshAfterItWasClosed) {
   EXPECT_EQ(FocusName(), "TxtLastTxMsg");
 }
 
-TEST_F(FrmDebugTest, StaysAsItIsWhenMadeSmall) {
+TEST_F(FrmDebugTest, IsUnchangedWhenMinimized) {
   Open();
   window_.ShowReportText("report");
   window_.showMinimized();
@@ -239,7 +239,7 @@ TEST_F(FrmDebugTest, EnterChangesNothing) {
   EXPECT_EQ(Text(), "report");
 }
 
-TEST(FrmDebugEnd, GoingWithTheMainWindowWhileOpenIsNotTold) {
+TEST(FrmDebugEnd, DestructionWithTheMainWindowWhileOpenIsNotReported) {
   int closed = 0;
   {
     QWidget main;

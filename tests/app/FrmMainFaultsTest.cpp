@@ -20,8 +20,8 @@ constexpr const char* kQuestionTitle = "Beltpack Comms Lost";
 constexpr int kPollMilliseconds = 3000;
 constexpr int kPollsToTheLoss = 18;
 
-/// The real main window with a simulated beltpack on its line, which captures a log. Time passes
-/// only by polls.
+/// The real main window, capturing a log, with a simulated beltpack on its line. Time passes only
+/// in polls.
 class FaultyLineRig : public FrmMainRig {
  public:
   FaultyLineRig() {
@@ -49,10 +49,10 @@ class FaultyLineRig : public FrmMainRig {
 
   int Reports() { return std::stoi(Panel(3).substr(std::string("Reports: ").size())); }
 
-  /// Every fault of the line, one after the other. What was recorded stays, and each time the link
-  /// comes back by itself.
-  void SufferEveryFault() {
-    // Short of the loss, so that no question comes.
+  /// Applies every fault of the line in turn. Recorded data stays, and the link recovers by itself
+  /// each time.
+  void ApplyEveryFault() {
+    // Too few for a loss, so that no question appears.
     constexpr int kFaultyPolls = 5;
     constexpr int kSoundPolls = 4;
     for (const sim::LineFaultName& fault : sim::kLineFaultNames) {
@@ -64,7 +64,7 @@ class FaultyLineRig : public FrmMainRig {
       EXPECT_GE(Reports(), reportsBefore);
       beltpack.SetFault({});
       beltpack.Plug();
-      // A goodbye leaves it deaf to three commands.
+      // After a goodbye the beltpack ignores three commands.
       PassPolls(3 + kSoundPolls);
       EXPECT_EQ(Panel(1), "Beltpack Connected...");
       EXPECT_GT(Reports(), reportsBefore);
@@ -89,8 +89,8 @@ void PrintTo(const Opening& opening, std::ostream* stream) { *stream << opening.
 
 class WindowFaultsTest : public testing::TestWithParam<Opening> {
  protected:
-  /// Opens the window, types something where it takes text, does something with it open, and
-  /// expects it to be as it was.
+  /// Opens the window, types into its first text box, calls `act` while it is open, and expects it
+  /// to be unchanged.
   void WithWindowOpen(const std::function<void(QWidget& dialog)>& act) {
     const WhenShown shown(GetParam().window, [&](QWidget& dialog) {
       QLineEdit* const field = FieldOf(dialog);
@@ -126,7 +126,7 @@ class WindowFaultsTest : public testing::TestWithParam<Opening> {
     return nullptr;
   }
 
-  /// A modeless window is acted on after its command has returned.
+  /// Waits for the window to close: a modeless window is acted on after its command has returned.
   bool Settled() {
     return QTest::qWaitFor([this] {
       for (QWidget* const window : QApplication::topLevelWidgets()) {
@@ -139,11 +139,11 @@ class WindowFaultsTest : public testing::TestWithParam<Opening> {
   }
 };
 
-TEST_P(WindowFaultsTest, EveryLineFaultLosesNothingAndDisturbsNoWindow) {
-  WithWindowOpen([this](QWidget&) { rig.SufferEveryFault(); });
+TEST_P(WindowFaultsTest, NoLineFaultLosesDataOrDisturbsTheWindow) {
+  WithWindowOpen([this](QWidget&) { rig.ApplyEveryFault(); });
 }
 
-/// The question about the loss, found by its title: another message may be open.
+/// The question about the loss, found by its title because another message may be open.
 QMessageBox* Question() {
   for (QWidget* const window : QApplication::topLevelWidgets()) {
     if (window->isVisible() && window->windowTitle() == kQuestionTitle) {
@@ -153,7 +153,7 @@ QMessageBox* Question() {
   return nullptr;
 }
 
-/// A user who answers the question about the loss whenever it comes.
+/// Answers the question about the loss whenever it appears.
 class QuestionAnswer {
  public:
   explicit QuestionAnswer(QMessageBox::StandardButton button) {
@@ -172,7 +172,7 @@ class QuestionAnswer {
   QTimer timer_;
 };
 
-TEST_P(WindowFaultsTest, ALostLinkIsAskedAboutOnceOverItAndNoKeepsTheResults) {
+TEST_P(WindowFaultsTest, ALostLinkIsAskedAboutOnceAndNoKeepsTheResults) {
   WithWindowOpen([this](QWidget&) {
     const int reports = rig.Reports();
     const int rows = rig.Grid().model()->rowCount();
@@ -192,7 +192,7 @@ TEST_P(WindowFaultsTest, ALostLinkIsAskedAboutOnceOverItAndNoKeepsTheResults) {
 
 using OtherWindowFaultsTest = WindowFaultsTest;
 
-TEST_P(OtherWindowFaultsTest, ALostLinkAnsweredYesOffersTheReportOverItAndThenClears) {
+TEST_P(OtherWindowFaultsTest, YesToTheQuestionOffersTheReportAndThenClears) {
   WithWindowOpen([this](QWidget& dialog) {
     int reportsOffered = 0;
     QTimer closer;
@@ -230,7 +230,7 @@ INSTANTIATE_TEST_SUITE_P(Report, WindowFaultsTest,
                          testing::Values(Opening{"mnuGenReport", "FrmReport"}), WindowOf);
 INSTANTIATE_TEST_SUITE_P(Windows, OtherWindowFaultsTest, kOtherWindows, WindowOf);
 
-TEST(LossQuestionFaults, YesUsesTheReportDialogThatIsOpenAndClearsAfterItHasClosed) {
+TEST(LossQuestionFaults, YesUsesTheOpenReportDialogAndClearsAfterItHasClosed) {
   FaultyLineRig rig;
   const int reports = rig.Reports();
   int dialogs = 0;
@@ -261,10 +261,10 @@ TEST(LossQuestionFaults, YesUsesTheReportDialogThatIsOpenAndClearsAfterItHasClos
   EXPECT_EQ(rig.Grid().model()->rowCount(), 1);
 }
 
-TEST(LossQuestionFaults, EveryLineFaultWhileTheQuestionIsOpenLosesNothing) {
+TEST(LossQuestionFaults, NoLineFaultLosesDataWhileTheQuestionIsOpen) {
   FaultyLineRig rig;
   const int reports = rig.Reports();
-  BoxAnswer box(QMessageBox::No, [&] { rig.SufferEveryFault(); });
+  BoxAnswer box(QMessageBox::No, [&] { rig.ApplyEveryFault(); });
   rig.beltpack.SetFault({sim::LineFault::Silent});
   rig.PassPolls(kPollsToTheLoss);
   EXPECT_TRUE(box.HasCome());
@@ -272,12 +272,12 @@ TEST(LossQuestionFaults, EveryLineFaultWhileTheQuestionIsOpenLosesNothing) {
   EXPECT_GT(rig.Reports(), reports);
 }
 
-TEST(MainWindowFaults, EveryLineFaultWithTheModelessWindowsOpenLosesNothing) {
+TEST(MainWindowFaults, NoLineFaultLosesDataWithTheModelessWindowsOpen) {
   FaultyLineRig rig;
   rig.Choose("mnuDisplayLogOn");
   rig.Choose("mnuConvertor");
   rig.Choose("mnuViewDebugOn");
-  rig.SufferEveryFault();
+  rig.ApplyEveryFault();
   EXPECT_TRUE(Find<QWidget>(rig.window, "FrmConvert").isVisible());
   EXPECT_TRUE(Find<QWidget>(rig.window, "FrmDebug").isVisible());
   EXPECT_FALSE(rig.TextLog().toPlainText().isEmpty());

@@ -76,7 +76,7 @@ TEST(FrmMainLayout, StretchesTheLinesToTheWindowsWidth) {
   }
 }
 
-TEST(FrmMainLayout, ShowsEveryStatusTextWhole) {
+TEST(FrmMainLayout, ShowsEveryStatusTextInFull) {
   FrmMainRig rig;
   rig.Open();
   for (const QSize size : kSizes) {

@@ -15,7 +15,7 @@
 namespace kelvara::test {
 namespace {
 
-/// The menus as the user meets them, an entry a line, indented by depth.
+/// The menus as the user sees them, one entry per line, indented by depth.
 std::string MenuText(const QList<QAction*>& actions, const std::string& indent) {
   std::string text;
   for (QAction* const action : actions) {
@@ -34,7 +34,7 @@ std::string MenuText(const QList<QAction*>& actions, const std::string& indent) 
   return text;
 }
 
-TEST(Menus, HaveTheirEntriesCaptionsAndFirstStates) {
+TEST(Menus, HaveTheirEntriesCaptionsAndInitialStates) {
   const FrmMainRig rig;
   EXPECT_EQ(MenuText(rig.window.menuBar()->actions(), ""),
             "mnuFile &File\n"
@@ -79,7 +79,7 @@ TEST(Menus, HaveTheirEntriesCaptionsAndFirstStates) {
             "  mnuAbout &About Kelvara...\n");
 }
 
-TEST(OptionMenus, CheckJustTheirEntryStoreItAndWaitForTheNextRedraw) {
+TEST(OptionMenus, CheckOnlyTheirEntryStoreItAndWaitForTheNextRedraw) {
   FrmMainRig rig;
   rig.Open();
   rig.TakeReport();
@@ -133,7 +133,7 @@ TEST(ClearLog, EmptiesTheLogBox) {
   EXPECT_EQ(rig.TextLog().toPlainText(), "");
 }
 
-TEST(ClearGrid, IsThereOnceTheBeltpackIsHeard) {
+TEST(ClearGrid, IsEnabledOnceTheBeltpackIsHeard) {
   FrmMainRig rig;
   rig.Open();
   EXPECT_FALSE(rig.Entry("mnuClearGrid").isEnabled());
@@ -222,7 +222,7 @@ TEST(CaptureMenus, AStopThatCannotBeWrittenBeepsOnce) {
   EXPECT_EQ(rig.beeper.count, 1);
 }
 
-TEST(GenReport, WithoutAntennasIsRefusedInABox) {
+TEST(GenReport, WithoutAntennasIsRefusedWithAMessageBox) {
   FrmMainRig rig;
   rig.Open();
   BoxAnswer box(QMessageBox::Ok);
@@ -245,7 +245,7 @@ TEST(Help, IsOpenedByTheMenuAndByF1Anywhere) {
   EXPECT_EQ(rig.opener.documents, std::vector<std::string>(3, "/program\\Help\\index.htm"));
 }
 
-TEST(Help, ThatIsMissingIsToldWithItsPath) {
+TEST(Help, ThatIsMissingIsReportedWithItsPath) {
   FrmMainRig rig;
   rig.Open();
   BoxAnswer box(QMessageBox::Ok);
@@ -254,7 +254,7 @@ TEST(Help, ThatIsMissingIsToldWithItsPath) {
   EXPECT_EQ(box.title, "Kelvara Help");
 }
 
-TEST(Converter, OpensFreshAndStaysOpenBesideTheMainWindow) {
+TEST(Converter, OpensAndStaysOpenBesideTheMainWindow) {
   FrmMainRig rig;
   rig.Open();
   rig.Choose("mnuConvertor");
@@ -284,7 +284,7 @@ TEST(GridMenu, ExportsTheResultsAndCopiesTheGrid) {
   EXPECT_TRUE(QApplication::clipboard()->text().startsWith("RPN\t01"));
 }
 
-TEST(GridToolTip, TellsOfTheCellPointedAt) {
+TEST(GridToolTip, DescribesTheCellUnderThePointer) {
   FrmMainRig rig;
   rig.Open();
   rig.TakeReport();

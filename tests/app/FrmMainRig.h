@@ -18,8 +18,8 @@
 
 namespace kelvara::test {
 
-/// The real main window on a scripted port, with a clock that stands still, files in memory, and
-/// real boxes and choosers.
+/// The real main window on a scripted port, with a clock that tests move, files in memory, and real
+/// boxes and choosers.
 class FrmMainRig {
  public:
   FrmMainRig() { clock.wall = 20000.5; }

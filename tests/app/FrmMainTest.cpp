@@ -37,7 +37,7 @@ TEST(StartUp, OpensThePortAndStartsTheLink) {
   EXPECT_TRUE(rig.store.values.empty()) << "start-up stores nothing";
 }
 
-TEST(StartUp, ThatFailsTellsTheUserAndShowsThePortDialog) {
+TEST(StartUp, ThatFailsShowsAMessageAndThePortDialog) {
   FrmMainRig rig;
   rig.store.SetValue("ComPort", "3");
   rig.store.SetValue("RFPSUnits", "2");
@@ -77,13 +77,13 @@ TEST(StartUp, At57600FailsButTheDialogOpensThePortAtThatRate) {
   EXPECT_FALSE(IsActive(rig, "RfpsTimer")) << "the rest of start-up is skipped";
 }
 
-TEST(StartUp, WithAStoredRateThatIsNoNumberGoesOnWithoutAPort) {
+TEST(StartUp, WithAStoredRateThatIsNotANumberGoesOnWithoutAPort) {
   FrmMainRig rig;
   rig.store.SetValue("Baudrate", "abc");
   ShowWindow(rig.window);
   BoxAnswer box(QMessageBox::Cancel);
   const WhenShown dialog("FrmComSelect", [&rig](QWidget& shown) {
-    rig.port.open = true;  // As an OK leaves it whose rate then fails.
+    rig.port.open = true;  // As after an OK whose rate then fails.
     Press(shown, Qt::Key_Escape);
   });
   EXPECT_NO_THROW(rig.window.Form_Load());
@@ -157,7 +157,7 @@ TEST(Shutdown, ByExitClosesThePortAndTheLogAndEveryWindow) {
   EXPECT_FALSE(IsActive(rig, "TimerComPort"));
 }
 
-TEST(Shutdown, WithADialogOpenClosesItAndEnds) {
+TEST(Shutdown, WithADialogOpenClosesItAndEndsTheProgram) {
   struct Case {
     const char* entry;
     const char* dialog;
@@ -202,7 +202,7 @@ TEST(Redraw, EndsWithOneBeepWhenTheGridIsClearedInTheMiddle) {
   EXPECT_EQ(rig.Panel(4), "AAs: 0");
 }
 
-TEST(Redraw, ShowsWhatAReportInTheMiddleOfItBrings) {
+TEST(Redraw, ShowsAReportThatArrivesInTheMiddle) {
   FrmMainRig rig;
   rig.Open();
   rig.TakeReport();

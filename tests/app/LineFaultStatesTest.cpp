@@ -10,11 +10,11 @@ namespace {
 constexpr const char* kLog = "log.txt";
 constexpr const char* kTrace = "trace.txt";
 
-/// Where the link stands when the line goes wrong.
+/// The state of the link when the line fails.
 enum class LinkState {
   Searching,     ///< Since start-up; the break is asserted.
-  Connected,     ///< Reports come.
-  BreakSet,      ///< Heard nothing for 30 seconds: a loss is being searched for.
+  Connected,     ///< Reports arrive.
+  BreakSet,      ///< Nothing was heard for 30 seconds: searching after a loss.
   QuestionOpen,  ///< The user is being asked about the loss.
   Lost,          ///< The user has answered, and the search goes on.
   PortClosed,    ///< The user chose a port that could not be opened.
@@ -49,33 +49,33 @@ class LineFaultStatesTest : public testing::TestWithParam<Situation>, public Liv
     live.StartTrace(kTrace, false);
   }
 
-  /// Brings the link into the state, lets the line be faulty in it, and leaves the line sound.
-  void SufferIn(LinkState state) {
+  /// Brings the link into the state, makes the line faulty for a while, and repairs it.
+  void RunFaultIn(LinkState state) {
     if (state == LinkState::Searching) {
       time.Pass(400);
       EXPECT_TRUE(port.IsBreak());
-      Suffer();
+      RunFault();
       return;
     }
     time.Pass(30 * 1000);
     EXPECT_EQ(live.Link().StatusText(), "Beltpack Connected...");
     EXPECT_GT(live.Results().Model().ReportCount(), 3);
     if (state == LinkState::Connected) {
-      Suffer();
+      RunFault();
     } else if (state == LinkState::PortClosed) {
       ChooseMissingPort();
-      Suffer();
+      RunFault();
       live.Port().SelectPort(0, "19200");
     } else {
       beltpack.SetFault({sim::LineFault::Silent});
-      SufferInLoss(state);
+      RunFaultInLoss(state);
     }
   }
 
   const std::string& Log() { return files.files[kLog]; }
   const std::string& Trace() { return files.files[kTrace]; }
 
-  /// The log's entries of readings, without their stamps; expects every line to be whole.
+  /// The readings in the log, without their stamps; expects every line to be whole.
   std::vector<std::string> LoggedReadings() {
     std::vector<std::string> readings;
     std::string_view rest = Log();
@@ -104,9 +104,9 @@ class LineFaultStatesTest : public testing::TestWithParam<Situation>, public Liv
     beltpack.Plug();
   }
 
-  void SufferInLoss(LinkState state) {
+  void RunFaultInLoss(LinkState state) {
     if (state == LinkState::QuestionOpen) {
-      boxes.whileOpen = [this] { Suffer(); };
+      boxes.whileOpen = [this] { RunFault(); };
       time.Pass(60 * 1000);
       EXPECT_EQ(boxes.boxes.size(), 1U) << "one question at a time";
       boxes.whileOpen = {};
@@ -116,12 +116,12 @@ class LineFaultStatesTest : public testing::TestWithParam<Situation>, public Liv
     EXPECT_EQ(live.Link().bLinkLossPending(), state == LinkState::BreakSet ? 1 : 0);
     EXPECT_EQ(boxes.boxes.size(), state == LinkState::BreakSet ? 0U : 1U);
     EXPECT_TRUE(port.IsBreak());
-    Suffer();
+    RunFault();
   }
 
-  /// The line is faulty for two minutes. What was recorded before stays as it was, and the polling
-  /// goes on.
-  void Suffer() {
+  /// Makes the line faulty for two minutes. Data recorded before stays unchanged, and polling goes
+  /// on.
+  void RunFault() {
     const std::string logBefore = Log();
     const std::string traceBefore = Trace();
     const int reportsBefore = live.Results().Model().ReportCount();
@@ -138,15 +138,15 @@ class LineFaultStatesTest : public testing::TestWithParam<Situation>, public Liv
   }
 };
 
-TEST_P(LineFaultStatesTest, LosesNothingAndComesBackByItself) {
-  SufferIn(GetParam().state);
+TEST_P(LineFaultStatesTest, KeepsAllDataAndRecoversByItself) {
+  RunFaultIn(GetParam().state);
   const int reportsBefore = live.Results().Model().ReportCount();
   time.Pass(kRecoveryMilliseconds);
   EXPECT_EQ(live.Link().StatusText(), "Beltpack Connected...");
   EXPECT_FALSE(timerComPort.IsOn());
   EXPECT_GE(live.Results().Model().ReportCount(), reportsBefore + 13);
 
-  // All that came over the line was counted and logged, and nothing else.
+  // Everything received was counted and logged, and nothing else.
   const ReplayedTrace replayed(Trace());
   EXPECT_EQ(ModelText(live.Results().Model()), ModelText(replayed.model));
   EXPECT_EQ(LoggedReadings(), replayed.log.entries);

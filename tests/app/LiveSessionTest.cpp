@@ -13,7 +13,7 @@
 namespace kelvara::test {
 namespace {
 
-/// The bytes that the program holds on the heap; 0 where the system does not tell.
+/// The bytes that the program holds on the heap; 0 if the system cannot tell.
 std::size_t HeldBytes() {
 #ifdef __GLIBC__
   return mallinfo2().uordblks;
@@ -34,7 +34,7 @@ TEST(StartLink, SearchesWithClearedResultsAndAppliesTheStoredOptions) {
   EXPECT_EQ(rig.grid.Text(0, 0), "RPN");
 }
 
-TEST(StartLink, ClearsTheLoggingFlagOfARunningCaptureWhichPauseAndResumeRevive) {
+TEST(StartLink, ClearsTheLoggingFlagOfARunningCaptureUntilPauseAndResume) {
   LiveRig rig;
   rig.Start();
   capture::DataCapture& capture = rig.live.Results().Capture();
@@ -75,7 +75,7 @@ TEST(LiveSession, TheClearCommandEmptiesModelAndGrid) {
   EXPECT_FALSE(rig.live.Link().CanClear());
 }
 
-TEST(LiveSession, ADayOfPollingCountsRightAndStaysAsSmallAsItWas) {
+TEST(LiveSession, ADayOfPollingCountsCorrectlyAndUsesNoMoreMemory) {
   LiveRig rig;
   rig.Start();
   int ticks = 0;
@@ -86,7 +86,7 @@ TEST(LiveSession, ADayOfPollingCountsRightAndStaysAsSmallAsItWas) {
   EXPECT_EQ(ticks, 28800);
   EXPECT_LE(HeldBytes(), heldAfterAnHour + 16384);
   const sync::SyncModel& model = rig.live.Results().Model();
-  // 3200 cycles of nine ticks, seven of which ask for a report; the last one may still be coming.
+  // 3200 cycles of nine ticks, seven of which ask for a report; the last one may still be arriving.
   EXPECT_GE(model.ReportCount(), 3200 * 7 - 1);
   EXPECT_LE(model.ReportCount(), 3200 * 7);
   EXPECT_EQ(rig.live.Results().Parser().AbandonedCount(), 0);
@@ -94,7 +94,7 @@ TEST(LiveSession, ADayOfPollingCountsRightAndStaysAsSmallAsItWas) {
   EXPECT_EQ(rig.beeper.count, 0);
 }
 
-TEST(LiveSession, APulledCableLosesNothingAndComesBack) {
+TEST(LiveSession, APulledCableLosesNoResultsAndTheLinkRecovers) {
   LiveRig rig;
   rig.Start();
   rig.time.Pass(300 * 1000);
@@ -143,7 +143,7 @@ TEST(LiveSession, EveryLineFaultInEveryLinkStateLeavesTheSessionUsable) {
   }
 }
 
-TEST(LiveSession, TenMinutesOfFloodKeepTheReportBounded) {
+TEST(LiveSession, TenMinutesOfFloodStayWithinBounds) {
   LiveRig rig;
   rig.boxes.answer = platform::MessageAnswer::No;
   rig.Start();

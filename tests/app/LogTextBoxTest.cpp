@@ -18,7 +18,7 @@ class LogTextBoxTest : public testing::Test {
   app::LogTextBox box_;
 };
 
-/// Lines of ten characters, line feed included, and at the end what is missing to the length.
+/// Lines of ten characters, including the line feed, padded at the end to the length.
 QString Lines(int length) {
   QString text;
   while (text.size() + 10 <= length) {
@@ -27,33 +27,33 @@ QString Lines(int length) {
   return text + QString(length - text.size(), u'x');
 }
 
-TEST_F(LogTextBoxTest, IsSetInCourierNewWhenItIsShown) {
+TEST_F(LogTextBoxTest, UsesCourierNewWhenItIsShown) {
   box_.SetShown(true);
   EXPECT_EQ(box_.font().family(), "Courier New");
   EXPECT_TRUE(QFontInfo(box_.font()).fixedPitch());
 }
 
-TEST_F(LogTextBoxTest, AppendsAtTheEndWithoutALineEndOfItsOwn) {
+TEST_F(LogTextBoxTest, AppendsAtTheEndWithoutAddingALineEnd) {
   box_.Append("one");
   box_.moveCursor(QTextCursor::Start);
   box_.Append("two\r\nthree");
   EXPECT_EQ(Text(), "onetwo\nthree");
 }
 
-TEST_F(LogTextBoxTest, KeepsNothingWhileItIsHidden) {
+TEST_F(LogTextBoxTest, DiscardsTextWhileItIsHidden) {
   box_.SetShown(false);
   box_.Append("unseen");
   box_.SetShown(true);
   EXPECT_EQ(Text(), "");
 }
 
-TEST_F(LogTextBoxTest, With32000CharactersTakesMore) {
+TEST_F(LogTextBoxTest, With32000CharactersAppendsWithoutACut) {
   box_.setPlainText(Lines(32000));
   box_.Append("new");
   EXPECT_EQ(Text(), Lines(32000).toStdString() + "new");
 }
 
-TEST_F(LogTextBoxTest, WithOneMoreKeepsWhatStandsBehindTheFirstLineFeedFromCharacter16000) {
+TEST_F(LogTextBoxTest, WithOneMoreKeepsTheTextAfterTheFirstLineFeedFromCharacter16000) {
   const QString full = Lines(32001);
   box_.setPlainText(full);
   box_.Append("new");

@@ -21,7 +21,7 @@ std::set<std::string> ChosenEntries(const Options& options) {
   return chosen;
 }
 
-TEST(OptionTable, StartsWithTheCheckMarksThatHoldBeforeTheStoredOptions) {
+TEST(OptionTable, StartsWithTheEntriesCheckedBeforeTheStoredOptionsApply) {
   const std::set<std::string> expected{"mnuDisplayLogOff", "mnuDispRFPS", "mnuRpnDecimal",
                                        "mnuFpsOn", "mnuViewDebugOff"};
   EXPECT_EQ(ChosenEntries(FirstOptions()), expected);
@@ -30,7 +30,7 @@ TEST(OptionTable, StartsWithTheCheckMarksThatHoldBeforeTheStoredOptions) {
   }
 }
 
-TEST(OptionTable, ChoosingAnEntryChangesItsGroupAlone) {
+TEST(OptionTable, ChoosingAnEntryChangesOnlyItsGroup) {
   for (const OptionEntry& entry : OptionEntries()) {
     SCOPED_TRACE(entry.name);
     std::set<std::string> expected = ChosenEntries(FirstOptions());
@@ -46,7 +46,7 @@ TEST(OptionTable, ChoosingAnEntryChangesItsGroupAlone) {
   }
 }
 
-TEST(OptionTable, AGroupOfUnitsMayHaveNoneChosen) {
+TEST(OptionTable, TheUnitsMayHaveNoEntryChosen) {
   Options options;
   options.units.reset();
   for (const char* const name : {"mnuDispRFPS", "mnuDispSync", "mnuDispMetres"}) {
@@ -54,7 +54,7 @@ TEST(OptionTable, AGroupOfUnitsMayHaveNoneChosen) {
   }
 }
 
-TEST(OptionTable, ANameThatNoEntryHasIsASubscriptFault) {
+TEST(OptionTable, AnUnknownNameIsASubscriptFault) {
   EXPECT_EQ(test::FaultOf([] { OptionEntryNamed("mnuExit"); }), base::FaultKind::Subscript);
 }
 

@@ -7,7 +7,7 @@
 
 namespace kelvara::test {
 
-/// A whole session on a machine that tests move by hand, with files of the kind given.
+/// A whole session on a machine that tests control, with files of the kind given.
 template <class Files>
 struct SessionRigOn : MachineDoubles<Files> {
   SessionRigOn() {

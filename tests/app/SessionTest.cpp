@@ -42,7 +42,7 @@ TEST_F(SessionTest, ClearEmptiesTheModel) {
   ExpectClearedModel();
 }
 
-TEST_F(SessionTest, ClearLeavesTheGridWithItsCornerAlone) {
+TEST_F(SessionTest, ClearReducesTheGridToItsCorner) {
   Process(OneNeighbourReport(1, 6, 7));
   session.Grid().UpdateSyncGrid();
   ASSERT_EQ(grid.Rows(), 3);
@@ -56,7 +56,7 @@ TEST_F(SessionTest, ClearLeavesTheGridWithItsCornerAlone) {
   EXPECT_EQ(grid.Text(0, 0), "RPN");
 }
 
-TEST_F(SessionTest, ClearTellsOfNoReportsAndNoAas) {
+TEST_F(SessionTest, ClearReportsTotalsOfNoReportsAndNoAas) {
   Process(OneNeighbourReport(1, 6, 7));
   const int changesBefore = totalsChanges;
   session.ClearSyncResults();
@@ -72,7 +72,7 @@ TEST_F(SessionTest, ClearEmptiesTheLogBox) {
   EXPECT_EQ(logBox.text, "");
 }
 
-TEST_F(SessionTest, ClearTakesTheColoursBack) {
+TEST_F(SessionTest, ClearResetsTheColours) {
   constexpr sync::Colour kWhite{0xFFFFFF};
   EXPECT_EQ(session.Grid().GetRpsColour(3), kWhite);
   EXPECT_NE(session.Grid().GetRpsColour(4), kWhite);
@@ -90,7 +90,7 @@ TEST_F(SessionTest, ClearLeavesACaptureRunning) {
   EXPECT_NE(files.files["log.txt"].find("01->06=7\r\n"), std::string::npos);
 }
 
-TEST_F(SessionTest, ClearRecoversFromAnAntennaTooMany) {
+TEST_F(SessionTest, ClearRecoversFromTooManyAntennas) {
   const std::string text = test::FiftyTwoAntennas();
   const std::size_t reportSize = text.size();
   std::size_t start = 0;
@@ -125,7 +125,7 @@ TEST_F(SessionTest, AReportGoesToTheLogTheTotalsTheGridAndTheFiles) {
   EXPECT_EQ(beeper.count, 0);
 }
 
-TEST_F(SessionTest, DisplayOptionsAreReadAtTheMomentOfUse) {
+TEST_F(SessionTest, DisplayOptionsAreReadWhenTheyAreUsed) {
   Process(OneNeighbourReport(1, 10, 7));
   session.Options().rpnHex = true;
   session.Options().fpsShown = true;
@@ -158,7 +158,7 @@ TEST_F(SessionTest, AfterAFailedCaptureStartAReportWithoutALogLineCounts) {
   EXPECT_EQ(session.Model().ReportCount(), 1);
 }
 
-TEST_F(SessionTest, ALogThatFillsUpAbandonsTheReportWhereItStands) {
+TEST_F(SessionTest, AnEntryThatCannotBeWrittenAbandonsTheReportAtThatPoint) {
   files.writesLeft = 2;
   ASSERT_TRUE(session.Capture().StartLoggingToFile("log.txt"));
   Process(test::RecordedReport(

@@ -4,7 +4,7 @@
 
 namespace kelvara::link {
 
-/// The beltpack's commands, each sent with a carriage return behind it. "rfps" is answered by a
+/// The beltpack's commands, each sent with a carriage return after it. "rfps" is answered by a
 /// report.
 inline constexpr std::string_view kRfpsCommand = "rfps";
 inline constexpr std::string_view kChoCommand = "cho";

@@ -14,7 +14,7 @@ namespace kelvara::link {
 
 namespace {
 
-// One polling cycle is nine ticks: four times "rfps", "cho", three times "rfps", "bho".
+// One polling cycle is nine ticks: "rfps" four times, "cho", "rfps" three times, "bho".
 constexpr std::int16_t kChoStep = 4;
 constexpr std::int16_t kBhoStep = 8;
 
@@ -105,7 +105,7 @@ void BeltpackLink::SerialSendString(std::string_view ComStr, bool dDisplayStatus
     }
     port.Output("\r");
   } catch (const base::Fault&) {
-    // A command that does not get out is one answer less; supervision notices the silence.
+    // A command that cannot be sent gets no answer; supervision notices the silence.
   }
 }
 
@@ -205,7 +205,7 @@ void BeltpackLink::Supervise() {
 }
 
 void BeltpackLink::AskAboutLoss() {
-  // Ticks go on while the question, or the report it leads to, is open.
+  // Ticks continue while the question, or the report it leads to, is open.
   questionOpen_ = true;
   const std::shared_ptr<void> closed(nullptr, [this](void*) { questionOpen_ = false; });
   const platform::DateTime lastHeard =
@@ -227,7 +227,7 @@ void BeltpackLink::TimerComPort_Timer() {
   try {
     line_.MSComm1.SetBreak(true);
   } catch (const base::Fault&) {
-    // A line that cannot break is searched for all the same.
+    // The search goes on without a break.
   }
 }
 
@@ -251,7 +251,7 @@ void BeltpackLink::ResetPort() {
     line_.MSComm1.DiscardInput();
     line_.MSComm1.SetOpen(true);
   } catch (const std::exception&) {
-    // It stays closed; the user chooses a port.
+    // It stays closed until the user chooses a port.
   }
 }
 

@@ -41,11 +41,11 @@ struct LinkActions {
   std::function<void()> generateReport;
 };
 
-/// The beltpack on the line: polls it, collects its reports, and knows whether it is there, being
-/// searched for, or lost. `TimerComPort` is on while it is searched for.
+/// The beltpack on the line: polls it, collects its reports, and knows whether it is connected,
+/// being searched for, or lost. `TimerComPort` is on during a search.
 class BeltpackLink {
  public:
-  /// The machine, the line and the log outlive the link.
+  /// The machine, the line and the log must outlive the link.
   BeltpackLink(const platform::Machine& machine, const LinkLine& line, sync::LogFunnel& log,
                LinkActions actions);
   ~BeltpackLink();
@@ -58,14 +58,14 @@ class BeltpackLink {
   /// The next tick begins a polling cycle.
   void ResetPollStep() { iPollStep_ = 0; }
 
-  /// To be called when the results are cleared: a loss that is being searched for is forgotten, and
-  /// the commands that clear results have nothing to do until the beltpack is heard.
+  /// Call this when the results are cleared: a pending loss is forgotten, and the commands that
+  /// clear results are unavailable until the beltpack is heard.
   void ResultsCleared();
 
   /// The user's force-search command: searches, polls, and clears the results.
   void mnuForceSearch_Click();
 
-  /// Sets the text that the status bar shows of the link.
+  /// Sets the text that the status bar shows for the link.
   void SetStatusText(std::string_view text);
   const std::string& StatusText() const { return statusText_; }
 
@@ -73,19 +73,19 @@ class BeltpackLink {
   /// next sign of life.
   bool CanClear() const { return canClear_; }
 
-  /// What is told when the status text or `CanClear` has changed.
+  /// Sets what is called after the status text or `CanClear` has changed.
   void SetStateChanged(std::function<void()> stateChanged) {
     stateChanged_ = std::move(stateChanged);
   }
 
-  /// The debug window while the user wants to see the traffic, else null.
+  /// Sets the debug window while the user wants to see the traffic, else null.
   void SetDebugView(DebugView* debugView) { debugView_ = debugView; }
 
-  /// Sends a command with a carriage return behind it: break released, waiting input discarded. An
-  /// error ends the send silently.
+  /// Releases the break, discards waiting input, and sends a command followed by a carriage return.
+  /// An error ends the send silently.
   void SerialSendString(std::string_view ComStr, bool dDisplayStatus);
 
-  /// Asks for a report; text of an unfinished one is thrown away.
+  /// Asks for a report; text of an unfinished one is discarded.
   void SendRfpsCommand();
   void SendChoCommand();
   void SendBhoCommand();
@@ -98,7 +98,7 @@ class BeltpackLink {
   /// Reads and discards bytes until the program ends.
   void CmdChkRx_Click();
 
-  /// Tells a listener of everything on the line from now on; null for none.
+  /// Reports everything on the line to a listener from now on; null for none.
   void SetLineListener(LineListener* listener) { lineListener_ = listener; }
 
   std::int16_t bLinkLossPending() const { return bLinkLossPending_; }
@@ -110,7 +110,7 @@ class BeltpackLink {
   void RfpsTimer_Timer();
   void TimerComPort_Timer();
   void MSComm1_OnComm();
-  /// Works on what came over the line; an error resets the port.
+  /// Does work on received text; an error in it resets the port.
   template <typename Work>
   void Receive(const Work& work);
   void Poll();

@@ -11,16 +11,15 @@ namespace kelvara::link {
 /// What the beltpack says on a line of its own when it disconnects.
 inline constexpr std::string_view kDisconnectedText = "24";
 
-/// How long the line stays silent before a held "24" counts as a whole line, in milliseconds.
+/// How long the line must stay silent before a held "24" counts as a whole line, in milliseconds.
 inline constexpr int kSilenceMilliseconds = 100;
 
-/// Cuts received text into the chunks that the link looks at: single characters, with one
-/// exception. A line that is exactly "24" comes as one chunk, so that the beltpack's goodbye is
-/// seen and a 24 inside a reading is not. Its characters are held back until the line's end, or a
-/// silence, decides.
+/// Cuts received text into the chunks that the link handles: single characters, with one exception.
+/// A line that is exactly "24" is one chunk, so that a disconnect is recognised and a 24 inside a
+/// reading is not taken for one. Its characters are held back until the line ends or falls silent.
 class ChunkSplitter {
  public:
-  /// The timer runs while text is held back; its tick is to be `Silence_Timer`. `take` is given
+  /// The timer runs while text is held back; its tick must call `Silence_Timer`. `take` is given
   /// every chunk in turn.
   ChunkSplitter(platform::Timer& silence, std::function<void(std::string_view)> take);
 
@@ -29,7 +28,7 @@ class ChunkSplitter {
   /// Drops what is held back; the next character begins a line.
   void Discard();
 
-  /// The silence has lasted: what is held back is complete.
+  /// The line has been silent long enough: text held back is complete.
   void Silence_Timer();
 
  private:

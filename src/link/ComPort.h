@@ -32,23 +32,23 @@ class ComPort {
   std::int32_t GetBaudRate() const;
 
   /// Opens the port at start-up, at the stored rate. The rate is taken as a 16-bit integer here, so
-  /// that 38400 and 57600 are an overflow fault; a port that cannot be opened is a port fault.
+  /// 38400 and 57600 are overflow faults; a port that cannot be opened is a port fault.
   void OpenComPort(std::int16_t port);
 
   /// What OK does in the port dialog: closes the port, opens entry `entryIndex` + 1 at the rate
-  /// typed, switches `TimerComPort` on and stores both. A fault stops it where it is; nothing is
+  /// typed, switches `TimerComPort` on and stores both. A fault stops it at that step; nothing is
   /// stored then.
   void SelectPort(int entryIndex, std::string_view rateText);
 
-  /// Sets the texts of the status bar to the stored port and rate where the port is open, else to
-  /// "No Comms" and nothing.
+  /// Sets the status bar's texts to the stored port and rate if the port is open, else to "No
+  /// Comms" and an empty rate.
   void ShowPort();
 
-  /// What the status bar says of the port and of its rate.
+  /// The status bar's texts for the port and its rate.
   const std::string& PortText() const { return portText_; }
   const std::string& RateText() const { return rateText_; }
 
-  /// What is told when these texts may have changed.
+  /// Sets what is called when these texts may have changed.
   void SetStateChanged(std::function<void()> stateChanged) {
     stateChanged_ = std::move(stateChanged);
   }
@@ -69,8 +69,8 @@ class ComPort {
   std::function<void()> stateChanged_;
 };
 
-/// What the user is told when a port cannot be opened. A non-negative number is written with a
-/// blank in front, so that two blanks stand before it.
+/// The message for a port that cannot be opened. A non-negative number has a leading blank of its
+/// own, so that two blanks precede it.
 std::string CouldNotOpenText(std::int32_t port);
 
 }  // namespace kelvara::link

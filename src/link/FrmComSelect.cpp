@@ -17,12 +17,12 @@ namespace kelvara::link {
 namespace {
 
 constexpr const char* kRates[] = {"4800", "9600", "19200", "28800", "38400", "57600"};
-/// The room kept for the line about the chosen port, so that the window keeps its size.
+/// The space kept for the description of the chosen port, so that the window keeps its size.
 constexpr int kPortLineLines = 3;
 constexpr int kPortLineCharacters = 56;
 constexpr int kPortLineRow = 2;
 
-/// A list that may have nothing chosen: taking the keyboard does not make its first entry current.
+/// A list that may have nothing chosen: getting the focus does not make its first entry current.
 class PortList : public QListWidget {
  public:
   using QListWidget::QListWidget;
@@ -99,7 +99,7 @@ void FrmComSelect::LayOut() {
 }
 
 void FrmComSelect::FitToFont() {
-  // All the ports are seen at once.
+  // All ports are visible at once.
   ComboCom_->setMinimumHeight(ComboCom_->sizeHintForRow(0) * platform::kLastComPort +
                               2 * ComboCom_->frameWidth());
   const int columnWidth = widgets::WidthOf(*portLine_, kPortLineCharacters / 2);
@@ -109,7 +109,7 @@ void FrmComSelect::FitToFont() {
 }
 
 void FrmComSelect::Form_Load() {
-  // A stored value that is no port or no rate leaves its box with nothing chosen.
+  // A stored value that is not a valid port or rate leaves its box with nothing chosen.
   ComboCom_->setCurrentRow(-1);
   ComboBaud_->setCurrentIndex(-1);
   try {
@@ -131,7 +131,7 @@ void FrmComSelect::Form_Load() {
 }
 
 void FrmComSelect::CmdOK_Click() {
-  // The window may die with the program while the message is open over it.
+  // The program may end, and destroy the window, while the message is open.
   const QPointer<FrmComSelect> self(this);
   const int port = ChosenPort();
   try {
@@ -158,7 +158,7 @@ void FrmComSelect::changeEvent(QEvent* event) {
     FitToFont();
   }
   if (event->type() == QEvent::ActivationChange) {
-    // Who comes back may have plugged something in meanwhile.
+    // The user may have plugged something in meanwhile.
     if (isActiveWindow() && wasLeft_) {
       ShowDescription();
     }
@@ -175,16 +175,16 @@ void FrmComSelect::ShowDescription() {
   const QString text = qt::ToQString(Description(ChosenPort()));
   portLine_->setText(text);
   portLine_->setAccessibleName(text);
-  KeepRoomForDescription();
+  KeepSpaceForDescription();
 }
 
 void FrmComSelect::resizeEvent(QResizeEvent* event) {
   QDialog::resizeEvent(event);
-  KeepRoomForDescription();
+  KeepSpaceForDescription();
 }
 
-void FrmComSelect::KeepRoomForDescription() {
-  // A narrower window breaks the description into more lines.
+void FrmComSelect::KeepSpaceForDescription() {
+  // A narrower window wraps the description onto more lines.
   grid_->activate();
   setMinimumHeight(grid_->hasHeightForWidth() ? grid_->totalMinimumHeightForWidth(width())
                                               : grid_->totalMinimumSize().height());

@@ -14,21 +14,22 @@
 
 namespace kelvara::link {
 
-/// What stands behind a port number and whether it can be opened; if not, why and what to do.
+/// Describes the device behind a port number and whether it can be opened; if not, why and what to
+/// do.
 using PortDescription = std::function<std::string(int port)>;
 
-/// The port dialog: which serial port the beltpack is on, and at what rate. It is made afresh for
-/// each showing.
+/// The port dialog: which serial port the beltpack is on, and at what rate. A new one is made each
+/// time it is shown.
 class FrmComSelect : public QDialog {
   Q_OBJECT
 
  public:
-  /// `comPort` and `messageBoxes` outlive the window.
+  /// `comPort` and `messageBoxes` must outlive the window.
   FrmComSelect(ComPort& comPort, platform::MessageBoxes& messageBoxes, PortDescription describePort,
                QWidget* parent = nullptr);
 
-  /// Opens the chosen port at the rate typed and closes the window. Where that fails, or no port is
-  /// chosen, a message box says so, the port that was open is closed, and the window stays.
+  /// Opens the chosen port at the rate typed and closes the window. If that fails, or no port is
+  /// chosen, a message box says so, the port that was open is closed, and the window stays open.
   void CmdOK_Click();
 
   /// Closes the window; the port stays as it is.
@@ -44,7 +45,7 @@ class FrmComSelect : public QDialog {
   void FitToFont();
   void Form_Load();
   void ShowDescription();
-  void KeepRoomForDescription();
+  void KeepSpaceForDescription();
   std::string Description(int port) const;
   /// The number of the chosen port; 0 when none is.
   int ChosenPort() const;

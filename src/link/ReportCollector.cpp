@@ -38,7 +38,7 @@ ReportCollector::Step ReportCollector::Append(std::string_view text) {
 
 void ReportCollector::Keep(std::string_view text) {
   if (!tooLarge_ && text.size() > kMaxReportBytes - sRfpsBuffer_.size()) {
-    // The lines go on being counted, so that the reports behind this one keep their places.
+    // The lines are still counted, so that the next report begins where it should.
     tooLarge_ = true;
     sRfpsBuffer_.clear();
     sRfpsBuffer_.shrink_to_fit();

@@ -10,17 +10,17 @@ namespace kelvara::link {
 /// The lines of a report that answers "rfps".
 inline constexpr std::int16_t kRfpsReportLines = 29;
 
-/// The most text that one report may take. One that grows beyond it before its 29th line feed is
-/// dropped, so that a line that never ends cannot fill the memory.
+/// The most text that one report may have. A report that grows beyond it before its 29th line feed
+/// is dropped, so that an endless line cannot fill the memory.
 inline constexpr std::size_t kMaxReportBytes = std::size_t{1} << 20U;
 
 /// Collects the text of one report until its 29th line feed.
 class ReportCollector {
  public:
-  /// What the text just taken has brought about.
+  /// What the text just taken has completed.
   enum class Event {
     None,     ///< No line feed in it, or nothing is being collected.
-    Line,     ///< One line or more of a report that still lacks others.
+    Line,     ///< One or more lines of a report that is not complete yet.
     Report,   ///< The last line: `Text` is the whole report.
     Dropped,  ///< The last line of a report that was too large to keep.
   };
@@ -36,8 +36,8 @@ class ReportCollector {
   /// Empties the buffer and expects nothing.
   void Reset();
 
-  /// Takes text up to and including the report's last line feed, or all of it when that is not
-  /// there yet. While nothing is expected it takes all and keeps none.
+  /// Takes text up to and including the report's last line feed, or all of it if that has not come
+  /// yet. While nothing is expected it takes all text and keeps none.
   Step Append(std::string_view text);
 
   /// Line feeds still expected; 0 while nothing is collected.

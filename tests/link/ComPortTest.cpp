@@ -51,7 +51,7 @@ TEST(ComPort, FailsAtStartUpWithARateOver16BitsBeforeItOpens) {
   }
 }
 
-TEST(ComPort, PassesOnThatItCannotBeOpened) {
+TEST(ComPort, ThatCannotBeOpenedIsAFault) {
   ComPortRig rig;
   rig.port.openable = false;
   EXPECT_THROW(rig.comPort.OpenComPort(3), base::Fault);
@@ -78,7 +78,7 @@ TEST(PortDialogOk, StoresNothingWhenThePortCannotBeOpened) {
   EXPECT_FALSE(rig.port.open);
 }
 
-TEST(PortDialogOk, LeavesThePortOpenWhenTheRateIsNoNumber) {
+TEST(PortDialogOk, LeavesThePortOpenWhenTheRateIsNotANumber) {
   for (const char* const rate : {"", "fast", "19200 baud", "99999999999"}) {
     ComPortRig rig;
     EXPECT_THROW(rig.comPort.SelectPort(2, rate), base::Fault) << rate;
@@ -88,7 +88,7 @@ TEST(PortDialogOk, LeavesThePortOpenWhenTheRateIsNoNumber) {
   }
 }
 
-TEST(PortTexts, AreTheStoredPortWhereOneIsOpenElseNoComms) {
+TEST(PortTexts, AreTheStoredPortWhileOneIsOpenElseNoComms) {
   ComPortRig rig;
   rig.comPort.ShowPort();
   EXPECT_EQ(rig.comPort.PortText(), "No Comms");
@@ -99,7 +99,7 @@ TEST(PortTexts, AreTheStoredPortWhereOneIsOpenElseNoComms) {
   EXPECT_EQ(rig.comPort.RateText(), "4800");
 }
 
-TEST(CouldNotOpenText, HasTwoBlanksBeforeANumberThatIsNotNegative) {
+TEST(CouldNotOpenText, HasTwoBlanksBeforeANonNegativeNumber) {
   EXPECT_EQ(link::CouldNotOpenText(3), "Could not open COM  3");
   EXPECT_EQ(link::CouldNotOpenText(0), "Could not open COM  0");
   EXPECT_EQ(link::CouldNotOpenText(-1), "Could not open COM -1");

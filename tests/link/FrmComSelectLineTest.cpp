@@ -32,7 +32,7 @@ TEST_F(FrmComSelectLineTest, DescribesTheChosenPort) {
   EXPECT_EQ(Find<QLabel>(*window, "Label3").textFormat(), Qt::PlainText);
 }
 
-TEST_F(FrmComSelectLineTest, IsReadAnewAfterAFailure) {
+TEST_F(FrmComSelectLineTest, IsUpdatedAfterAFailure) {
   port.openable = false;
   description = [](int) { return "free"; };
   Open();
@@ -42,7 +42,7 @@ TEST_F(FrmComSelectLineTest, IsReadAnewAfterAFailure) {
   EXPECT_EQ(Line(), "held by another program");
 }
 
-TEST_F(FrmComSelectLineTest, IsReadAnewWhenTheUserComesBack) {
+TEST_F(FrmComSelectLineTest, IsUpdatedWhenTheUserComesBack) {
   description = [](int) { return "absent"; };
   Open();
   description = [](int) { return "free"; };
@@ -53,7 +53,7 @@ TEST_F(FrmComSelectLineTest, IsReadAnewWhenTheUserComesBack) {
   EXPECT_TRUE(QTest::qWaitFor([this] { return Line() == "free"; }));
 }
 
-TEST_F(FrmComSelectLineTest, FaultIsShownInItsOwnWords) {
+TEST_F(FrmComSelectLineTest, ShowsTheTextOfAFault) {
   description = [](int) -> std::string { throw base::Fault(base::FaultKind::Port, "no table"); };
   Open();
   EXPECT_EQ(Line(), "no table");
@@ -83,7 +83,7 @@ TEST_F(FrmComSelectLineTest, LayoutHoldsInEveryThemeAndFont) {
   }
 }
 
-TEST_F(FrmComSelectLineTest, LayoutMakesRoomForALongerLine) {
+TEST_F(FrmComSelectLineTest, LayoutMakesSpaceForALongerLine) {
   for (const double scale : {1.0, 2.0}) {
     const UseFont useFont(scale);
     description = [](int number) { return number == 1 ? "short" : kLongDescription; };

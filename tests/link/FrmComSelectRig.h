@@ -20,8 +20,8 @@
 
 namespace kelvara::test {
 
-/// The complaints about a window's layout, without the one about the nameless editor that a combo
-/// box fits into its own frame.
+/// The faults of a window's layout, except the one about the unnamed editor that a combo box fits
+/// into its own frame.
 inline std::string WindowFaults(const QWidget& window) {
   std::string faults = LayoutFaults(window);
   const std::string editor = " is cut\n";
@@ -33,9 +33,9 @@ inline std::string WindowFaults(const QWidget& window) {
   return faults;
 }
 
-/// The port dialog over a scripted port and the desktop's own message boxes.
+/// The port dialog with a scripted port and the desktop's own message boxes.
 struct FrmComSelectRig {
-  /// Opens the window, as the program does: made afresh.
+  /// Makes and opens a new window, as the program does.
   void Open() {
     window = std::make_unique<link::FrmComSelect>(comPort, boxes, [this](int number) {
       described.push_back(number);

@@ -20,7 +20,7 @@ using Steps = std::vector<std::string>;
 
 class FrmComSelectTest : public ::testing::Test, public FrmComSelectRig {
  protected:
-  /// Whether the window goes: a button that was pressed by its access key shows that for a moment.
+  /// Whether the window closes: a button pressed by its access key stays down for a moment first.
   bool IsClosedSoon() {
     return QTest::qWaitFor([this] { return !window->isVisible(); });
   }
@@ -56,7 +56,7 @@ TEST_F(FrmComSelectTest, ListsHoldThePortsAndTheRates) {
   EXPECT_EQ(rates.join(u' '), "4800 9600 19200 28800 38400 57600");
 }
 
-TEST_F(FrmComSelectTest, NothingStoredIsPort1At19200) {
+TEST_F(FrmComSelectTest, WithNothingStoredShowsPort1At19200) {
   Open();
   EXPECT_EQ(ComboCom().currentRow(), 0);
   EXPECT_TRUE(ComboCom().item(0)->isSelected());
@@ -71,7 +71,7 @@ TEST_F(FrmComSelectTest, OpensWithTheStoredPortAndRate) {
   EXPECT_EQ(ComboBaud().currentText(), "57600");
 }
 
-TEST_F(FrmComSelectTest, StoredRateNeedNotBeAListedOne) {
+TEST_F(FrmComSelectTest, StoredRateNeedNotBeListed) {
   store.SetValue("Baudrate", "1200");
   Open();
   EXPECT_EQ(ComboBaud().currentText(), "1200");
@@ -142,7 +142,7 @@ TEST_F(FrmComSelectTest, PortThatCannotBeOpenedLeavesTheDialogOpen) {
   EXPECT_EQ(store.Value("Baudrate"), "");
 }
 
-TEST_F(FrmComSelectTest, RateThatIsNoNumberFailsAfterThePortWasOpened) {
+TEST_F(FrmComSelectTest, RateThatIsNotANumberFailsAfterThePortIsOpened) {
   for (const char* const rate : {"fast", "", "3000000000", "19200,n"}) {
     SCOPED_TRACE(rate);
     port.steps.clear();
@@ -160,7 +160,7 @@ TEST_F(FrmComSelectTest, RateThatIsNoNumberFailsAfterThePortWasOpened) {
   }
 }
 
-TEST_F(FrmComSelectTest, SettingsThatCannotBeWrittenAreTheOrdinaryFailure) {
+TEST_F(FrmComSelectTest, SettingsThatCannotBeWrittenShowTheOrdinaryMessage) {
   store.writable = false;
   Open();
   BoxAnswer box(QMessageBox::Ok);
@@ -169,7 +169,7 @@ TEST_F(FrmComSelectTest, SettingsThatCannotBeWrittenAreTheOrdinaryFailure) {
   EXPECT_TRUE(window->isVisible());
 }
 
-TEST_F(FrmComSelectTest, StoredPortThatIsNoneOpensWithNothingChosen) {
+TEST_F(FrmComSelectTest, InvalidStoredPortOpensWithNothingChosen) {
   for (const char* const stored : {"0", "13", "-1", "77", "40000", "none", ""}) {
     SCOPED_TRACE(stored);
     store.SetValue("ComPort", stored);
@@ -191,7 +191,7 @@ TEST_F(FrmComSelectTest, StoredPortThatIsNoneOpensWithNothingChosen) {
   }
 }
 
-TEST_F(FrmComSelectTest, StoredRateThatIsNoneLeavesTheBoxEmpty) {
+TEST_F(FrmComSelectTest, InvalidStoredRateLeavesTheBoxEmpty) {
   store.SetValue("Baudrate", "fast");
   Open();
   EXPECT_EQ(ComboBaud().currentText(), "");
@@ -216,7 +216,7 @@ TEST_F(FrmComSelectTest, EscAndCancelChangeNothing) {
   EXPECT_TRUE(store.values.empty());
 }
 
-TEST_F(FrmComSelectTest, EnterAnywhereButOnCancelIsOk) {
+TEST_F(FrmComSelectTest, EnterAnywhereExceptOnCancelIsOk) {
   for (const char* const name : {"ComboCom", "ComboBaud", "CmdOK"}) {
     SCOPED_TRACE(name);
     Open();
@@ -230,12 +230,12 @@ TEST_F(FrmComSelectTest, EnterAnywhereButOnCancelIsOk) {
   }
 }
 
-TEST_F(FrmComSelectTest, TabGoesThroughTheControlsAsTheyAreRead) {
+TEST_F(FrmComSelectTest, TabFollowsTheReadingOrder) {
   Open();
   EXPECT_EQ(TabOrder(*window), "ComboCom ComboBaud CmdOK CmdCancel");
 }
 
-TEST_F(FrmComSelectTest, ProgramThatEndsWhileTheMessageIsOpenEndsTheDialog) {
+TEST_F(FrmComSelectTest, EndingTheProgramWhileTheMessageIsOpenEndsTheDialog) {
   port.openable = false;
   window = std::make_unique<FrmComSelect>(comPort, boxes, PortDescription());
   const EndOfProgram end("MsgBox");

@@ -44,7 +44,7 @@ TEST(Polling, ReleasesTheBreakAndDiscardsInputBeforeACommand) {
   EXPECT_EQ(rig.port.InputCount(), 0U);
 }
 
-TEST(Polling, ShowsTheCommandOnlyWhereAsked) {
+TEST(Polling, ShowsTheCommandOnlyWhenAsked) {
   LinkRig rig;
   rig.link.SetStatusText("before");
   rig.link.SerialSendString("xyz", false);
@@ -65,7 +65,7 @@ TEST(Polling, EndsASendSilentlyOnAnError) {
   EXPECT_EQ(rig.link.iPollStep(), 1);
 }
 
-TEST(Polling, TicksRedrawTheGridAndTryALostDeviceAgain) {
+TEST(Polling, TicksRedrawTheGridAndRetryALostDevice) {
   LinkRig rig;
   rig.Start();
   rig.time.Pass(9000);
@@ -73,7 +73,7 @@ TEST(Polling, TicksRedrawTheGridAndTryALostDeviceAgain) {
   EXPECT_EQ(rig.port.restores, 3);
 }
 
-TEST(Polling, RfpsAloneExpectsAReport) {
+TEST(Polling, OnlyRfpsExpectsAReport) {
   LinkRig rig;
   rig.link.SendChoCommand();
   EXPECT_EQ(rig.link.iRfpsLinesLeft(), 0);
@@ -93,7 +93,7 @@ TEST(Polling, TheDebugWindowSeesCommandsOnlyWhileItsOptionIsOn) {
   EXPECT_EQ(rig.debugView.commands, (std::vector<std::string>{"rfps", "bho"}));
 }
 
-TEST(BreakSignal, IsHeldEvery200MillisecondsWhileSearchingAndReleasedForEachCommand) {
+TEST(BreakSignal, IsSetEvery200MillisecondsWhileSearchingAndReleasedForEachCommand) {
   LinkRig rig;
   rig.Start();
   rig.time.Pass(199);
@@ -104,14 +104,14 @@ TEST(BreakSignal, IsHeldEvery200MillisecondsWhileSearchingAndReleasedForEachComm
   EXPECT_FALSE(rig.port.IsBreak()) << "a command has just been sent";
   EXPECT_FALSE(rig.port.breakWhileWriting);
   EXPECT_TRUE(rig.timerComPort.IsOn());
-  // Off and on around the send starts its 200 ms anew.
+  // Switching the timer off and on around the send restarts its 200 ms.
   rig.time.Pass(199);
   EXPECT_FALSE(rig.port.IsBreak());
   rig.time.Pass(1);
   EXPECT_TRUE(rig.port.IsBreak());
 }
 
-TEST(BreakSignal, IsNotHeldOnceTheBeltpackIsHeard) {
+TEST(BreakSignal, IsNotSetOnceTheBeltpackIsHeard) {
   LinkRig rig;
   rig.Connect();
   rig.time.Pass(10000);
@@ -127,7 +127,7 @@ TEST(BreakSignal, AnErrorIsIgnored) {
   EXPECT_EQ(rig.beeper.count, 0);
 }
 
-TEST(SwitchingOnATimer, DoesNotRestartOneThatIsOn) {
+TEST(SwitchingOnATimer, DoesNotRestartARunningOne) {
   LinkRig rig;
   rig.Start();
   rig.time.Pass(2000);

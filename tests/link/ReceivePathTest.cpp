@@ -33,14 +33,14 @@ TEST(SignsOfLife, EnableTheCommandsThatNeedABeltpack) {
   EXPECT_EQ(changes, 2) << "the text and the commands";
 }
 
-TEST(Report, IsHandedOverOnceWithExactlyTheTextSinceRfps) {
+TEST(Report, IsProcessedOnceWithExactlyTheTextSinceRfps) {
   LinkRig rig;
   rig.Start();
   rig.port.Receive("noise before\r\n");
   rig.time.Pass(3000);
   const std::string report = RecordedReport({"100ec5A301 Sync"});
   rig.port.Receive(report);
-  rig.port.Receive("noise behind\r\n");
+  rig.port.Receive("noise after\r\n");
   EXPECT_EQ(rig.actions.reports, std::vector<std::string>{report});
   EXPECT_EQ(rig.link.iRfpsLinesLeft(), 0);
 }
@@ -72,7 +72,7 @@ TEST(Report, InterruptedByTheNextRfpsIsNeverParsedWhereverItIsCut) {
   }
 }
 
-TEST(Report, GoesOnThroughChoAndBho) {
+TEST(Report, ContinuesThroughChoAndBho) {
   LinkRig rig;
   rig.Start();
   rig.link.SendRfpsCommand();
@@ -149,7 +149,7 @@ TEST(Goodbye, IsNotA24InsideAReading) {
   }
 }
 
-TEST(Goodbye, WhatIsHeldBackIsDiscardedWithTheRestOfTheInput) {
+TEST(Goodbye, HeldTextIsDiscardedWithTheRestOfTheInput) {
   LinkRig rig;
   rig.Connect();
   rig.port.Receive("\n24");
@@ -172,7 +172,7 @@ TEST(ReceiveError, ResetsThePortAndLosesTheChunk) {
   EXPECT_EQ(rig.actions.reports.size(), 1U);
 }
 
-TEST(ReceiveError, ThatCannotReopenThePortPassesNothingOn) {
+TEST(ReceiveError, ThrowsNothingWhenThePortCannotBeReopened) {
   LinkRig rig;
   rig.Connect();
   rig.port.readFails = true;
@@ -182,7 +182,7 @@ TEST(ReceiveError, ThatCannotReopenThePortPassesNothingOn) {
   EXPECT_EQ(rig.beeper.count, 0);
 }
 
-TEST(SerialGetResponseBytes, ReadsTheNumberOfBytesAsked) {
+TEST(SerialGetResponseBytes, ReadsTheRequestedNumberOfBytes) {
   LinkRig rig;
   rig.port.waiting =
       "\xff"
@@ -193,7 +193,7 @@ TEST(SerialGetResponseBytes, ReadsTheNumberOfBytesAsked) {
   EXPECT_EQ(rig.port.waiting, "d");
 }
 
-TEST(SerialGetResponseBytes, GivesUpWhenNothingComesInTime) {
+TEST(SerialGetResponseBytes, GivesUpWhenNothingArrivesInTime) {
   LinkRig rig;
   rig.port.waiting = "a";
   std::array<std::uint8_t, 2> buffer{};
@@ -204,7 +204,7 @@ TEST(SerialGetResponseBytes, GivesUpWhenNothingComesInTime) {
   EXPECT_LE(rig.time.Milliseconds(), 530);
 }
 
-TEST(SerialGetResponseBytes, EachByteHasTheWholeTimeOut) {
+TEST(SerialGetResponseBytes, GivesEachByteTheWholeTimeout) {
   LinkRig rig;
   std::array<std::uint8_t, 3> buffer{};
   rig.events.onYield = [&rig] {
@@ -225,7 +225,7 @@ TEST(SerialGetResponseBytes, EndsWithTheProgram) {
   EXPECT_EQ(rig.time.Milliseconds(), 0);
 }
 
-TEST(CmdChkRx, EndsWithTheProgramAlone) {
+TEST(CmdChkRx, EndsOnlyWithTheProgram) {
   LinkRig rig;
   rig.events.onYield = [&rig] {
     rig.time.Pass(100);

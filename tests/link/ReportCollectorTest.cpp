@@ -11,7 +11,7 @@ using Event = ReportCollector::Event;
 
 class ReportCollectorTest : public ::testing::Test {
  protected:
-  /// Appends all of a text and returns what the last of it brought.
+  /// Appends all of a text and returns the last event.
   Event AppendAll(std::string_view text) {
     Event last = Event::None;
     while (!text.empty()) {
@@ -47,14 +47,14 @@ TEST_F(ReportCollectorTest, AReportIsCompleteAtIts29thLineFeed) {
   EXPECT_FALSE(collector.IsUnfinished());
 }
 
-TEST_F(ReportCollectorTest, TheTextHoldsTheLineEnds) {
+TEST_F(ReportCollectorTest, TheTextIncludesTheLineEnds) {
   const std::string report = test::OneNeighbourReport(1, 2, -11);
   collector.Expect();
   EXPECT_EQ(AppendAll(report), Event::Report);
   EXPECT_EQ(collector.Text(), report);
 }
 
-TEST_F(ReportCollectorTest, TextBehindTheLastLineIsLeftAlone) {
+TEST_F(ReportCollectorTest, TextAfterTheLastLineIsNotCollected) {
   const std::string report = test::OneNeighbourReport(1, 2, -11);
   collector.Expect();
   EXPECT_EQ(AppendAll(report + "stray\r\n"), Event::None);
@@ -68,7 +68,7 @@ TEST_F(ReportCollectorTest, LineFeedsCountWithoutCarriageReturns) {
   EXPECT_EQ(AppendAll("\n"), Event::Report);
 }
 
-TEST_F(ReportCollectorTest, ExpectingAnewEmptiesTheBuffer) {
+TEST_F(ReportCollectorTest, ExpectingAgainEmptiesTheBuffer) {
   collector.Expect();
   AppendAll("half a\r\nreport");
   collector.Expect();
@@ -86,7 +86,7 @@ TEST_F(ReportCollectorTest, ResetExpectsNothing) {
   EXPECT_EQ(AppendAll(std::string(29, '\n')), Event::None);
 }
 
-TEST_F(ReportCollectorTest, ABeginningWithoutALineFeedIsUnfinished) {
+TEST_F(ReportCollectorTest, AReportThatHasNoLineFeedYetIsUnfinished) {
   collector.Expect();
   AppendAll("r");
   EXPECT_TRUE(collector.IsUnfinished());
@@ -99,7 +99,7 @@ TEST_F(ReportCollectorTest, OneMebibyteIsKept) {
   EXPECT_EQ(collector.Text().size(), kMaxReportBytes);
 }
 
-TEST_F(ReportCollectorTest, OneByteMoreIsDroppedAtItsLastLine) {
+TEST_F(ReportCollectorTest, OneByteMoreIsDroppedAtTheLastLine) {
   collector.Expect();
   AppendAll(std::string(kMaxReportBytes - 28, 'x') + std::string(28, '\n'));
   EXPECT_TRUE(collector.IsUnfinished());
@@ -107,7 +107,7 @@ TEST_F(ReportCollectorTest, OneByteMoreIsDroppedAtItsLastLine) {
   EXPECT_EQ(collector.Text(), "");
 }
 
-TEST_F(ReportCollectorTest, AReportBehindADroppedOneIsKept) {
+TEST_F(ReportCollectorTest, AReportAfterADroppedOneIsKept) {
   collector.Expect();
   EXPECT_EQ(AppendAll(std::string(kMaxReportBytes, 'x') + std::string(29, '\n')), Event::Dropped);
   collector.Expect();

@@ -19,7 +19,7 @@ TEST(Searching, BecomesConnectedAtASignOfLife) {
   EXPECT_EQ(rig.Status(), "Beltpack Connected...");
 }
 
-TEST(Searching, GoesOnSearchingAtAGoodbye) {
+TEST(Searching, ContinuesAtAGoodbye) {
   LinkRig rig;
   rig.Start();
   rig.port.Receive("24\r\n");
@@ -37,7 +37,7 @@ TEST(Searching, NeverTimesOutAndNeverAsks) {
   EXPECT_EQ(rig.actions.redraws, 1200) << "and polls in every state";
 }
 
-TEST(Connected, StaysSoAsLongAsSignsOfLifeComeWithin30Seconds) {
+TEST(Connected, LastsWhileSignsOfLifeComeWithin30Seconds) {
   LinkRig rig;
   rig.Connect();
   for (int i = 0; i < 20; ++i) {
@@ -48,7 +48,7 @@ TEST(Connected, StaysSoAsLongAsSignsOfLifeComeWithin30Seconds) {
   EXPECT_TRUE(rig.log.entries.empty());
 }
 
-TEST(Connected, SearchesAfterAGoodbyeWithoutAskingEver) {
+TEST(Connected, SearchesAfterAGoodbyeAndNeverAsks) {
   LinkRig rig;
   rig.Connect();
   rig.port.Receive("\n24\n");
@@ -67,10 +67,10 @@ TEST(Connected, BecomesALossSearchAtTheFirstTickAfter30SecondsOfSilence) {
   EXPECT_EQ(rig.log.entries, std::vector<std::string>{"Break Condition Set"});
   EXPECT_TRUE(rig.timerComPort.IsOn());
   EXPECT_EQ(rig.link.bLinkLossPending(), 1);
-  EXPECT_EQ(rig.Status(), "Beltpack Connected...") << "a loss search says nothing";
+  EXPECT_EQ(rig.Status(), "Beltpack Connected...") << "a loss search does not change the status";
 }
 
-TEST(Connected, TheLogEntryThatFaultsBeepsOnceAndTheTickGoesOn) {
+TEST(Connected, ALogEntryThatFaultsBeepsOnceAndTheTickGoesOn) {
   LinkRig rig;
   rig.log.entriesLeft = 0;
   rig.LoseAfterSilence();
@@ -90,7 +90,7 @@ TEST(LossSearch, BecomesConnectedAtASignOfLife) {
   EXPECT_TRUE(rig.boxes.boxes.empty());
 }
 
-TEST(LossSearch, AsksAfter15MoreSecondsShowingTheTimeOf45SecondsEarlier) {
+TEST(LossSearch, AsksAfter15MoreSecondsShowingTheTime45SecondsEarlier) {
   LinkRig rig;
   rig.LoseAfterSilence();
   rig.time.Pass(14000);
@@ -137,7 +137,7 @@ TEST(LossSearch, AnsweredNoKeepsTheResultsAndSearches) {
   EXPECT_EQ(rig.Status(), "Attempting To Connect To Beltpack...");
 }
 
-TEST(LossSearch, AnsweredNoAsksAgainOnlyOnceHeardAndLostAgain) {
+TEST(LossSearch, AnsweredNoAsksAgainOnlyAfterTheBeltpackIsHeardAndLostAgain) {
   LinkRig rig;
   rig.boxes.answer = MessageAnswer::No;
   rig.LoseAfterSilence();
@@ -167,7 +167,7 @@ TEST(LossQuestion, LeavesThePollingRunningAndIsNeverAskedTwice) {
   EXPECT_NE(sentMeanwhile.find("rfps\r"), std::string::npos);
 }
 
-TEST(LossQuestion, KeepsSupervisionAloneWhileTheReportItLedToIsOpen) {
+TEST(LossQuestion, IsNotAskedAgainWhileTheReportItLedToIsOpen) {
   LinkRig rig;
   rig.boxes.answer = MessageAnswer::Yes;
   rig.LoseAfterSilence();
@@ -190,7 +190,7 @@ TEST(LossQuestion, IsFollowedByARedraw) {
   EXPECT_EQ(rig.actions.redraws, redrawsAtQuestion + 1);
 }
 
-TEST(LossQuestion, IsNotFakedByAClockThatIsSet) {
+TEST(LossQuestion, IsNotTriggeredBySettingTheClock) {
   LinkRig rig;
   rig.Connect();
   rig.time.wallAhead = 1.0;

@@ -9,20 +9,20 @@
 
 namespace kelvara::capture {
 
-/// What the capture dialog does, without its window. It outlives every window shown over it.
+/// What the capture dialog does, without its window. It must outlive every window that uses it.
 class CaptureDialog {
  public:
   CaptureDialog(DataCapture& dataCapture, const platform::Desktop& desktop)
       : dataCapture_(dataCapture), desktop_(desktop), lastFilenames_(desktop) {}
 
-  /// At the dialog's start: the remembered file name.
+  /// When the dialog opens: the remembered file name.
   std::string Form_Load() const { return lastFilenames_.GetLastFilename(); }
 
   /// Lets the user choose a file to log to and remembers it at once; nothing on cancel.
   std::optional<std::string> CommandBrowse_Click();
 
-  /// Starts the capture and remembers the file name. True when the dialog is to close; where it is
-  /// not, one message box has said why.
+  /// Starts the capture and remembers the file name. True if the dialog is to close; otherwise one
+  /// message box has said why.
   bool StartButton_Click(const std::string& fileName);
 
  private:

@@ -18,11 +18,11 @@ enum class CaptureState { Idle, Logging, Paused };
 /// The log funnel, and the capture of its entries to a file: started, paused, resumed, stopped.
 class DataCapture : public sync::LogFunnel {
  public:
-  /// `logBox` is null where there is none.
+  /// `logBox` is null if there is none.
   DataCapture(const platform::Machine& machine, LogBox* logBox)
       : machine_(machine), logBox_(logBox) {}
 
-  /// What is told each time the state or its text may have changed.
+  /// Sets what is called each time the state or its text may have changed.
   void SetStateChanged(std::function<void()> stateChanged) {
     stateChanged_ = std::move(stateChanged);
   }
@@ -37,17 +37,17 @@ class DataCapture : public sync::LogFunnel {
     return loggingActive_ || (logBox_ != nullptr && logBox_->IsShown());
   }
 
-  /// Opens the file for appending and starts to log. On failure one message box, and false; logging
-  /// then counts as active although no file is open, so later entries fault.
+  /// Opens the file for appending and starts to log. A failure shows one message box and returns
+  /// false; logging then counts as active although no file is open, so later entries are faults.
   bool StartLoggingToFile(const std::string& strFilename);
 
-  /// Writes the stop entry, also when paused, and closes the file. A write that fails is a fault.
+  /// Writes the stop entry, even when paused, and closes the file. A write that fails is a fault.
   void StopLoggingToFile();
 
   /// Writes the pause entry and keeps the file open. A write that fails is a fault.
   void PauseLoggingToFile();
 
-  /// Goes on writing to the open file. A write that fails is a fault.
+  /// Writes to the open file again. A write that fails is a fault.
   void ResumeLoggingToFile();
 
   /// Clears the logging-active flag, as the link does when it starts; an open file stays open.
@@ -57,7 +57,7 @@ class DataCapture : public sync::LogFunnel {
 
   CaptureState State() const { return state_; }
 
-  /// What the status bar says of the capture: "Logging...", "Logging Paused...", or nothing.
+  /// The status bar's text for the capture: "Logging...", "Logging Paused...", or nothing.
   std::string_view StatusText() const { return statusText_; }
 
   /// Closes the file without an entry, as the program does when it ends.

@@ -21,8 +21,8 @@ class ExportCommand {
 
   /// Shows the chooser, which asks before a file is replaced, in the folder of the last capture
   /// file. Writes the results to the file chosen, as the grid shows them; on cancel nothing
-  /// happens. Only where antennas have come since the grid was drawn is it brought up to date
-  /// before, since they would end the export. The export remembers no file name of its own.
+  /// happens. The grid is redrawn first only if antennas have been added since it was drawn,
+  /// because they would end the export. The export does not remember its file name.
   void ExportResults();
 
  private:

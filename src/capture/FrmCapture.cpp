@@ -14,7 +14,7 @@ namespace {
 
 constexpr int kFileNameCharacters = 44;
 
-/// Keys that type nothing and only change what others do.
+/// Keys that type nothing and only modify others.
 bool IsModifier(const QKeyEvent& event) {
   switch (event.key()) {
     case Qt::Key_Shift:
@@ -82,7 +82,7 @@ void FrmCapture::Form_Load() {
 }
 
 void FrmCapture::CommandBrowse_Click() {
-  // The window may die with the program while a question is open over it.
+  // The program may end, and destroy the window, while a question is open.
   const QPointer<FrmCapture> self(this);
   platform::HandleEvent(beeper_, [&] {
     const std::optional<std::string> chosen = captureDialog_.CommandBrowse_Click();
@@ -105,7 +105,7 @@ void FrmCapture::StartButton_Click() {
 void FrmCapture::CancelButton_Click() { reject(); }
 
 bool FrmCapture::eventFilter(QObject* watched, QEvent* event) {
-  // Letters composed of several keys come as input, without a key of their own.
+  // Letters composed of several keys arrive from an input method, without a key press.
   if (event->type() == QEvent::InputMethod) {
     StartButton_->setEnabled(true);
   }

@@ -9,19 +9,19 @@
 
 namespace kelvara::capture {
 
-/// The capture dialog: which file to log to. It is made afresh for each showing.
+/// The capture dialog: which file to log to. A new one is made each time it is shown.
 class FrmCapture : public QDialog {
   Q_OBJECT
 
  public:
-  /// `captureDialog` and `beeper` outlive the window.
+  /// `captureDialog` and `beeper` must outlive the window.
   FrmCapture(CaptureDialog& captureDialog, platform::Beeper& beeper, QWidget* parent = nullptr);
 
-  /// Lets the user choose a file; one that was chosen goes into the text box and enables Start.
+  /// Lets the user choose a file, which goes into the text box and enables Start.
   void CommandBrowse_Click();
 
-  /// Starts the capture to the file in the text box and closes the window. Where the capture cannot
-  /// be started the window stays open.
+  /// Starts the capture to the file in the text box and closes the window. If the capture cannot be
+  /// started, the window stays open.
   void StartButton_Click();
 
   /// Closes the window; nothing is started.

@@ -9,14 +9,15 @@
 namespace kelvara::capture {
 
 /// The file names that the dialogs remember between runs: of the last capture and of the last
-/// report. Each is an empty text until one was saved. A name that cannot be kept is one beep: the
-/// dialog's work, which is done by then, goes on.
+/// report. Each is empty until a name has been saved. A name that cannot be stored is one beep and
+/// no fault, as the dialog's work is done by then.
 class LastFilenames {
  public:
   explicit LastFilenames(const platform::Desktop& desktop)
       : settings_(desktop.settings), beeper_(desktop.beeper) {}
 
-  /// The last capture file. Its folder is also where the report and the export start to look.
+  /// The last capture file. The file choosers of the report and the export also start in its
+  /// folder.
   std::string GetLastFilename() const { return settings_.Read(kLastFileKey, ""); }
   void SaveLastFilename(std::string_view name) { Save(kLastFileKey, name); }
 

@@ -12,7 +12,7 @@ class LogBox {
   /// Whether text is kept at all; a hidden log box keeps nothing.
   virtual bool IsShown() const = 0;
 
-  /// Appends the text as it stands, line ends included.
+  /// Appends the text unchanged, line ends included.
   virtual void Append(std::string_view text) = 0;
 
   virtual void Clear() = 0;

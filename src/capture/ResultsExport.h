@@ -21,7 +21,7 @@ class ResultsExport {
   /// then stays open, and the next export fails at its first step.
   void WriteResults(const std::string& path);
 
-  /// Whether the grid has a row for every antenna, without which the writing ends in a fault.
+  /// Whether the grid has a row for every antenna; otherwise the writing ends in a fault.
   bool IsGridWhole() const { return model_.AaCount() < grid_.Rows(); }
 
  private:

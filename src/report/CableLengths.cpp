@@ -11,12 +11,12 @@ namespace {
 
 using base::At;
 
-/// Stands for "no data" in the working tables.
+/// Means "no data" in the working tables.
 constexpr std::int16_t kNoData = -32000;
 
 using AaTable = std::array<std::int16_t, sync::kMaxAas>;
 
-/// The largest mean phase that an antenna has towards the others, never below 0.
+/// The largest mean phase of an antenna relative to the others, never below 0.
 std::int16_t RowLead(const sync::SyncModel& model, int aa) {
   std::int16_t best = 0;
   bool seen = false;
@@ -30,7 +30,7 @@ std::int16_t RowLead(const sync::SyncModel& model, int aa) {
   return seen ? best : kNoData;
 }
 
-/// The negated smallest mean phase that the others have towards an antenna, never below 0.
+/// The negated smallest mean phase of the others relative to an antenna, never below 0.
 std::int16_t ColLag(const sync::SyncModel& model, int aa) {
   std::int16_t best = 0;
   bool seen = false;

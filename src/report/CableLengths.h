@@ -7,8 +7,8 @@
 
 namespace kelvara::report {
 
-/// The estimated cable lengths of the antennas, from how far each one's phase runs ahead of the
-/// others and how far the others' lags behind it.
+/// The estimated cable lengths of the antennas, from how far each antenna's phase leads the others
+/// and how far the others lag behind it.
 class CableLengths {
  public:
   /// Computes the delay of each of the model's antennas. A mean or delay outside 16 bits is an
@@ -25,8 +25,8 @@ class CableLengths {
   std::array<std::int16_t, sync::kMaxAas> AaDelay_{};
 };
 
-/// The mean phase of a cell that has readings, a half going to the even integer; outside 16 bits an
-/// overflow fault.
+/// The mean phase of a cell that has readings, with halves rounded to even; a mean outside 16 bits
+/// is an overflow fault.
 std::int16_t MeanPhase(const sync::PhaseCell& cell);
 
 }  // namespace kelvara::report

@@ -16,7 +16,7 @@ namespace {
 constexpr int kFileNameCharacters = 44;
 constexpr int kNotesLines = 7;
 
-/// The text of a box of several lines as it stands, its lines parted by CR LF.
+/// The unchanged text of a multi-line box, its lines separated by CR LF.
 std::string TextOf(const QPlainTextEdit& box) {
   QString text = box.document()->toRawText();
   for (const QChar lineEnd : {QChar(QChar::ParagraphSeparator), QChar(QChar::LineSeparator)}) {
@@ -109,7 +109,7 @@ ReportFields FrmReport::Fields() const {
 }
 
 void FrmReport::CommandBrowse_Click() {
-  // The window may die with the program while a question is open over it.
+  // The program may end, and destroy the window, while a question is open.
   const QPointer<FrmReport> self(this);
   platform::HandleEvent(beeper_, [&] {
     const std::optional<std::string> chosen = reportDialog_.CommandBrowse_Click();

@@ -11,27 +11,27 @@
 
 namespace kelvara::report {
 
-/// The report dialog: where the report goes to, its header fields, and whether to show it. It is
-/// made afresh for each showing.
+/// The report dialog: where the report goes, its header fields, and whether to show it. A new one
+/// is made each time it is shown.
 class FrmReport : public QDialog {
   Q_OBJECT
 
  public:
-  /// `reportDialog` and `beeper` outlive the window.
+  /// `reportDialog` and `beeper` must outlive the window.
   FrmReport(ReportDialog& reportDialog, platform::Beeper& beeper, QWidget* parent = nullptr);
 
-  /// Lets the user choose a file; one that was chosen goes into the text box.
+  /// Lets the user choose a file, which goes into the text box.
   void CommandBrowse_Click();
 
-  /// Writes the report from what the fields hold and closes the window. Where the report was not
-  /// written the window stays open.
+  /// Writes the report from what the fields hold and closes the window. If the report is not
+  /// written, the window stays open.
   void CommandGenerate_Click();
 
   /// Closes the window; no report is written.
   void CommandCancel_Click();
 
  protected:
-  /// Sees the text boxes' keys first: Enter runs Generate and then does what it does in the box.
+  /// Sees the text boxes' keys first: Enter runs Generate and then acts in the box as usual.
   bool eventFilter(QObject* watched, QEvent* event) override;
   void changeEvent(QEvent* event) override;
 

@@ -17,8 +17,8 @@ namespace {
 constexpr std::string_view kFileName = "rfields.ds";
 constexpr std::string_view kLineEnd = "\r\n";
 
-/// The lines of a file, without their ends. A file edited elsewhere may end them in a line feed
-/// alone, and its last line may have no end.
+/// Reads the lines of a file, without their line ends. In a file edited elsewhere a line may end in
+/// a line feed alone, and the last line may have no end.
 class LineReader {
  public:
   explicit LineReader(std::unique_ptr<platform::InputFile> file) : file_(std::move(file)) {}
@@ -43,7 +43,7 @@ class LineReader {
     return line;
   }
 
-  /// The next line, where there has to be one: the end of the file is a file fault.
+  /// The next line; the end of the file is a file fault.
   std::string Expect() {
     std::optional<std::string> line = Next();
     if (!line) {
@@ -91,7 +91,7 @@ void RememberedFields::Load(ReportFields& fields) {
       fields.notes += kLineEnd;
     }
   } catch (const base::Fault&) {
-    // What was read serves; the other fields stay as they were.
+    // The fields read so far are used; the others stay as they were.
   }
 }
 
@@ -107,7 +107,7 @@ void RememberedFields::Save(const ReportFields& fields) {
       file->Write(bytes);
     }
   } catch (const base::Fault&) {
-    // The report itself is written; the fields are remembered where they can be.
+    // The report itself is written; it does not depend on remembering the fields.
   }
 }
 

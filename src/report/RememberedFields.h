@@ -6,28 +6,27 @@
 
 namespace kelvara::report {
 
-/// What the report dialog asks besides the file name.
+/// What the report dialog asks for besides the file name.
 struct ReportFields {
   std::string site;
   std::string tester;
   bool showReport = true;
-  std::string notes;  ///< Its lines are parted by CR LF.
+  std::string notes;  ///< Its lines are separated by CR LF.
 };
 
-/// The report dialog's fields as they are kept between runs: the file "rfields.ds" beside the
-/// program. Its lines end in CR LF: the site, the tester, the Show Report state as a number with a
-/// blank on either side, then the notes.
+/// The report dialog's fields, kept between runs in the file "rfields.ds" beside the program. Its
+/// lines end in CR LF: the site, the tester, the Show Report state as a number with a blank on
+/// either side, then the notes.
 class RememberedFields {
  public:
   RememberedFields(platform::FileSystem& fileSystem, const std::string& programFolder);
 
-  /// Reads the file, to its end, into the fields; writes it from them where it does not exist. A
-  /// failure ends the reading without a word: the fields read before it are kept, the others stay
-  /// as they were.
+  /// Reads the whole file into the fields, or writes it from them if it does not exist. A failure
+  /// ends the reading silently: the fields read before it are kept, the others stay as they were.
   void LoadOrCreate(ReportFields& fields);
 
-  /// Writes the file, with the blanks at either end of the notes left out. A failure ends the
-  /// writing without a word.
+  /// Writes the file, without the blanks at either end of the notes. A failure ends the writing
+  /// silently.
   void Save(const ReportFields& fields);
 
   const std::string& Path() const { return path_; }

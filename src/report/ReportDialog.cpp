@@ -27,7 +27,7 @@ std::string ReportDialog::Form_Load(ReportFields& fields) {
 
 std::optional<std::string> ReportDialog::CommandBrowse_Click() {
   try {
-    // The capture's folder, not the last report's: a site's files stand together.
+    // The capture's folder, not the last report's, so that a site's files stay together.
     return desktop_.fileChooser.Choose({platform::FileChooserKind::Save,
                                         "Select a file to write to",
                                         "HTML File (*.html)|*.html|",

@@ -11,7 +11,7 @@
 
 namespace kelvara::report {
 
-/// What the report dialog does, without its window. It outlives every window shown over it.
+/// What the report dialog does, without its window. It must outlive every window that uses it.
 class ReportDialog {
  public:
   ReportDialog(const sync::SyncModel& model, SyncReport& syncReport,
@@ -22,19 +22,19 @@ class ReportDialog {
         lastFilenames_(desktop),
         rememberedFields_(desktop.fileSystem, desktop.programFolder) {}
 
-  /// Whether there is anything to report on; where there is not, one message box says so and the
-  /// dialog is not to be shown.
+  /// Whether there is anything to report on; if not, one message box says so and the dialog must
+  /// not be shown.
   bool HasPhaseInformation();
 
-  /// At the dialog's start: fills in what was remembered and returns the last report file name.
+  /// When the dialog opens: fills in what was remembered and returns the last report file name.
   std::string Form_Load(ReportFields& fields);
 
-  /// Lets the user choose a file to write to; nothing on cancel. A last capture file name that
-  /// names no folder ends it before the chooser is shown.
+  /// Lets the user choose a file to write to; nothing on cancel. If the last capture file name has
+  /// no folder, the chooser is not shown.
   std::optional<std::string> CommandBrowse_Click();
 
   /// Asks before a file is replaced, writes the report, remembers the texts and shows the report.
-  /// True when the dialog is to close. A fault that the report leaves to its caller passes.
+  /// True when the dialog is to close. A fault that the report leaves to its caller is passed on.
   bool CommandGenerate_Click(const std::string& fileName, const ReportFields& fields);
 
  private:

@@ -9,7 +9,7 @@
 
 namespace kelvara::report {
 
-/// The HTML report that stays with the site: summary, cable lengths, phase matrix.
+/// The HTML report that is kept for the site: summary, cable lengths, phase matrix.
 class SyncReport {
  public:
   SyncReport(const sync::SyncModel& model, const sync::DisplayOptions& options,
@@ -17,9 +17,10 @@ class SyncReport {
       : model_(model), options_(options), machine_(machine) {}
 
   /// Writes the report, replacing a file that exists; true when the whole file was written. The
-  /// texts go in as they stand, notes without blanks at their ends. From the moment the file is
-  /// opened any fault is one message box and false, and what was written stays. A model with more
-  /// antennas than it can list is a subscript fault before the file is opened.
+  /// texts are written unchanged, except that blanks at either end of the notes are left out. From
+  /// the opening of the file on, a fault shows one message box and returns false, and what was
+  /// written stays. A model with more antennas than it can list is a subscript fault before the
+  /// file is opened.
   bool GenerateReport(const std::string& fileName, const std::string& site,
                       const std::string& tester, const std::string& notes);
 
@@ -29,8 +30,8 @@ class SyncReport {
   const platform::Machine& machine_;
 };
 
-/// Shows a finished report in the user's web browser; where the desktop cannot, one message box
-/// says so.
+/// Shows a finished report in the user's web browser; if the desktop cannot, one message box says
+/// so.
 void OpenReport(const std::string& path, platform::DocumentOpener& documentOpener,
                 platform::MessageBoxes& messageBoxes);
 

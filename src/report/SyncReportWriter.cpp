@@ -12,7 +12,7 @@
 namespace kelvara::report {
 namespace {
 
-/// As much as is kept back before it goes to the file in one piece.
+/// How much text is held back before it is written in one piece.
 constexpr std::size_t kPendingBytes = 32768;
 
 constexpr std::string_view kTableEnd1 = "</tbody></p>";

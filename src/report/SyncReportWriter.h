@@ -12,9 +12,9 @@
 
 namespace kelvara::report {
 
-/// Writes the pieces of the HTML report to an open file, in the order in which they stand there.
-/// Slips in the markup (an attribute left open, bold opened twice, closing tags crossed) belong to
-/// the report as sites have it on file and stay.
+/// Writes the parts of the HTML report to an open file, in the order in which they appear there.
+/// The errors in the markup (an attribute left open, bold opened twice, closing tags crossed) are
+/// part of the report as sites have it on file, and are kept.
 class SyncReportWriter {
  public:
   SyncReportWriter(std::unique_ptr<platform::OutputFile> file, const sync::SyncModel& model,
@@ -25,7 +25,7 @@ class SyncReportWriter {
   void WriteSummary(std::string_view fileName, std::string_view site, std::string_view tester,
                     std::string_view notes);
 
-  /// One row an antenna, in the order of the RPNs given. The lengths are computed here.
+  /// One row per antenna, in the order of the RPNs given. The lengths are computed here.
   void WriteCableLengths(std::span<const std::int16_t> sortedRpns);
 
   /// The whole matrix, in the model's order.

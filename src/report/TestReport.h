@@ -9,14 +9,14 @@
 
 namespace kelvara::report {
 
-/// A report of fixed data, to see without a beltpack that reports can be written and opened.
+/// A report of fixed data, which shows without a beltpack that reports can be written and opened.
 class TestReport {
  public:
   TestReport(sync::SyncModel& model, SyncReport& syncReport, const platform::Desktop& desktop)
       : model_(model), syncReport_(syncReport), desktop_(desktop) {}
 
-  /// Clears the results, by the operation given, and puts the fixed data in their place; writes
-  /// "test.html" into the program's folder and opens it. True when the whole report was written.
+  /// Clears the results by the operation given, fills in the fixed data, writes "test.html" into
+  /// the program's folder and opens it. True when the whole report was written.
   bool Run(const std::function<void()>& clearSyncResults);
 
  private:

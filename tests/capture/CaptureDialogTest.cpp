@@ -23,7 +23,7 @@ TEST_F(CaptureDialogTest, StartsWithTheRememberedFileName) {
   EXPECT_EQ(dialog.Form_Load(), "C:\\logs\\log.txt");
 }
 
-TEST_F(CaptureDialogTest, StartsTheLogWithANameThatCannotBeKept) {
+TEST_F(CaptureDialogTest, StartsTheLogEvenIfTheNameCannotBeStored) {
   store.writable = false;
   EXPECT_TRUE(dialog.StartButton_Click("log.txt")) << "the dialog is done";
   EXPECT_TRUE(capture.IsLoggingActive());
@@ -66,7 +66,7 @@ TEST_F(CaptureDialogTest, StartBeginsTheCaptureAndRemembersTheFile) {
   EXPECT_TRUE(boxes.boxes.empty());
 }
 
-TEST_F(CaptureDialogTest, EmptyFileNameIsOneBox) {
+TEST_F(CaptureDialogTest, EmptyFileNameShowsOneBox) {
   EXPECT_FALSE(dialog.StartButton_Click(""));
   ASSERT_EQ(boxes.boxes.size(), 1U);
   EXPECT_EQ(boxes.boxes[0].text, "Filename and path must be specified.");
@@ -76,7 +76,7 @@ TEST_F(CaptureDialogTest, EmptyFileNameIsOneBox) {
   EXPECT_FALSE(capture.IsLoggingActive());
 }
 
-TEST_F(CaptureDialogTest, FileThatCannotBeOpenedIsOneBoxAndIsNotRemembered) {
+TEST_F(CaptureDialogTest, FileThatCannotBeOpenedShowsOneBoxAndIsNotRemembered) {
   files.unopenable["locked.txt"] = true;
   EXPECT_FALSE(dialog.StartButton_Click("locked.txt"));
   ASSERT_EQ(boxes.boxes.size(), 1U);

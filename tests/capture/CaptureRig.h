@@ -7,7 +7,7 @@
 
 namespace kelvara::test {
 
-/// A data capture on a machine that tests move by hand.
+/// A data capture on a machine that tests control.
 struct CaptureRig : DesktopDoubles<> {
   CaptureRig() { clock.wall = 20000.5; }
 
@@ -17,7 +17,7 @@ struct CaptureRig : DesktopDoubles<> {
   capture::DataCapture capture{machine, &logBox};
 };
 
-/// The line that an entry makes at the rig's first moment.
+/// The log line of an entry made at the rig's start time.
 inline std::string EntryLine(const std::string& entry) {
   return "second1728043200, " + entry + "\r\n";
 }

@@ -28,7 +28,7 @@ class DataCaptureFaultsTest : public ::testing::Test, public test::CaptureRig {
     EXPECT_EQ(boxes.boxes[0].buttons, platform::MessageButtons::Ok);
   }
 
-  /// The state and the panel as they are before any capture.
+  /// Expects the state and the panel to be as before any capture.
   void ExpectIdle() {
     EXPECT_EQ(capture.State(), CaptureState::Idle);
     EXPECT_EQ(Panel(), "");
@@ -45,7 +45,7 @@ class DataCaptureFaultsTest : public ::testing::Test, public test::CaptureRig {
   }
 };
 
-TEST_F(DataCaptureFaultsTest, AFileThatCannotBeOpenedIsOneBoxAndLeavesTheFlagTrue) {
+TEST_F(DataCaptureFaultsTest, AFileThatCannotBeOpenedShowsOneBoxAndLeavesTheFlagTrue) {
   FailToStart();
   ExpectStartFailureBox();
   EXPECT_TRUE(capture.IsLoggingActive());
@@ -55,7 +55,7 @@ TEST_F(DataCaptureFaultsTest, AFileThatCannotBeOpenedIsOneBoxAndLeavesTheFlagTru
   ExpectIdle();
 }
 
-TEST_F(DataCaptureFaultsTest, EntriesAfterAFailedStartFaultInTheCallerBeforeTheScreen) {
+TEST_F(DataCaptureFaultsTest, EntriesAfterAFailedStartFaultAndDoNotReachTheLogBox) {
   FailToStart();
   ExpectFileFault([&] { capture.PrintLogEntry("01->06=7"); });
   ExpectFileFault([&] { capture.PrintLogEntry("01->02=-11"); });
@@ -68,13 +68,13 @@ TEST_F(DataCaptureFaultsTest, AnEmptyEntryAfterAFailedStartIsNoFault) {
   EXPECT_NO_THROW(capture.PrintLogEntry(""));
 }
 
-TEST_F(DataCaptureFaultsTest, EntriesFaultWithAHiddenLogBoxToo) {
+TEST_F(DataCaptureFaultsTest, EntriesAlsoFaultWithAHiddenLogBox) {
   logBox.shown = false;
   FailToStart();
   ExpectFileFault([&] { capture.PrintLogEntry("01->06=7"); });
 }
 
-TEST_F(DataCaptureFaultsTest, AStartThatSucceedsMendsAFailedOne) {
+TEST_F(DataCaptureFaultsTest, ASuccessfulStartRecoversFromAFailedOne) {
   FailToStart();
   ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
   EXPECT_NO_THROW(capture.PrintLogEntry("01->06=7"));
@@ -101,7 +101,7 @@ TEST_F(DataCaptureFaultsTest, AStartWhoseFirstEntryCannotBeWrittenFailsWithNoFil
   ExpectFileFault([&] { capture.PrintLogEntry("01->06=7"); });
 }
 
-TEST_F(DataCaptureFaultsTest, AnEntryThatCannotBeWrittenDoesNotReachTheScreen) {
+TEST_F(DataCaptureFaultsTest, AnEntryThatCannotBeWrittenDoesNotReachTheLogBox) {
   files.writesLeft = 2;
   ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
   capture.PrintLogEntry("one");
@@ -113,7 +113,7 @@ TEST_F(DataCaptureFaultsTest, AnEntryThatCannotBeWrittenDoesNotReachTheScreen) {
   EXPECT_TRUE(boxes.boxes.empty());
 }
 
-TEST_F(DataCaptureFaultsTest, CaptureGoesOnWhenAWriteSucceedsAgain) {
+TEST_F(DataCaptureFaultsTest, CaptureContinuesWhenAWriteSucceedsAgain) {
   files.writesLeft = 1;
   ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
   ExpectFileFault([&] { capture.PrintLogEntry("lost"); });
@@ -122,7 +122,7 @@ TEST_F(DataCaptureFaultsTest, CaptureGoesOnWhenAWriteSucceedsAgain) {
   EXPECT_EQ(Log(), EntryLine("Log To File Started") + EntryLine("kept"));
 }
 
-TEST_F(DataCaptureFaultsTest, APauseThatFailsHasChangedThePanelAlone) {
+TEST_F(DataCaptureFaultsTest, AFailedPauseChangesOnlyThePanel) {
   files.writesLeft = 1;
   ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
   ExpectFileFault([&] { capture.PauseLoggingToFile(); });
@@ -131,7 +131,7 @@ TEST_F(DataCaptureFaultsTest, APauseThatFailsHasChangedThePanelAlone) {
   EXPECT_EQ(capture.State(), CaptureState::Logging);
 }
 
-TEST_F(DataCaptureFaultsTest, AResumeThatFailsHasChangedTheFlagAndThePanel) {
+TEST_F(DataCaptureFaultsTest, AFailedResumeChangesOnlyTheFlagAndThePanel) {
   files.writesLeft = 2;
   ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
   capture.PauseLoggingToFile();
@@ -141,7 +141,7 @@ TEST_F(DataCaptureFaultsTest, AResumeThatFailsHasChangedTheFlagAndThePanel) {
   EXPECT_EQ(capture.State(), CaptureState::Paused);
 }
 
-TEST_F(DataCaptureFaultsTest, AStopThatFailsHasChangedTheFlagAlone) {
+TEST_F(DataCaptureFaultsTest, AFailedStopChangesOnlyTheFlag) {
   files.writesLeft = 2;
   ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
   capture.PauseLoggingToFile();

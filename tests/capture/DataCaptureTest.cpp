@@ -30,7 +30,7 @@ TEST_F(DataCaptureTest, EntryIsTheGeneralDateACommaABlankAndTheText) {
   EXPECT_EQ(logBox.text, Log());
 }
 
-TEST_F(DataCaptureTest, EntryTextIsTakenAsItStands) {
+TEST_F(DataCaptureTest, EntryTextIsWrittenUnchanged) {
   ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
   const std::string text("  a,b\t\xE9\0\r\nc ", 12);
   capture.PrintLogEntry(text);
@@ -43,7 +43,7 @@ TEST_F(DataCaptureTest, BlankTextIsNotEmpty) {
   EXPECT_EQ(logBox.text, EntryLine(" "));
 }
 
-TEST_F(DataCaptureTest, EachEntryCarriesTheWallTimeOfItsOwnMoment) {
+TEST_F(DataCaptureTest, EachEntryCarriesItsOwnWallTime) {
   capture.PrintLogEntry("first");
   clock.now += 5;
   clock.wall += platform::Span(90);
@@ -58,20 +58,20 @@ TEST_F(DataCaptureTest, EmptyTextWritesNothingAnywhere) {
   EXPECT_EQ(logBox.text, Log());
 }
 
-TEST_F(DataCaptureTest, StartAppendsToAFileThatExists) {
+TEST_F(DataCaptureTest, StartAppendsToAnExistingFile) {
   files.files["log.txt"] = "kept\r\n";
   ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
   EXPECT_EQ(Log(), "kept\r\n" + EntryLine("Log To File Started"));
 }
 
-TEST_F(DataCaptureTest, StartCreatesAFileThatIsMissing) {
+TEST_F(DataCaptureTest, StartCreatesAMissingFile) {
   ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
   EXPECT_EQ(files.files.size(), 1U);
   EXPECT_EQ(Log(), EntryLine("Log To File Started"));
   EXPECT_TRUE(boxes.boxes.empty());
 }
 
-TEST_F(DataCaptureTest, EntriesWhilePausedReachTheScreenOnly) {
+TEST_F(DataCaptureTest, EntriesWhilePausedReachOnlyTheLogBox) {
   ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
   capture.PauseLoggingToFile();
   const std::string before = Log();
@@ -89,7 +89,7 @@ TEST_F(DataCaptureTest, StopWhilePausedStillWritesItsEntry) {
                        EntryLine("Log To File Stopped"));
 }
 
-TEST_F(DataCaptureTest, AWholeCaptureStandsInTheFileAndOnTheScreen) {
+TEST_F(DataCaptureTest, AWholeCaptureReachesTheFileAndTheLogBox) {
   ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
   capture.PrintLogEntry("one");
   capture.PauseLoggingToFile();
@@ -115,7 +115,7 @@ TEST_F(DataCaptureTest, AHiddenLogBoxKeepsNothingAndTheFileGetsTheEntry) {
   EXPECT_EQ(logBox.text, "");
 }
 
-TEST_F(DataCaptureTest, ASecondCaptureGoesOnAtTheEndOfTheSameFile) {
+TEST_F(DataCaptureTest, ASecondCaptureContinuesAtTheEndOfTheSameFile) {
   ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
   capture.StopLoggingToFile();
   const std::string first = Log();
@@ -123,7 +123,7 @@ TEST_F(DataCaptureTest, ASecondCaptureGoesOnAtTheEndOfTheSameFile) {
   EXPECT_EQ(Log(), first + EntryLine("Log To File Started"));
 }
 
-TEST_F(DataCaptureTest, ALinkThatStartsLeavesTheFileOpen) {
+TEST_F(DataCaptureTest, StartingTheLinkLeavesTheFileOpen) {
   ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
   capture.ClearLoggingActive();
   EXPECT_FALSE(capture.IsLoggingActive());
@@ -144,7 +144,7 @@ TEST_F(DataCaptureTest, TheEndOfTheProgramClosesTheFileWithoutAnEntry) {
   EXPECT_EQ(Log(), EntryLine("Log To File Started"));
 }
 
-/// A row of the table of capture states.
+/// What holds in a capture state.
 struct ExpectedState {
   bool flag;
   int openFiles;
@@ -167,7 +167,7 @@ class CaptureStatesTest : public DataCaptureTest {
   static constexpr ExpectedState kPaused{false, 1, "Logging Paused...", CaptureState::Paused};
 };
 
-TEST_F(CaptureStatesTest, EveryTransitionEndsInTheStateOfTheTable) {
+TEST_F(CaptureStatesTest, EveryTransitionEndsInItsState) {
   ExpectState(kIdle, "the beginning");
   ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
   ExpectState(kLogging, "start");
@@ -184,21 +184,21 @@ TEST_F(CaptureStatesTest, EveryTransitionEndsInTheStateOfTheTable) {
   ExpectState(kIdle, "stop while paused");
 }
 
-TEST_F(CaptureStatesTest, EveryTransitionIsTold) {
+TEST_F(CaptureStatesTest, EveryTransitionIsReported) {
   int changes = 0;
   capture.SetStateChanged([&] { ++changes; });
-  const auto expectTold = [&](const char* after) {
+  const auto expectReported = [&](const char* after) {
     EXPECT_GT(changes, 0) << after;
     changes = 0;
   };
   ASSERT_TRUE(capture.StartLoggingToFile("log.txt"));
-  expectTold("start");
+  expectReported("start");
   capture.PauseLoggingToFile();
-  expectTold("pause");
+  expectReported("pause");
   capture.ResumeLoggingToFile();
-  expectTold("resume");
+  expectReported("resume");
   capture.StopLoggingToFile();
-  expectTold("stop");
+  expectReported("stop");
 }
 
 }  // namespace

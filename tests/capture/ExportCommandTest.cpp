@@ -52,7 +52,7 @@ TEST_F(ExportCommandTest, WritesTheChosenFileAndRemembersNoName) {
   EXPECT_EQ(store.Value("LastFile"), "C:\\logs\\log.txt");
 }
 
-TEST_F(ExportCommandTest, WritesTheGridAsItShowsTheResults) {
+TEST_F(ExportCommandTest, WritesTheResultsAsTheGridShowsThem) {
   AddAas({1, 6});
   model.AddPhase(0, 1, 10);
   Draw();
@@ -63,7 +63,7 @@ TEST_F(ExportCommandTest, WritesTheGridAsItShowsTheResults) {
   EXPECT_NE(Csv().find("\r\nAA.01,,10\r\n"), std::string::npos) << Csv();
 }
 
-TEST_F(ExportCommandTest, DrawsTheGridWhereAntennasAreMissingInIt) {
+TEST_F(ExportCommandTest, DrawsTheGridFirstIfItLacksAntennas) {
   AddAas({1});
   Draw();
   AddAas({6});
@@ -74,7 +74,7 @@ TEST_F(ExportCommandTest, DrawsTheGridWhereAntennasAreMissingInIt) {
   EXPECT_NE(Csv().find("\r\nAA.01,,10\r\n"), std::string::npos) << Csv();
 }
 
-TEST_F(ExportCommandTest, FileThatCannotBeWrittenIsOneBeep) {
+TEST_F(ExportCommandTest, FileThatCannotBeWrittenBeepsOnce) {
   files.unopenable["results.csv"] = true;
   chooser.answer = "results.csv";
   command.ExportResults();

@@ -11,7 +11,7 @@
 
 namespace kelvara::test {
 
-/// A results export beside the model, the grid and the options that it reads.
+/// A results export with the model, the grid and the options that it reads.
 struct ExportRig : DesktopDoubles<> {
   ExportRig() { clock.wall = 20000.5; }
 
@@ -30,7 +30,7 @@ struct ExportRig : DesktopDoubles<> {
   capture::ResultsExport resultsExport{model, grid, options, machine};
 };
 
-/// The first line of a file written at the rig's first moment.
+/// The first line of a file written at the rig's start time.
 inline constexpr const char* kCsvFirstLine =
     "File Created by Kelvara v1.1.0 on second1728043200\r\n";
 

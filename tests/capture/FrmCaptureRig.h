@@ -22,7 +22,7 @@
 
 namespace kelvara::test {
 
-/// The capture dialog over the machine's own files, message boxes and choosers.
+/// The capture dialog with the machine's own files, message boxes and choosers.
 struct FrmCaptureRig
     : DesktopDoubles<qt::QtFileSystem, widgets::QtMessageBoxes, widgets::QtFileChooser> {
   FrmCaptureRig() {
@@ -30,7 +30,7 @@ struct FrmCaptureRig
     clock.wall = 20000.5;
   }
 
-  /// Opens the window, as the program does: made afresh, with a remembered file name.
+  /// Makes and opens a new window, as the program does, with a remembered file name.
   void Open(const std::string& lastFile = "") {
     store.SetValue("LastFile", lastFile);
     window = std::make_unique<capture::FrmCapture>(dialog, beeper);

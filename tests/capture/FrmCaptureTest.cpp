@@ -21,7 +21,7 @@ constexpr const char* kStarted = "second1728043200, Log To File Started\r\n";
 
 class FrmCaptureTest : public ::testing::Test, public FrmCaptureRig {
  protected:
-  /// Whether the window goes: a button that was pressed by its access key shows that for a moment.
+  /// Whether the window closes: a button pressed by its access key stays down for a moment first.
   bool IsClosedSoon() {
     return QTest::qWaitFor([this] { return !window->isVisible(); });
   }
@@ -66,7 +66,7 @@ TEST_F(FrmCaptureTest, AnyKeyInTheNameBoxEnablesStart) {
   }
 }
 
-TEST_F(FrmCaptureTest, KeysThatTypeNothingAndKeysElsewhereDoNot) {
+TEST_F(FrmCaptureTest, ModifierKeysAndKeysElsewhereDoNotEnableStart) {
   Open();
   Press(*window, Qt::Key_Shift);
   Press(*window, Qt::Key_Alt);
@@ -84,7 +84,7 @@ TEST_F(FrmCaptureTest, ComposedLetterEnablesStart) {
   EXPECT_TRUE(Button("StartButton").isEnabled());
 }
 
-TEST_F(FrmCaptureTest, EnablingLastsWhenTheNameIsDeletedAgain) {
+TEST_F(FrmCaptureTest, StartStaysEnabledWhenTheNameIsDeletedAgain) {
   Open();
   Type(*window, "a");
   Press(*window, Qt::Key_Backspace);
@@ -113,7 +113,7 @@ TEST_F(FrmCaptureTest, EnterInTheNameBoxStarts) {
   }
 }
 
-TEST_F(FrmCaptureTest, EnterInAnEmptyNameBoxEnablesStartAndIsOneBox) {
+TEST_F(FrmCaptureTest, EnterInAnEmptyNameBoxEnablesStartAndShowsOneBox) {
   Open();
   BoxAnswer box(QMessageBox::Ok);
   Press(*window, Qt::Key_Return);
@@ -205,14 +205,14 @@ TEST_F(FrmCaptureTest, EscAndCancelCloseAndStartNothing) {
   }
 }
 
-TEST_F(FrmCaptureTest, AccessKeyOfStartStarts) {
+TEST_F(FrmCaptureTest, AccessKeyOfStartStartsTheCapture) {
   Open(Path("log.txt"));
   Press(*window, Qt::Key_S, Qt::AltModifier);
   EXPECT_TRUE(IsClosedSoon());
   EXPECT_TRUE(dataCapture.IsLoggingActive());
 }
 
-TEST_F(FrmCaptureTest, SettingsThatCannotBeWrittenAreOneBeep) {
+TEST_F(FrmCaptureTest, SettingsThatCannotBeWrittenBeepOnce) {
   Open(Path("log.txt"));
   store.writable = false;
   Click(Button("StartButton"));
@@ -221,7 +221,7 @@ TEST_F(FrmCaptureTest, SettingsThatCannotBeWrittenAreOneBeep) {
   EXPECT_FALSE(window->isVisible()) << "the log is started, so the dialog is done";
 }
 
-TEST_F(FrmCaptureTest, ProgramThatEndsWhileTheMessageIsOpenEndsTheDialog) {
+TEST_F(FrmCaptureTest, EndingTheProgramWhileTheMessageIsOpenEndsTheDialog) {
   window = std::make_unique<FrmCapture>(dialog, beeper);
   const EndOfProgram end("MsgBox");
   const WhenShown shown("FrmCapture", [](QWidget& capturing) { Press(capturing, Qt::Key_Return); });
@@ -229,7 +229,7 @@ TEST_F(FrmCaptureTest, ProgramThatEndsWhileTheMessageIsOpenEndsTheDialog) {
   EXPECT_EQ(beeper.count, 0);
 }
 
-TEST_F(FrmCaptureTest, BrowseKeepsARememberedNameThatIsNoText) {
+TEST_F(FrmCaptureTest, BrowseKeepsARememberedNameThatIsNotText) {
   const std::string path = Path("B\xFChne.txt");
   Open(path);
   const WhenShown shown("CommonDialog1",
@@ -238,7 +238,7 @@ TEST_F(FrmCaptureTest, BrowseKeepsARememberedNameThatIsNoText) {
   EXPECT_EQ(store.Value("LastFile"), path);
 }
 
-TEST_F(FrmCaptureTest, ARememberedNameThatIsNoTextIsCapturedTo) {
+TEST_F(FrmCaptureTest, CapturesToARememberedNameThatIsNotText) {
   const std::string path = Path("B\xFChne.txt");
   Open(path);
   Press(*window, Qt::Key_Return);
@@ -247,7 +247,7 @@ TEST_F(FrmCaptureTest, ARememberedNameThatIsNoTextIsCapturedTo) {
   EXPECT_EQ(store.Value("LastFile"), path);
 }
 
-TEST_F(FrmCaptureTest, TabGoesThroughTheControlsAsTheyAreRead) {
+TEST_F(FrmCaptureTest, TabFollowsTheReadingOrder) {
   Open("log.txt");
   EXPECT_EQ(TabOrder(*window), "TxtFileName CommandBrowse StartButton CancelButton");
 }

@@ -13,12 +13,12 @@ class LastFilenamesTest : public ::testing::Test, public test::DesktopDoubles<> 
   LastFilenames lastFilenames{desktop};
 };
 
-TEST_F(LastFilenamesTest, BothAreEmptyUntilOneWasSaved) {
+TEST_F(LastFilenamesTest, AreEmptyUntilTheyAreSaved) {
   EXPECT_EQ(lastFilenames.GetLastFilename(), "");
   EXPECT_EQ(lastFilenames.GetLastReportFilename(), "");
 }
 
-TEST_F(LastFilenamesTest, EachIsKeptUnderItsOwnKeyAsItStands) {
+TEST_F(LastFilenamesTest, EachIsStoredUnchangedUnderItsOwnKey) {
   lastFilenames.SaveLastFilename("C:\\logs\\a b.txt");
   lastFilenames.SaveLastReportFilename(" report\xE9.html ");
   EXPECT_EQ(store.values.size(), 2U);
@@ -28,7 +28,7 @@ TEST_F(LastFilenamesTest, EachIsKeptUnderItsOwnKeyAsItStands) {
   EXPECT_EQ(lastFilenames.GetLastReportFilename(), " report\xE9.html ");
 }
 
-TEST_F(LastFilenamesTest, ANameThatCannotBeKeptIsOneBeep) {
+TEST_F(LastFilenamesTest, ANameThatCannotBeStoredBeepsOnce) {
   store.writable = false;
   lastFilenames.SaveLastFilename("log.txt");
   EXPECT_EQ(beeper.count, 1);

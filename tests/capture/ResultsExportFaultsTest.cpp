@@ -32,7 +32,7 @@ class ResultsExportFaultsTest : public ::testing::Test, public test::ExportRig {
   }
 };
 
-TEST_F(ResultsExportFaultsTest, AFileThatCannotBeCreatedIsOneBeep) {
+TEST_F(ResultsExportFaultsTest, AFileThatCannotBeCreatedBeepsOnce) {
   files.unopenable["results.csv"] = true;
   resultsExport.WriteResults("results.csv");
   EXPECT_EQ(beeper.count, 1);
@@ -40,7 +40,7 @@ TEST_F(ResultsExportFaultsTest, AFileThatCannotBeCreatedIsOneBeep) {
   EXPECT_EQ(files.openFiles, 0);
 }
 
-TEST_F(ResultsExportFaultsTest, AFileThatWasNeverOpenedDoesNotHinderTheNextExport) {
+TEST_F(ResultsExportFaultsTest, AFileThatCannotBeCreatedDoesNotAffectTheNextExport) {
   files.unopenable["locked.csv"] = true;
   resultsExport.WriteResults("locked.csv");
   resultsExport.WriteResults("results.csv");
@@ -48,7 +48,7 @@ TEST_F(ResultsExportFaultsTest, AFileThatWasNeverOpenedDoesNotHinderTheNextExpor
   EXPECT_NE(Csv(), "");
 }
 
-TEST_F(ResultsExportFaultsTest, AWriteThatFailsIsOneBeepAndKeepsTheLinesBefore) {
+TEST_F(ResultsExportFaultsTest, AFailedWriteBeepsOnceAndKeepsTheLinesBefore) {
   const std::vector<std::string> lines = LinesOfAnExport();
   ASSERT_EQ(lines.size(), 9U);
   std::string before;
@@ -81,7 +81,7 @@ TEST_F(ResultsExportFaultsTest, AfterAFaultTheFileStaysOpenAndEveryExportBeeps) 
   EXPECT_EQ(files.openFiles, 1);
 }
 
-TEST_F(ResultsExportFaultsTest, AnAntennaTooManyEndsTheFileBehindItsHeader) {
+TEST_F(ResultsExportFaultsTest, TooManyAntennasEndTheFileAfterItsHeader) {
   for (std::int16_t rpn = 200; model.AaCount() < 51; ++rpn) {
     model.FindOrAddAa(rpn, 0, 0);
   }

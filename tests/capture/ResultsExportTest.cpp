@@ -15,7 +15,7 @@ using test::kCsvFirstLine;
 
 class ResultsExportTest : public ::testing::Test, public test::ExportRig {
  protected:
-  /// The file's text behind its first line.
+  /// The file's text after its first line.
   std::string Body() {
     const std::string first(kCsvFirstLine);
     EXPECT_EQ(Csv().substr(0, first.size()), first);
@@ -118,7 +118,7 @@ TEST_F(ResultsExportTest, ASecondExportReplacesTheFirst) {
   EXPECT_EQ(beeper.count, 0);
 }
 
-TEST_F(ResultsExportTest, CellTextsGoInAsTheGridShowsThem) {
+TEST_F(ResultsExportTest, CellTextsAreWrittenAsTheGridShowsThem) {
   model.FindOrAddAa(1, 0, 0);
   model.FindOrAddAa(2, 0, 0);
   model.AddPhase(0, 1, 7);

@@ -32,13 +32,13 @@ TEST(CableLengthsTest, AnAntennaWithoutReadingsHasNoDelay) {
   EXPECT_EQ(lengths.Metres(0), 0);
 }
 
-TEST(CableLengthsTest, WithoutTheOtherWayTheLeadAloneCounts) {
+TEST(CableLengthsTest, WithOnlyALeadTheDelayIsTheLead) {
   const CableLengths lengths(Pair(9, {}));
   EXPECT_EQ(lengths.AaDelay(0), 9);
   EXPECT_EQ(lengths.AaDelay(1), 0);
 }
 
-TEST(CableLengthsTest, WithoutTheOtherWayTheLagAloneCounts) {
+TEST(CableLengthsTest, WithOnlyALagTheDelayIsTheLag) {
   const CableLengths lengths(Pair({}, -9));
   EXPECT_EQ(lengths.AaDelay(0), 9);
   EXPECT_EQ(lengths.AaDelay(1), 0);
@@ -55,7 +55,7 @@ TEST(CableLengthsTest, APositiveLagCountsAsZero) {
   EXPECT_EQ(FirstDelay(Pair(10, 5)), 5);
 }
 
-TEST(CableLengthsTest, ADelayHalfwayGoesToTheEvenNumber) {
+TEST(CableLengthsTest, ADelayHalfwayIsRoundedToEven) {
   EXPECT_EQ(FirstDelay(Pair(9, -8)), 8);
   EXPECT_EQ(FirstDelay(Pair(9, -10)), 10);
   EXPECT_EQ(FirstDelay(Pair(1, 0)), 0);
@@ -99,7 +99,7 @@ TEST(CableLengthsTest, ADelayBeyond16BitsIsAnOverflow) {
   EXPECT_THROW(CableLengths(Pair({}, -32768)), base::Fault);
 }
 
-TEST(CableLengthsTest, AnAntennaTooManyIsASubscriptFault) {
+TEST(CableLengthsTest, TooManyAntennasAreASubscriptFault) {
   sync::SyncModel model;
   for (std::int16_t rpn = 0; rpn < 51; ++rpn) {
     model.FindOrAddAa(rpn, 0, 0);

@@ -45,7 +45,7 @@ TEST_F(FrmReportLayoutTest, FollowsAFontThatChangesWhileItIsOpen) {
   EXPECT_GE(TxtNotes().height(), 6 * TxtNotes().fontMetrics().lineSpacing());
 }
 
-TEST_F(FrmReportLayoutTest, NotesTakeTheRoomOfALargerWindow) {
+TEST_F(FrmReportLayoutTest, NotesTakeTheSpaceOfALargerWindow) {
   Open();
   const int before = TxtNotes().height();
   window->resize(window->width() + 300, window->height() + 300);

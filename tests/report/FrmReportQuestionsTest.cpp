@@ -26,7 +26,7 @@ class FrmReportQuestionsTest : public ::testing::Test, public FrmReportRig {
   }
 };
 
-TEST_F(FrmReportQuestionsTest, NoLeavesTheFileAndTheDialog) {
+TEST_F(FrmReportQuestionsTest, NoKeepsTheFileAndTheDialogOpen) {
   WriteTextFile(Path("report.html"), "old");
   OpenFor(Path("report.html"));
   BoxAnswer box(QMessageBox::No);
@@ -50,7 +50,7 @@ TEST_F(FrmReportQuestionsTest, YesReplacesTheFile) {
   EXPECT_EQ(ReadTextFile(Path("report.html")).substr(0, 14), "<!DOCTYPE HTML");
 }
 
-TEST_F(FrmReportQuestionsTest, FolderOfThatNameIsNoFileThatExists) {
+TEST_F(FrmReportQuestionsTest, FolderOfThatNameDoesNotCountAsAnExistingFile) {
   OpenFor(folder.path().toStdString());
   BoxAnswer box(QMessageBox::Ok);
   Click(Button("CommandGenerate"));
@@ -58,7 +58,7 @@ TEST_F(FrmReportQuestionsTest, FolderOfThatNameIsNoFileThatExists) {
   EXPECT_EQ(box.icon, QMessageBox::Critical);
 }
 
-TEST_F(FrmReportQuestionsTest, EmptyFileNameIsOneBox) {
+TEST_F(FrmReportQuestionsTest, EmptyFileNameShowsOneBox) {
   Open();
   Fill(TxtSite(), "kept");
   BoxAnswer box(QMessageBox::Ok);
@@ -88,7 +88,7 @@ TEST_F(FrmReportQuestionsTest, ReportThatCannotBeWrittenLeavesTheDialogOpen) {
   EXPECT_EQ(beeper.count, 0);
 }
 
-TEST_F(FrmReportQuestionsTest, BrowserThatCannotBeStartedIsOneBoxAndTheDialogCloses) {
+TEST_F(FrmReportQuestionsTest, BrowserThatCannotBeStartedShowsOneBoxAndTheDialogCloses) {
   opener.answer = false;
   OpenFor(Path("report.html"));
   bool savedBefore = false;
@@ -104,7 +104,7 @@ TEST_F(FrmReportQuestionsTest, BrowserThatCannotBeStartedIsOneBoxAndTheDialogClo
   EXPECT_FALSE(window->isVisible());
 }
 
-TEST_F(FrmReportQuestionsTest, NoAntennasIsOneBox) {
+TEST_F(FrmReportQuestionsTest, NoAntennasShowOneBox) {
   model.Clear();
   BoxAnswer box(QMessageBox::Ok);
   EXPECT_FALSE(dialog.HasPhaseInformation());
@@ -114,7 +114,7 @@ TEST_F(FrmReportQuestionsTest, NoAntennasIsOneBox) {
   EXPECT_EQ(box.buttons, QMessageBox::Ok);
 }
 
-TEST_F(FrmReportQuestionsTest, AntennasTooManyToListAreOneBeep) {
+TEST_F(FrmReportQuestionsTest, TooManyAntennasToListBeepOnce) {
   for (std::int16_t rpn = 100; model.AaCount() < 51; ++rpn) {
     model.FindOrAddAa(rpn, 0, 0);
   }
@@ -126,7 +126,7 @@ TEST_F(FrmReportQuestionsTest, AntennasTooManyToListAreOneBeep) {
   EXPECT_FALSE(Exists("report.html"));
 }
 
-TEST_F(FrmReportQuestionsTest, SettingsThatCannotBeWrittenAreOneBeep) {
+TEST_F(FrmReportQuestionsTest, SettingsThatCannotBeWrittenBeepOnce) {
   OpenFor(Path("report.html"));
   store.writable = false;
   Click(Button("CommandGenerate"));
@@ -151,7 +151,7 @@ TEST_F(FrmReportQuestionsTest, BrowseTakesTheChosenPath) {
   EXPECT_TRUE(window->isVisible());
 }
 
-TEST_F(FrmReportQuestionsTest, BrowseTakesNoPathInAFolderThatIsNotThere) {
+TEST_F(FrmReportQuestionsTest, BrowseRefusesAPathInAMissingFolder) {
   OpenFor("before.html");
   std::optional<ChooserUser> again;
   BoxAnswer box(QMessageBox::Ok, [&again] { again.emplace(""); });
@@ -181,7 +181,7 @@ TEST_F(FrmReportQuestionsTest, LastCaptureWithoutAFolderShowsNoChooser) {
   EXPECT_EQ(beeper.count, 0);
 }
 
-TEST_F(FrmReportQuestionsTest, ProgramThatEndsWhileTheQuestionIsOpenWritesNothing) {
+TEST_F(FrmReportQuestionsTest, EndingTheProgramWhileTheQuestionIsOpenWritesNothing) {
   WriteTextFile(Path("report.html"), "old");
   store.SetValue("LastReportFile", Path("report.html"));
   window = std::make_unique<FrmReport>(dialog, beeper);
@@ -192,8 +192,8 @@ TEST_F(FrmReportQuestionsTest, ProgramThatEndsWhileTheQuestionIsOpenWritesNothin
   EXPECT_EQ(beeper.count, 0);
 }
 
-/// Message boxes whose opening is where the program ends: the window dies meanwhile.
-class DeadlyMessageBoxes : public platform::MessageBoxes {
+/// Message boxes that destroy the window when they open, as the end of the program does.
+class DestroyingMessageBoxes : public platform::MessageBoxes {
  public:
   platform::MessageAnswer Show(std::string_view, std::string_view, platform::MessageIcon,
                                platform::MessageButtons) override {
@@ -204,24 +204,24 @@ class DeadlyMessageBoxes : public platform::MessageBoxes {
   platform::MessageAnswer answer = platform::MessageAnswer::Yes;
 };
 
-TEST_F(FrmReportQuestionsTest, WindowMayDieWhileAQuestionIsOpen) {
-  DeadlyMessageBoxes deadly;
-  deadly.onShow = [this] { window.reset(); };
-  const platform::Desktop deadlyDesktop{{.clock = clock,
-                                         .dateFormat = dateFormat,
-                                         .fileSystem = files,
-                                         .beeper = beeper,
-                                         .messageBoxes = deadly,
-                                         .events = events},
-                                        chooser,
-                                        opener,
-                                        store,
-                                        folder.path().toStdString()};
-  ReportDialog deadlyDialog(model, syncReport, deadlyDesktop);
+TEST_F(FrmReportQuestionsTest, WindowMayBeDestroyedWhileAQuestionIsOpen) {
+  DestroyingMessageBoxes destroying;
+  destroying.onShow = [this] { window.reset(); };
+  const platform::Desktop destroyingDesktop{{.clock = clock,
+                                             .dateFormat = dateFormat,
+                                             .fileSystem = files,
+                                             .beeper = beeper,
+                                             .messageBoxes = destroying,
+                                             .events = events},
+                                            chooser,
+                                            opener,
+                                            store,
+                                            folder.path().toStdString()};
+  ReportDialog destroyingDialog(model, syncReport, destroyingDesktop);
   WriteTextFile(Path("report.html"), "old");
   store.SetValue("LastReportFile", Path("report.html"));
   for (const bool byKey : {true, false}) {
-    window = std::make_unique<FrmReport>(deadlyDialog, beeper);
+    window = std::make_unique<FrmReport>(destroyingDialog, beeper);
     ShowWindow(*window);
     if (byKey) {
       Press(*window, Qt::Key_Return);

@@ -22,8 +22,8 @@
 
 namespace kelvara::test {
 
-/// The report dialog over the machine's own files, message boxes and choosers; documents are not
-/// opened but remembered.
+/// The report dialog with the machine's own files, message boxes and choosers; documents are
+/// recorded and not opened.
 struct FrmReportRig
     : DesktopDoubles<qt::QtFileSystem, widgets::QtMessageBoxes, widgets::QtFileChooser> {
   FrmReportRig() {
@@ -33,7 +33,7 @@ struct FrmReportRig
     model.AddPhase(0, 1, 9);
   }
 
-  /// Opens the window, as the program does: made afresh.
+  /// Makes and opens a new window, as the program does.
   report::FrmReport& Open() {
     window = std::make_unique<report::FrmReport>(dialog, beeper);
     ShowWindow(*window);

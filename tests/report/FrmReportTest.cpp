@@ -24,7 +24,7 @@ class FrmReportTest : public ::testing::Test, public FrmReportRig {
     Open();
   }
 
-  /// Whether the window goes: a button that was pressed by its access key shows that for a moment.
+  /// Whether the window closes: a button pressed by its access key stays down for a moment first.
   bool IsClosedSoon() {
     return QTest::qWaitFor([this] { return !window->isVisible(); });
   }
@@ -70,7 +70,7 @@ TEST_F(FrmReportTest, FirstOpeningCreatesTheRememberedFields) {
   EXPECT_EQ(ReadTextFile(Path("rfields.ds")), "\r\n\r\n 1 \r\n\r\n");
 }
 
-TEST_F(FrmReportTest, OpeningFillsTheFieldsAfresh) {
+TEST_F(FrmReportTest, EachOpeningFillsTheFieldsAgain) {
   WriteTextFile(Path("rfields.ds"), " Hall 3 \r\nA. Tester\r\n 0 \r\none\r\n\r\ntwo\r\n");
   OpenFor("C:\\sites\\hall.html");
   EXPECT_EQ(TxtFileName().text(), "C:\\sites\\hall.html");
@@ -101,7 +101,7 @@ TEST_F(FrmReportTest, TextIsNeverTakenForMarkup) {
   EXPECT_EQ(TxtNotes().toPlainText(), "<i>n</i>\n");
 }
 
-TEST_F(FrmReportTest, BytesThatAreNoTextComeBackAsTheyAre) {
+TEST_F(FrmReportTest, BytesThatAreNotTextAreKeptUnchanged) {
   const std::string fields = "B\xFChne\r\n\xC3\xBC \xFF\r\n 1 \r\n\x80\xE2\x82\r\n";
   WriteTextFile(Path("rfields.ds"), fields);
   OpenFor(Path("report.html"));
@@ -143,7 +143,7 @@ TEST_F(FrmReportTest, UncheckedReportIsNotShown) {
   EXPECT_EQ(ReadTextFile(Path("rfields.ds")), "\r\n\r\n 0 \r\n\r\n");
 }
 
-TEST_F(FrmReportTest, NotesGoOnAsTheyStandWithCrLfBetweenTheirLines) {
+TEST_F(FrmReportTest, NotesAreWrittenUnchangedWithCrLfBetweenTheirLines) {
   OpenFor(Path("report.html"));
   // A line break within a paragraph, and blanks that do not break.
   TxtNotes().setPlainText(QStringLiteral("a\u00A0b\nc\u2028d"));
@@ -201,7 +201,7 @@ TEST_F(FrmReportTest, EnterOnTheCheckBoxDoesNothing) {
   EXPECT_FALSE(Exists("report.html"));
 }
 
-TEST_F(FrmReportTest, EnterWithControlIsAnotherCharacter) {
+TEST_F(FrmReportTest, EnterWithControlDoesNotGenerate) {
   OpenFor(Path("report.html"));
   Press(*window, Qt::Key_Return, Qt::ControlModifier);
   EXPECT_TRUE(window->isVisible());
@@ -226,7 +226,7 @@ TEST_F(FrmReportTest, EscAndCancelCloseAndSaveNothing) {
   }
 }
 
-TEST_F(FrmReportTest, TabGoesThroughTheControlsAsTheyAreRead) {
+TEST_F(FrmReportTest, TabFollowsTheReadingOrder) {
   Open();
   EXPECT_EQ(TabOrder(*window),
             "TxtFileName CommandBrowse TxtSite TxtTester TxtNotes CheckOpenReport "

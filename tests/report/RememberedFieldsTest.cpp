@@ -28,7 +28,7 @@ class RememberedFieldsTest : public ::testing::Test {
 
 TEST_F(RememberedFieldsTest, ShowReportIsCheckedAtFirst) { EXPECT_TRUE(ReportFields().showReport); }
 
-TEST_F(RememberedFieldsTest, LieBesideTheProgram) { EXPECT_EQ(remembered.Path(), kPath); }
+TEST_F(RememberedFieldsTest, AreStoredBesideTheProgram) { EXPECT_EQ(remembered.Path(), kPath); }
 
 TEST_F(RememberedFieldsTest, MissingFileIsWrittenFromTheFields) {
   fields = ReportFields();
@@ -40,7 +40,7 @@ TEST_F(RememberedFieldsTest, MissingFileIsWrittenFromTheFields) {
   EXPECT_EQ(files.openFiles, 0);
 }
 
-TEST_F(RememberedFieldsTest, SaveWritesEachFieldInItsLine) {
+TEST_F(RememberedFieldsTest, SaveWritesEachFieldOnItsLine) {
   remembered.Save({" Hall 3 ", "A. Tester", true, "  one\r\ntwo  "});
   EXPECT_EQ(File(), " Hall 3 \r\nA. Tester\r\n 1 \r\none\r\ntwo\r\n");
   remembered.Save({"s", "t", false, ""});
@@ -132,12 +132,12 @@ TEST_F(RememberedFieldsTest, FileThatEndsEarlyLeavesTheOtherFieldsAsTheyWere) {
   EXPECT_EQ(fields.notes, "");
 }
 
-TEST_F(RememberedFieldsTest, LastNotesLineNeedsNoEnd) {
+TEST_F(RememberedFieldsTest, LastNotesLineNeedsNoLineEnd) {
   LoadFrom("s\r\nt\r\n1\r\none\r\ntwo");
   EXPECT_EQ(fields.notes, "one\r\ntwo\r\n");
 }
 
-TEST_F(RememberedFieldsTest, LineFeedAloneEndsALineToo) {
+TEST_F(RememberedFieldsTest, LineFeedAloneAlsoEndsALine) {
   LoadFrom("s\nt\n1\none\ntwo\n");
   EXPECT_EQ(fields.site, "s");
   EXPECT_EQ(fields.tester, "t");
@@ -145,7 +145,7 @@ TEST_F(RememberedFieldsTest, LineFeedAloneEndsALineToo) {
   EXPECT_EQ(fields.notes, "one\r\ntwo\r\n");
 }
 
-TEST_F(RememberedFieldsTest, LinesLongerThanAReadComeWhole) {
+TEST_F(RememberedFieldsTest, LinesLongerThanAReadAreReadWhole) {
   const std::string site(5000, 'S');
   const std::string notes = std::string(4095, 'n') + "\r\n" + std::string(9000, 'm') + "\r\n";
   LoadFrom(site + "\r\nt\r\n1\r\n" + notes);
@@ -168,7 +168,7 @@ TEST_F(RememberedFieldsTest, AFileIsReadToItsEndWhateverItsLength) {
   EXPECT_TRUE(fields.notes == notes);
 }
 
-TEST_F(RememberedFieldsTest, FileThatCannotBeOpenedAtAllChangesNothing) {
+TEST_F(RememberedFieldsTest, FileThatCannotBeOpenedChangesNothing) {
   File() = "s\r\nt\r\n1\r\n\r\n";
   files.unopenable[kPath] = true;
   remembered.LoadOrCreate(fields);
@@ -188,7 +188,7 @@ TEST_F(RememberedFieldsTest, WriteThatFailsEndsTheSaveSilently) {
   }
 }
 
-/// A file that gives a few bytes at a time and fails before its end.
+/// A file that returns a few bytes at a time and fails before its end.
 class FailingFile : public platform::InputFile {
  public:
   explicit FailingFile(std::string text) : text_(std::move(text)) {}

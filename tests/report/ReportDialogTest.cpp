@@ -78,7 +78,7 @@ TEST_F(ReportDialogTest, BrowseWithoutALastCaptureHasNoFolder) {
   EXPECT_EQ(chooser.requests[0].initialFolder, "");
 }
 
-TEST_F(ReportDialogTest, LastCaptureWithoutAFolderEndsTheBrowseBeforeTheChooser) {
+TEST_F(ReportDialogTest, LastCaptureWithoutAFolderShowsNoChooser) {
   store.SetValue("LastFile", "log.txt");
   chooser.answer = "C:\\x.html";
   EXPECT_EQ(dialog.CommandBrowse_Click(), std::nullopt);
@@ -94,15 +94,15 @@ TEST_F(ReportDialogTest, ChooserThatFailsCountsAsCancelled) {
 TEST_F(ReportDialogTest, GenerateWritesRemembersShowsAndCloses) {
   const ReportFields fields{" a site ", "a tester", true, "  one\r\ntwo "};
   EXPECT_TRUE(dialog.CommandGenerate_Click("report.html", fields));
-  EXPECT_EQ(HtmlBehind("<td><b>Site</b></td>\r\n", "<td> a site </td>"), "<td> a site </td>");
-  EXPECT_EQ(HtmlBehind("<td><b>Notes</b></td>\r\n", "<td>one\r\ntwo</td>"), "<td>one\r\ntwo</td>");
+  EXPECT_EQ(HtmlAfter("<td><b>Site</b></td>\r\n", "<td> a site </td>"), "<td> a site </td>");
+  EXPECT_EQ(HtmlAfter("<td><b>Notes</b></td>\r\n", "<td>one\r\ntwo</td>"), "<td>one\r\ntwo</td>");
   EXPECT_EQ(store.Value("LastReportFile"), "report.html");
   EXPECT_EQ(files.files[kRememberedPath], " a site \r\na tester\r\n 1 \r\none\r\ntwo\r\n");
   EXPECT_EQ(opener.documents, std::vector<std::string>{"report.html"});
   EXPECT_TRUE(boxes.boxes.empty());
 }
 
-TEST_F(ReportDialogTest, ReportIsShownOnlyOnDemand) {
+TEST_F(ReportDialogTest, ReportIsShownOnlyWhenAskedFor) {
   EXPECT_TRUE(dialog.CommandGenerate_Click("report.html", {"", "", false, ""}));
   EXPECT_TRUE(opener.documents.empty());
   EXPECT_EQ(files.files[kRememberedPath], "\r\n\r\n 0 \r\n\r\n");
@@ -128,16 +128,16 @@ TEST_F(ReportDialogTest, AsksBeforeAFileIsReplaced) {
   EXPECT_EQ(boxes.boxes.size(), 2U);
 }
 
-TEST_F(ReportDialogTest, UnreadableFileIsReplacedWithoutAQuestion) {
+TEST_F(ReportDialogTest, UnreadableFileIsNotAskedAbout) {
   files.files["report.html"] = "old";
   files.unopenable["report.html"] = true;
   EXPECT_FALSE(GenerateTo("report.html"));
-  // The box of the report that could not be written, and no question before it.
+  // The box about the report that cannot be written, and no question before it.
   ASSERT_EQ(boxes.boxes.size(), 1U);
   EXPECT_EQ(boxes.boxes[0].buttons, MessageButtons::Ok);
 }
 
-TEST_F(ReportDialogTest, EmptyFileNameIsOneBox) {
+TEST_F(ReportDialogTest, EmptyFileNameShowsOneBox) {
   EXPECT_FALSE(GenerateTo(""));
   ASSERT_EQ(boxes.boxes.size(), 1U);
   EXPECT_EQ(boxes.boxes[0].text, "A filename must be specified\r\nCan't generate report.");
@@ -160,7 +160,7 @@ TEST_F(ReportDialogTest, ReportThatFailsSavesNothing) {
   EXPECT_TRUE(opener.documents.empty());
 }
 
-TEST_F(ReportDialogTest, AntennasTooManyToListAreTheCallersFault) {
+TEST_F(ReportDialogTest, TooManyAntennasToListAreAFaultForTheCaller) {
   for (std::int16_t rpn = 100; model.AaCount() < 51; ++rpn) {
     model.FindOrAddAa(rpn, 0, 0);
   }
@@ -171,7 +171,7 @@ TEST_F(ReportDialogTest, AntennasTooManyToListAreTheCallersFault) {
   EXPECT_TRUE(boxes.boxes.empty());
 }
 
-TEST_F(ReportDialogTest, BrowserThatCannotBeStartedIsOneBoxAfterEverythingIsSaved) {
+TEST_F(ReportDialogTest, BrowserThatCannotBeStartedShowsOneBoxAfterEverythingIsSaved) {
   opener.answer = false;
   EXPECT_TRUE(GenerateTo("report.html"));
   ASSERT_EQ(boxes.boxes.size(), 1U);
@@ -183,7 +183,7 @@ TEST_F(ReportDialogTest, BrowserThatCannotBeStartedIsOneBoxAfterEverythingIsSave
   EXPECT_TRUE(IsRemembered());
 }
 
-TEST_F(ReportDialogTest, FieldsThatCannotBeRememberedAreNoHindrance) {
+TEST_F(ReportDialogTest, FieldsThatCannotBeRememberedDoNotStopTheReport) {
   files.unopenable[kRememberedPath] = true;
   EXPECT_TRUE(GenerateTo("report.html"));
   EXPECT_TRUE(boxes.boxes.empty());

@@ -8,7 +8,7 @@
 
 namespace kelvara::test {
 
-/// A report generator beside the model and the options that it reads.
+/// A report generator with the model and the options that it reads.
 struct ReportRig : DesktopDoubles<> {
   ReportRig() { clock.wall = 20000.5; }
 
@@ -28,14 +28,14 @@ struct ReportRig : DesktopDoubles<> {
 
   const std::string& Html() { return files.files["report.html"]; }
 
-  /// The report from the first place of a text on.
+  /// The report from the first occurrence of a text on.
   std::string HtmlFrom(const std::string& text) {
     const std::size_t place = Html().find(text);
     return place == std::string::npos ? "no " + text : Html().substr(place);
   }
 
-  /// What the report starts with behind the first place of a text, as long as `expected`.
-  std::string HtmlBehind(const std::string& text, const std::string& expected) {
+  /// What follows the first occurrence of a text in the report, as long as `expected`.
+  std::string HtmlAfter(const std::string& text, const std::string& expected) {
     return HtmlFrom(text).substr(text.size(), expected.size());
   }
 

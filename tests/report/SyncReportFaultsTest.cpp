@@ -12,7 +12,7 @@ using base::Fault;
 
 class SyncReportFaultsTest : public ::testing::Test, public test::ReportRig {
  protected:
-  /// One box, as every failure from the opening of the file on is shown.
+  /// Expects the one box that every failure shows from the opening of the file on.
   void ExpectFailureBox() {
     ASSERT_EQ(boxes.boxes.size(), 1U);
     EXPECT_EQ(boxes.boxes[0].text,
@@ -23,7 +23,7 @@ class SyncReportFaultsTest : public ::testing::Test, public test::ReportRig {
     EXPECT_EQ(files.openFiles, 0);
   }
 
-  void ExpectEndsBehindTheSummary() {
+  void ExpectEndsAfterTheSummary() {
     const std::string summaryEnd = "</table>\r\n</p>\r\n<hr size = 1>\r\n";
     ASSERT_GE(Html().size(), summaryEnd.size());
     EXPECT_EQ(Html().substr(Html().size() - summaryEnd.size()), summaryEnd);
@@ -31,7 +31,7 @@ class SyncReportFaultsTest : public ::testing::Test, public test::ReportRig {
   }
 };
 
-TEST_F(SyncReportFaultsTest, AFileThatCannotBeOpened) {
+TEST_F(SyncReportFaultsTest, AFileThatCannotBeOpenedShowsOneBox) {
   files.unopenable["report.html"] = true;
   EXPECT_FALSE(Generate());
   ExpectFailureBox();
@@ -59,23 +59,23 @@ TEST_F(SyncReportFaultsTest, AWriteThatFailsKeepsWhatWasWritten) {
   EXPECT_EQ(Html(), whole);
 }
 
-TEST_F(SyncReportFaultsTest, ADelayBeyond16BitsEndsTheFileBehindTheSummary) {
+TEST_F(SyncReportFaultsTest, ADelayBeyond16BitsEndsTheFileAfterTheSummary) {
   model.FindOrAddAa(1, 0, 0);
   model.FindOrAddAa(2, 0, 0);
   model.AddPhase(0, 1, 32767);
   model.AddPhase(1, 0, -32767);
   EXPECT_FALSE(Generate());
   ExpectFailureBox();
-  ExpectEndsBehindTheSummary();
+  ExpectEndsAfterTheSummary();
 }
 
-TEST_F(SyncReportFaultsTest, ALagThatCannotBeNegatedEndsTheFileBehindTheSummary) {
+TEST_F(SyncReportFaultsTest, ALagThatCannotBeNegatedEndsTheFileAfterTheSummary) {
   model.FindOrAddAa(1, 0, 0);
   model.FindOrAddAa(2, 0, 0);
   model.AddPhase(0, 1, -32768);
   EXPECT_FALSE(Generate());
   ExpectFailureBox();
-  ExpectEndsBehindTheSummary();
+  ExpectEndsAfterTheSummary();
 }
 
 TEST_F(SyncReportFaultsTest, APortNumberBeyond16BitsEndsTheFileInItsRow) {
@@ -88,7 +88,7 @@ TEST_F(SyncReportFaultsTest, APortNumberBeyond16BitsEndsTheFileInItsRow) {
   EXPECT_EQ(cables.find("</tbody>"), std::string::npos);
 }
 
-TEST_F(SyncReportFaultsTest, AFaultAndAWriteThatFailsAreStillOneBox) {
+TEST_F(SyncReportFaultsTest, AFaultAndAFailedWriteStillShowOneBox) {
   model.FindOrAddAa(1, 0, 0);
   model.FindOrAddAa(2, 0, 0);
   model.AddPhase(0, 1, -32768);
@@ -97,7 +97,7 @@ TEST_F(SyncReportFaultsTest, AFaultAndAWriteThatFailsAreStillOneBox) {
   ExpectFailureBox();
 }
 
-TEST_F(SyncReportFaultsTest, AnAntennaTooManyFaultsBeforeTheFileIsOpened) {
+TEST_F(SyncReportFaultsTest, TooManyAntennasAreAFaultBeforeTheFileIsOpened) {
   for (std::int16_t rpn = 0; rpn < 51; ++rpn) {
     model.FindOrAddAa(rpn, 0, 0);
   }

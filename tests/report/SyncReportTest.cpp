@@ -61,17 +61,17 @@ TEST_F(SyncReportTest, TwoAntennasThatHearEachOther) {
              "<td width=75>642</td>", "<td width=75>0</td>", "</tr>", "<tr>",
              "<td width=75>02</td>", "<td width=75>01</td>", "<td width=75>13</td>",
              "<td width=75>678</td>", "<td width=75>260</td>", "</tr>", "</tbody></p>"});
-  EXPECT_EQ(HtmlBehind("<td><b>Cable Length(m)</b></td>\r\n</tr>", cables), cables);
+  EXPECT_EQ(HtmlAfter("<td><b>Cable Length(m)</b></td>\r\n</tr>", cables), cables);
   const std::string phases =
       Lines({"", "<tr>", "<td width=40><b>RPN</b></td>", "<td width=40><b><b>13</b></td>",
              "<td width=40><b><b>7</b></td>", "</tr>", "<tr>", "<td width=40><b>13</b></td>",
              "<td bgcolor=\"#c0c0c0\" width=40>&nbsp</td>", "<td width=40>9</td>", "</tr>", "<tr>",
              "<td width=40><b>7</b></td>", "<td width=40>-8</td>",
              "<td bgcolor=\"#c0c0c0\" width=40>&nbsp</td>", "</tr>", "</tbody></p>"});
-  EXPECT_EQ(HtmlBehind("cellSpacing=0> \r\n<tbody>", phases), phases);
+  EXPECT_EQ(HtmlAfter("cellSpacing=0> \r\n<tbody>", phases), phases);
 }
 
-TEST_F(SyncReportTest, FpsStandsInTheHeadersOfThePhaseTable) {
+TEST_F(SyncReportTest, FpsIsInTheHeadersOfThePhaseTable) {
   FillWithTwoAntennas();
   options.fpsShown = true;
   ASSERT_TRUE(Generate());
@@ -99,7 +99,7 @@ TEST_F(SyncReportTest, RpnsAreDecimalWhateverTheBase) {
   EXPECT_NE(Html().find("<td width=40><b>200 [A]</b></td>\r\n"), std::string::npos);
 }
 
-TEST_F(SyncReportTest, SlipsOfTheMarkupStay) {
+TEST_F(SyncReportTest, ErrorsInTheMarkupAreKept) {
   FillWithTwoAntennas();
   ASSERT_TRUE(Generate());
   EXPECT_NE(Html().find("\r\n<meta name=Generator content=\"Kelvara v1.1.0>\r\n"),
@@ -134,7 +134,7 @@ TEST_F(SyncReportTest, BlanksAtTheEndsOfNotesAreRemoved) {
   EXPECT_NE(Html().find("<td><b>Notes</b></td>\r\n<td>two  words</td>\r\n"), std::string::npos);
 }
 
-TEST_F(SyncReportTest, NotesOfBlanksAloneAreEmpty) {
+TEST_F(SyncReportTest, NotesOfOnlyBlanksAreEmpty) {
   ASSERT_TRUE(Generate("    "));
   EXPECT_NE(Html().find("<td><b>Notes</b></td>\r\n<td></td>\r\n"), std::string::npos);
 }
@@ -149,7 +149,7 @@ TEST_F(SyncReportTest, LineBreaksInsideNotesStay) {
   EXPECT_NE(Html().find("<td>one\r\ntwo\nthree</td>\r\n"), std::string::npos);
 }
 
-TEST_F(SyncReportTest, UserTextsGoInAsTheyStand) {
+TEST_F(SyncReportTest, UserTextsAreWrittenUnchanged) {
   const std::string latin("caf\xE9 <b>&amp;\"\0 ", 16);
   ASSERT_TRUE(syncReport.GenerateReport(" <r>.html", latin, " " + latin, latin));
   const std::string& html = files.files[" <r>.html"];
@@ -168,7 +168,7 @@ TEST_F(SyncReportTest, TheDateIsTheShortDateOfTheWallTime) {
             std::string::npos);
 }
 
-TEST_F(SyncReportTest, AFileThatExistsIsReplaced) {
+TEST_F(SyncReportTest, AnExistingFileIsReplaced) {
   ASSERT_TRUE(Generate());
   const std::string fresh = Html();
   files.files["report.html"] = std::string(100000, 'x');
@@ -188,7 +188,7 @@ TEST_F(SyncReportTest, FpnsOfMoreThanTwoDigitsAreNotCut) {
   EXPECT_NE(Html().find("<td width=75>100</td>\r\n"), std::string::npos);
 }
 
-TEST_F(SyncReportTest, PortNumbersWrapBehindRpn63) {
+TEST_F(SyncReportTest, PortNumbersWrapAfterRpn63) {
   model.FindOrAddAa(64, 0, 0);
   model.FindOrAddAa(63, 0, 0);
   ASSERT_TRUE(Generate());

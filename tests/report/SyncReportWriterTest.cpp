@@ -81,7 +81,7 @@ TEST_F(SyncReportWriterTest, CableLengthsWithoutAntennas) {
                    "<hr size = 1>"}));
 }
 
-TEST_F(SyncReportWriterTest, AnRpnThatStandsTwiceShowsTheFirstAntennaTwice) {
+TEST_F(SyncReportWriterTest, ARepeatedRpnShowsTheFirstAntennaTwice) {
   model.FindOrAddAa(9, 1, 1);
   model.FindOrAddAa(7, 11, 2);
   SyncReportWriter writer = Writer();

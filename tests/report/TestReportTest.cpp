@@ -63,7 +63,7 @@ TEST_F(TestReportTest, WritesAndOpensTestHtmlInTheProgramsFolder) {
   EXPECT_TRUE(boxes.boxes.empty());
 }
 
-TEST_F(TestReportTest, BrowserThatCannotBeStartedIsOneBox) {
+TEST_F(TestReportTest, BrowserThatCannotBeStartedShowsOneBox) {
   opener.answer = false;
   EXPECT_TRUE(Run());
   ASSERT_EQ(boxes.boxes.size(), 1U);
@@ -73,7 +73,7 @@ TEST_F(TestReportTest, BrowserThatCannotBeStartedIsOneBox) {
   EXPECT_EQ(boxes.boxes[0].buttons, platform::MessageButtons::Ok);
 }
 
-TEST_F(TestReportTest, ReportThatCannotBeWrittenIsToldToTheCaller) {
+TEST_F(TestReportTest, ReportThatCannotBeWrittenReturnsFalse) {
   files.unopenable["C:\\Program/test.html"] = true;
   EXPECT_FALSE(Run());
   ASSERT_EQ(boxes.boxes.size(), 1U);

@@ -5,11 +5,11 @@
 
 namespace kelvara::sessions {
 
-/// How much of a file tells what it is.
+/// How much of a file is needed to recognise it.
 inline constexpr std::size_t kFileStartBytes = 4096;
 
-/// What a file is that Kelvara made of a session, told by its first bytes: "a log that Kelvara
-/// captured" and the like. Empty for anything else, a recorded session among them.
+/// Describes a file that Kelvara wrote, recognised by its first bytes: "a log that Kelvara
+/// captured", for example. Empty for anything else, including a recorded session.
 std::string_view KelvaraFile(std::string_view start);
 
 }  // namespace kelvara::sessions

@@ -8,7 +8,7 @@
 namespace kelvara::sessions {
 namespace {
 
-/// As much as waits for a line feed.
+/// The most text that waits for a line feed.
 constexpr std::size_t kPendingBytes = 4096;
 
 }  // namespace
@@ -23,8 +23,8 @@ void LineTrace::Sent(std::string_view command) {
 
 void LineTrace::Received(std::string_view text) {
   if (!begun_) {
-    // A trace is told from plain text by its first byte, so an empty command stands in front of
-    // text that comes before the first one.
+    // The first byte distinguishes a trace from plain text, so an empty command precedes text
+    // received before the first command.
     Sent("");
   }
   for (const char character : text) {

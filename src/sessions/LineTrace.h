@@ -10,18 +10,18 @@
 
 namespace kelvara::sessions {
 
-/// A trace of the line: the received bytes as they came, with the commands sent among them, each
-/// between a command mark and a command end. A received byte that is the mark stands doubled. Where
-/// text comes before the first command an empty command stands in front of it: a trace is told from
-/// plain text by its first byte. A write that fails ends the trace and is remembered; the link goes
-/// on.
+/// A trace of the line: the received bytes unchanged, with the commands sent among them, each
+/// between a command mark and a command end. A received byte that equals the mark is doubled. An
+/// empty command precedes text received before the first command, because the first byte
+/// distinguishes a trace from plain text. A write that fails ends the trace and is remembered; the
+/// link goes on.
 class LineTrace : public link::LineListener {
  public:
   explicit LineTrace(std::unique_ptr<platform::OutputFile> file) : file_(std::move(file)) {}
 
   void Sent(std::string_view command) override;
 
-  /// Text up to the last line feed reaches the file at once, the rest with what follows it.
+  /// Text with a line feed is written at once; other text waits for more.
   void Received(std::string_view text) override;
 
   /// Writes what is still waiting and closes the file.

@@ -8,7 +8,7 @@
 namespace kelvara::sessions {
 namespace {
 
-/// No command is longer; a mark with no end within this many bytes is no command.
+/// A mark without a command end within this many bytes does not begin a command.
 constexpr std::size_t kMaxCommandBytes = 64;
 
 constexpr std::string_view kMarkText(&kCommandMark, 1);
@@ -75,8 +75,8 @@ std::size_t RecordedSession::FeedMark(std::string_view text) {
 }
 
 std::size_t RecordedSession::FeedCommand(std::string_view text) {
-  const std::size_t room = kMaxCommandBytes - command_.size();
-  const std::size_t end = text.substr(0, room).find(kCommandEnd);
+  const std::size_t space = kMaxCommandBytes - command_.size();
+  const std::size_t end = text.substr(0, space).find(kCommandEnd);
   if (end != std::string_view::npos) {
     command_ += text.substr(0, end);
     if (command_ == link::kRfpsCommand) {
@@ -85,10 +85,10 @@ std::size_t RecordedSession::FeedCommand(std::string_view text) {
     state_ = State::Text;
     return end + 1;
   }
-  const std::size_t taken = std::min(room, text.size());
+  const std::size_t taken = std::min(space, text.size());
   command_ += text.substr(0, taken);
   if (command_.size() == kMaxCommandBytes) {
-    // A trace with a damaged mark: what stands behind it was received.
+    // The trace is damaged: the text after the mark was received, not sent.
     Collect(command_);
     state_ = State::Text;
   }

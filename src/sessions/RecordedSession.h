@@ -9,9 +9,9 @@
 
 namespace kelvara::sessions {
 
-/// A file of recorded reports. As a plain stream, a report ends at every 29th line feed. As a
-/// trace, which begins with a command mark, it is collected as it was live: "rfps" empties the
-/// buffer and expects 29 lines, other commands do not, and characters outside a report are not
+/// A file of recorded reports. In a plain stream, a report ends at every 29th line feed. In a
+/// trace, which begins with a command mark, reports are collected as they were live: "rfps" empties
+/// the buffer and expects 29 lines, other commands do not, and characters outside a report are not
 /// collected.
 class RecordedSession : public RecordedText {
  public:
@@ -25,7 +25,7 @@ class RecordedSession : public RecordedText {
     Start,    ///< Nothing read yet.
     Stream,   ///< A plain stream.
     Text,     ///< A trace, in received text.
-    Mark,     ///< A trace, behind a mark that may be doubled.
+    Mark,     ///< A trace, after a mark that may be doubled.
     Command,  ///< A trace, inside a command.
   };
 

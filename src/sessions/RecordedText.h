@@ -7,10 +7,10 @@ namespace kelvara::sessions {
 /// Why recorded text was not handed to the parser.
 enum class DropReason {
   Unfinished,  ///< The file ended before the report's last line.
-  TooLarge,    ///< The report was larger than may be kept.
+  TooLarge,    ///< The report was too large to keep.
 };
 
-/// Takes what a recorded session is made of.
+/// Receives the reports of a recorded session.
 class RecordedTextReader {
  public:
   virtual ~RecordedTextReader() = default;

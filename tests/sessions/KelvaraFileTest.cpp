@@ -8,7 +8,7 @@
 namespace kelvara::sessions {
 namespace {
 
-TEST(KelvaraFileTest, TellsEachResultsFile) {
+TEST(KelvaraFileTest, RecognisesEachResultsFile) {
   EXPECT_EQ(KelvaraFile(test::Golden("json-empty.json")), "JSON results that Kelvara wrote");
   EXPECT_EQ(KelvaraFile(R"({"reports": 0, "abandoned": 0, "aas": []})"),
             "JSON results that Kelvara wrote");
@@ -16,7 +16,7 @@ TEST(KelvaraFileTest, TellsEachResultsFile) {
   EXPECT_EQ(KelvaraFile(test::Golden("report-empty.html")), "an HTML report that Kelvara wrote");
 }
 
-TEST(KelvaraFileTest, TellsALogFromItsStartOrFromAnyOfItsReadings) {
+TEST(KelvaraFileTest, RecognisesALogByItsStartOrByAnyOfItsReadings) {
   for (const char* const text :
        {"21.11.26 14:44:02, Log To File Started\r\n", "11/21/26 2:44:02 PM, 01->02=-11\r\n",
         "junk\r\n2026-11-21 14:44:02, 64[F]->0A[3]=240\r\n", "2026-11-21 14:44:02, 1->2=0\n"}) {
@@ -29,7 +29,7 @@ TEST(KelvaraFileTest, TellsALogFromItsStartOrFromAnyOfItsReadings) {
   }
 }
 
-TEST(KelvaraFileTest, TellsNothingOfAnyOtherText) {
+TEST(KelvaraFileTest, RecognisesNoOtherText) {
   for (const std::string& text :
        {std::string(), std::string("{}"), std::string("<!DOCTYPE HTML><html></html>"),
         std::string("a, b->c=1\n"), std::string("\x01rfps\x02") + test::OneNeighbourReport(1, 2, 3),
@@ -38,7 +38,7 @@ TEST(KelvaraFileTest, TellsNothingOfAnyOtherText) {
   }
 }
 
-TEST(KelvaraFileTest, LooksAtTheStartAlone) {
+TEST(KelvaraFileTest, LooksOnlyAtTheStart) {
   EXPECT_EQ(KelvaraFile(std::string(kFileStartBytes, 'x') + ", Log To File Started"), "");
 }
 

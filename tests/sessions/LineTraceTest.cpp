@@ -52,7 +52,7 @@ TEST(LineTrace, BeginsWithAMarkEvenWhenTextComesFirst) {
   EXPECT_TRUE(Replayed(files.files["trace"]).empty());
 }
 
-TEST(LineTrace, HasReachedTheFileAtEachLineFeedAndCommand) {
+TEST(LineTrace, ReachesTheFileAtEachLineFeedAndCommand) {
   MemoryFileSystem files;
   sessions::LineTrace trace(files.OpenForOutput("trace"));
   trace.Sent("rfps");
@@ -62,7 +62,7 @@ TEST(LineTrace, HasReachedTheFileAtEachLineFeedAndCommand) {
   EXPECT_EQ(files.files["trace"], "\x01rfps\x02line\r\n");
 }
 
-TEST(LineTrace, EndsAtAWriteThatFailsAndSaysWhy) {
+TEST(LineTrace, EndsAtAFailedWriteAndSaysWhy) {
   MemoryFileSystem files;
   files.writesLeft = 1;
   sessions::LineTrace trace(files.OpenForOutput("trace"));
@@ -88,7 +88,7 @@ TEST(LineTrace, OfALiveLinkReplaysToTheSameReports) {
   rig.time.Pass(3000);
   rig.port.Receive(report.substr(0, 100));
   rig.time.Pass(3000);
-  // A goodbye that is held back when the next command discards it is in neither.
+  // Text that is held back as a possible goodbye and discarded by the next command is in neither.
   rig.port.Receive(report.substr(0, 60) + "\n2");
   rig.link.SendChoCommand();
   rig.port.Receive(report.substr(60));

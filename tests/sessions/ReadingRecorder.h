@@ -9,7 +9,7 @@
 
 namespace kelvara::test {
 
-/// Remembers the reports and notes that recorded text brought, in their order.
+/// Records the reports and notes read from recorded text, in order.
 class ReadingRecorder : public sessions::RecordedTextReader {
  public:
   void ProcessRfpsReport(std::string_view report) override { events.emplace_back(report); }
@@ -32,7 +32,7 @@ inline void FeedFile(sessions::RecordedText& reading, std::string_view text,
   reading.End();
 }
 
-/// What a file read at one go brings.
+/// The events of a file read in one piece.
 template <typename Reading>
 std::vector<std::string> EventsOf(std::string_view text) {
   ReadingRecorder recorder;

@@ -22,7 +22,7 @@ std::vector<std::string> SessionEvents(const std::string& text) {
   return EventsOf<RecordedSession>(text);
 }
 
-TEST(RecordedSessionTest, AnEmptyFileBringsNothing) { EXPECT_THAT(SessionEvents(""), IsEmpty()); }
+TEST(RecordedSessionTest, AnEmptyFileHasNoReports) { EXPECT_THAT(SessionEvents(""), IsEmpty()); }
 
 TEST(RecordedSessionTest, AReportEndsAtEvery29thLineFeed) {
   const std::string first = OneNeighbourReport(1, 2, -11);
@@ -30,7 +30,7 @@ TEST(RecordedSessionTest, AReportEndsAtEvery29thLineFeed) {
   EXPECT_THAT(SessionEvents(first + second), ElementsAre(first, second));
 }
 
-TEST(RecordedSessionTest, LinesAreCountedWhateverStandsInThem) {
+TEST(RecordedSessionTest, LinesAreCountedWhateverTheyContain) {
   std::string text;
   for (int line = 0; line < 58; ++line) {
     text += std::to_string(line) + "\n";
@@ -39,7 +39,7 @@ TEST(RecordedSessionTest, LinesAreCountedWhateverStandsInThem) {
   EXPECT_THAT(SessionEvents(text), ElementsAre(text.substr(0, end), text.substr(end)));
 }
 
-TEST(RecordedSessionTest, WhatIsLeftOverIsDroppedWithANote) {
+TEST(RecordedSessionTest, AnUnfinishedReportIsDroppedWithANote) {
   const std::string report = OneNeighbourReport(1, 2, -11);
   EXPECT_THAT(SessionEvents(report + CrLf("rfps")),
               ElementsAre(report, ReadingRecorder::kUnfinished));
@@ -48,7 +48,7 @@ TEST(RecordedSessionTest, WhatIsLeftOverIsDroppedWithANote) {
               ElementsAre(ReadingRecorder::kUnfinished));
 }
 
-TEST(RecordedSessionTest, WhatIsLeftOverDoesNotReachTheNextFile) {
+TEST(RecordedSessionTest, AnUnfinishedReportDoesNotReachTheNextFile) {
   ReadingRecorder recorder;
   RecordedSession session(recorder);
   const std::string report = OneNeighbourReport(1, 2, -11);
@@ -67,13 +67,13 @@ TEST(RecordedSessionTest, EachFileIsATraceOrAStreamByItsOwnFirstByte) {
   EXPECT_THAT(recorder.events, ElementsAre(report, report, report));
 }
 
-TEST(RecordedSessionTest, BytesAreTakenAsTheyAre) {
+TEST(RecordedSessionTest, BytesAreReadUnchanged) {
   std::string report = OneNeighbourReport(1, 2, -11);
   report.insert(10, std::string("\0\x80\xFF\x01rfps\x02\x1A\r", 11));
   EXPECT_THAT(SessionEvents(report + report), ElementsAre(report, report));
 }
 
-TEST(RecordedSessionTest, ATooLargeReportIsDroppedAndThoseBehindItAreRead) {
+TEST(RecordedSessionTest, ATooLargeReportIsDroppedAndLaterOnesAreRead) {
   const std::string first = OneNeighbourReport(1, 2, -11);
   const std::string large = test::RecordedReport({std::string(link::kMaxReportBytes, 'x')});
   const std::string last = OneNeighbourReport(2, 6, 40);
@@ -96,11 +96,11 @@ TEST(RecordedSessionTest, TheLargestReportIsRead) {
   EXPECT_THAT(SessionEvents("x" + whole), ElementsAre(ReadingRecorder::kTooLarge));
 }
 
-TEST(RecordedSessionTest, ALineWithoutEndIsOneNote) {
+TEST(RecordedSessionTest, AnEndlessLineIsNotedOnce) {
   EXPECT_EQ(SessionEvents(std::string(3 * link::kMaxReportBytes, 'x')).size(), 1U);
 }
 
-/// A stream that has a large report, binary bytes and a left-over in it.
+/// A stream with a large report, binary bytes and an unfinished report.
 std::string MixedStream() {
   std::string text = OneNeighbourReport(1, 2, -11);
   text += std::string(29, '\n');
@@ -113,7 +113,7 @@ std::string MixedStream() {
 
 class PiecesTest : public ::testing::TestWithParam<std::size_t> {};
 
-TEST_P(PiecesTest, AStreamInPiecesBringsTheSame) {
+TEST_P(PiecesTest, AStreamReadsTheSameInPieces) {
   const std::string text = MixedStream();
   ReadingRecorder recorder;
   RecordedSession session(recorder);
@@ -125,7 +125,7 @@ TEST_P(PiecesTest, AStreamInPiecesBringsTheSame) {
 
 INSTANTIATE_TEST_SUITE_P(Sizes, PiecesTest, ::testing::Values(1, 2, 7, 29, 4096, 262144));
 
-TEST(RecordedSessionTest, AStreamInRandomPiecesBringsTheSame) {
+TEST(RecordedSessionTest, AStreamReadsTheSameInRandomPieces) {
   const std::string text = MixedStream();
   const std::vector<std::string> whole = SessionEvents(text);
   std::mt19937 random(29);

@@ -56,7 +56,7 @@ TEST(RecordedTraceTest, OtherCommandsDoNotDisturbAReport) {
   }
 }
 
-TEST(RecordedTraceTest, AReportCutShortByTheNextRfpsIsThrownAway) {
+TEST(RecordedTraceTest, AReportCutShortByTheNextRfpsIsDiscarded) {
   for (const std::size_t length : {std::size_t{1}, std::size_t{100}, kOther.size() - 1}) {
     EXPECT_THAT(TraceEvents(Command("rfps") + kOther.substr(0, length) + Command("rfps") + kReport),
                 ElementsAre(kReport))
@@ -93,7 +93,7 @@ TEST(RecordedTraceTest, ATraceMayBeginWithAReceivedMark) {
   EXPECT_THAT(TraceEvents(text), ElementsAre(kReport));
 }
 
-TEST(RecordedTraceTest, TheEndOfACommandAloneIsReceivedText) {
+TEST(RecordedTraceTest, ACommandEndAloneIsReceivedText) {
   std::string report = kReport;
   report.insert(8, "\x02");
   EXPECT_THAT(TraceEvents(Command("rfps") + report), ElementsAre(report));
@@ -117,7 +117,7 @@ TEST(RecordedTraceTest, ADamagedMarkInsideAReportLosesNoLine) {
   EXPECT_NE(events[0].find(CrLf(test::NeighbourLine(2, -11))), std::string::npos);
 }
 
-TEST(RecordedTraceTest, WhatIsLeftOverAtTheEndIsNoReport) {
+TEST(RecordedTraceTest, AnUnfinishedReportAtTheEndIsDroppedWithANote) {
   EXPECT_THAT(TraceEvents(Command("rfps") + kReport + Command("rfps") + CrLf("rfps")),
               ElementsAre(kReport, ReadingRecorder::kUnfinished));
 }
@@ -163,7 +163,7 @@ std::string MixedTrace() {
   return Command("cho") + text;
 }
 
-TEST(RecordedTraceTest, ATraceInPiecesBringsTheSame) {
+TEST(RecordedTraceTest, ATraceReadsTheSameInPieces) {
   const std::string text = MixedTrace();
   const std::vector<std::string> whole = TraceEvents(text);
   ASSERT_GT(whole.size(), 40U);
@@ -175,7 +175,7 @@ TEST(RecordedTraceTest, ATraceInPiecesBringsTheSame) {
   }
 }
 
-TEST(RecordedTraceTest, AnyBytesInPiecesBringTheSame) {
+TEST(RecordedTraceTest, AnyBytesReadTheSameInPieces) {
   std::mt19937 random(1);
   constexpr std::string_view kAlphabet = "\x01\x01\x02rfps\n\n\n";
   for (int round = 0; round < 300; ++round) {

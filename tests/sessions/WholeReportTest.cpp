@@ -37,7 +37,7 @@ TEST(WholeReportTest, PiecesMakeNoDifference) {
   }
 }
 
-TEST(WholeReportTest, EachFileIsAReportOfItsOwn) {
+TEST(WholeReportTest, EachFileIsASeparateReport) {
   ReadingRecorder recorder;
   WholeReport whole(recorder);
   test::FeedFile(whole, "first", 2);
@@ -45,7 +45,7 @@ TEST(WholeReportTest, EachFileIsAReportOfItsOwn) {
   EXPECT_THAT(recorder.events, ElementsAre("first", "second"));
 }
 
-TEST(WholeReportTest, AFileLargerThanAReportOfTheLineIsReadWithoutAnyLines) {
+TEST(WholeReportTest, ALargeFileWithoutLinesIsRead) {
   const std::string large(3 * link::kMaxReportBytes, 'x');
   for (const std::size_t size : {std::size_t{4096}, std::size_t{1000003}, large.size()}) {
     ReadingRecorder recorder;

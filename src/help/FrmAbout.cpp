@@ -36,7 +36,7 @@ FrmAbout::FrmAbout(QWidget* parent) : QDialog(parent) {
   setModal(true);
 
   QLabel* const picIcon = widgets::NewLabel(*this, "picIcon", "");
-  // Drawn for the finest of the screens, and so sharp on each of them.
+  // Drawn for the screen with the highest resolution, so that it is sharp on every screen.
   picIcon->setPixmap(ProgramIcon().pixmap(kIconSize, qApp->devicePixelRatio()));
   picIcon->setAccessibleName(QStringLiteral("Program icon"));
 

@@ -7,7 +7,7 @@
 
 namespace kelvara::help {
 
-/// Where the help pages begin: the program's folder, a backslash at its end left out, and
+/// The path of the first help page: the program's folder without a separator at its end, then
 /// "\Help\index.htm".
 std::string HelpPath(std::string_view programFolder);
 
@@ -16,11 +16,11 @@ class HelpCommands {
  public:
   explicit HelpCommands(const platform::Desktop& desktop) : desktop_(desktop) {}
 
-  /// Opens the help pages at their path. A page that is not there, or that the desktop cannot open,
-  /// ends in a message box that names the path.
+  /// Opens the help pages at their path. If the page is missing or the desktop cannot open it, a
+  /// message box names the path.
   void mnuContents_Click(const std::string& sHelpPath);
 
-  /// Opens the maker's website; a message box tells when the desktop cannot.
+  /// Opens the maker's website; if the desktop cannot, a message box says so.
   void mnuOrrinWeb_Click();
 
  private:

@@ -5,8 +5,8 @@
 
 namespace kelvara::help {
 
-/// Who makes the program: shown in the About box, and where the web link leads. The address is made
-/// up, and the web address is one that is kept free for examples.
+/// The maker of the program, shown in the About box, and the target of the web link. The address is
+/// made up, and the web address is reserved for examples.
 inline constexpr std::string_view kMakerName = "Halden Group Communications";
 inline constexpr std::array<std::string_view, 4> kMakerAddress{
     "12 Example Quay",

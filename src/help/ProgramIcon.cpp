@@ -3,14 +3,13 @@
 #include <QString>
 #include <array>
 
-// The pictures lie in a static library, so they have to be asked for by name, outside any
-// namespace.
+// The pictures are in a static library, so they must be loaded by name, outside any namespace.
 static void LoadPictures() { Q_INIT_RESOURCE(ProgramIcon); }
 
 namespace kelvara::help {
 namespace {
 
-/// A window asks for no larger picture; each that is given stays in memory.
+/// No window asks for a larger picture, and every size added here stays in memory.
 constexpr std::array kSizes{16, 24, 32, 48, 64, 128};
 
 }  // namespace

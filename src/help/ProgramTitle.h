@@ -4,7 +4,7 @@
 
 namespace kelvara::help {
 
-/// The program's short name, the caption of its main window too.
+/// The program's short name, which is also the caption of its main window.
 inline constexpr const char* kProgramTitle = "Kelvara";
 
 /// Where the settings of this program are kept: the application, the section of its settings, and

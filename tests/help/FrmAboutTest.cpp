@@ -23,7 +23,7 @@ class FrmAboutTest : public testing::Test {
   FrmAbout about_{&parent_};
 };
 
-TEST_F(FrmAboutTest, CaptionAndTitleFollowTheProgramsTitleAndVersion) {
+TEST_F(FrmAboutTest, CaptionAndTitleShowTheProgramsTitleAndVersion) {
   const QString title = QString::fromLatin1(help::kProgramTitle);
   EXPECT_EQ(about_.windowTitle(), "About " + title);
   EXPECT_EQ(Find<QLabel>(about_, "lblTitle").text(), QStringLiteral("%1 v%2.%3.%4")
@@ -33,7 +33,7 @@ TEST_F(FrmAboutTest, CaptionAndTitleFollowTheProgramsTitleAndVersion) {
                                                          .arg(KELVARA_VERSION_REVISION));
 }
 
-TEST_F(FrmAboutTest, MakerStandsAboveTheAddressOnLinesOfTheirOwn) {
+TEST_F(FrmAboutTest, MakerAndAddressAreOnSeparateLines) {
   const QLabel& copy = Find<QLabel>(about_, "LblCopy");
   const QStringList lines = copy.text().split(QStringLiteral("\r\n"));
   ASSERT_EQ(lines.size(), 1 + static_cast<qsizetype>(kMakerAddress.size()));
@@ -52,7 +52,7 @@ TEST_F(FrmAboutTest, ShowsTheProgramsIcon) {
             ProgramIcon().pixmap(QSize(64, 64), qApp->devicePixelRatio()).toImage());
 }
 
-TEST(ProgramIcon, HasEverySizeAsItsOwnPicture) {
+TEST(ProgramIcon, HasAPictureForEverySize) {
   const QIcon icon = ProgramIcon();
   for (const int size : {16, 24, 32, 48, 64, 128}) {
     const QImage picture = icon.pixmap(QSize(size, size), 1.0).toImage();
@@ -67,7 +67,7 @@ TEST_F(FrmAboutTest, IsModal) {
   EXPECT_EQ(QApplication::activeModalWidget(), &about_);
 }
 
-TEST_F(FrmAboutTest, NamesAreThoseOfItsControls) {
+TEST_F(FrmAboutTest, ControlsHaveTheirNamesAndCaptions) {
   EXPECT_EQ(about_.objectName(), "FrmAbout");
   EXPECT_EQ(Find<QPushButton>(about_, "cmdOK").text(), "&OK");
   EXPECT_EQ(Find<QPushButton>(about_, "cmdOK").parent(), &about_);
@@ -79,7 +79,7 @@ TEST_F(FrmAboutTest, OkCloses) {
   EXPECT_FALSE(about_.isVisible());
 }
 
-TEST_F(FrmAboutTest, KeepsTheProgramWaitingUntilItIsClosed) {
+TEST_F(FrmAboutTest, BlocksTheProgramUntilItIsClosed) {
   const WhenShown about("FrmAbout", [](QWidget& dialog) {
     EXPECT_EQ(QApplication::activeModalWidget(), &dialog);
     Click(Find<QPushButton>(dialog, "cmdOK"));

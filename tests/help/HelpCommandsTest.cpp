@@ -39,7 +39,7 @@ TEST_F(HelpCommandsTest, HelpOpensThePage) {
   EXPECT_EQ(files.openFiles, 0);
 }
 
-TEST_F(HelpCommandsTest, MissingHelpIsToldWithItsPathAndNotOpened) {
+TEST_F(HelpCommandsTest, MissingHelpIsReportedWithItsPathAndNotOpened) {
   commands_.mnuContents_Click(path_);
   EXPECT_TRUE(opener.documents.empty());
   const auto box = TheBox();
@@ -51,7 +51,7 @@ TEST_F(HelpCommandsTest, MissingHelpIsToldWithItsPathAndNotOpened) {
   EXPECT_EQ(box.buttons, platform::MessageButtons::Ok);
 }
 
-TEST_F(HelpCommandsTest, HelpThatTheDesktopCannotOpenIsToldTheSame) {
+TEST_F(HelpCommandsTest, HelpThatTheDesktopCannotOpenIsReportedWithItsPath) {
   files.files[path_] = "<html>";
   opener.answer = false;
   commands_.mnuContents_Click(path_);
@@ -61,14 +61,14 @@ TEST_F(HelpCommandsTest, HelpThatTheDesktopCannotOpenIsToldTheSame) {
   EXPECT_EQ(box.title, "Kelvara Help");
 }
 
-TEST_F(HelpCommandsTest, UnreadableHelpIsToldTheSame) {
+TEST_F(HelpCommandsTest, UnreadableHelpIsReportedWithItsPath) {
   files.files[path_] = "<html>";
   files.unopenable[path_] = true;
   commands_.mnuContents_Click(path_);
   EXPECT_EQ(TheBox().text, "Error occured while attempting to display " + path_);
 }
 
-TEST_F(HelpCommandsTest, HelpBeforeTheProgramHasAPathIsToldWithoutOne) {
+TEST_F(HelpCommandsTest, HelpWithoutAPathIsReportedWithoutOne) {
   commands_.mnuContents_Click({});
   EXPECT_EQ(TheBox().text, "Error occured while attempting to display ");
 }
@@ -80,7 +80,7 @@ TEST_F(HelpCommandsTest, WebLinkOpensTheMakersAddress) {
   EXPECT_TRUE(boxes.boxes.empty());
 }
 
-TEST_F(HelpCommandsTest, WebLinkThatFailsIsTold) {
+TEST_F(HelpCommandsTest, WebLinkThatFailsIsReported) {
   opener.answer = false;
   commands_.mnuOrrinWeb_Click();
   const auto box = TheBox();
@@ -90,7 +90,7 @@ TEST_F(HelpCommandsTest, WebLinkThatFailsIsTold) {
   EXPECT_EQ(box.buttons, platform::MessageButtons::Ok);
 }
 
-TEST(MakerTexts, LeadToAnExampleDomain) {
+TEST(MakerTexts, UseAnExampleDomain) {
   EXPECT_TRUE(kMakerWebAddress.starts_with("https://www.example.com/"));
   EXPECT_EQ(kMakerName, "Halden Group Communications");
 }

@@ -5,7 +5,7 @@ import re
 
 MAKERS_ADDRESS = "https://www.example.com/"
 VOID_TAGS = {"br", "hr", "img", "link", "meta"}
-# Tags that part no words.
+# Tags that do not separate words.
 INLINE_TAGS = {"a", "b", "code", "i", "kbd", "q", "span"}
 
 
@@ -105,7 +105,7 @@ def link_faults(folder):
 
 
 def outside_faults(folder):
-    """Every address of another machine but the maker's, and everything that runs."""
+    """Every address of another machine except the maker's, and every script."""
     faults = []
     for path in sorted(folder.rglob("*")):
         if path.suffix in (".htm", ".css", ".svg"):

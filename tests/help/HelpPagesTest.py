@@ -1,5 +1,5 @@
-"""What the help pages say of menus, messages and numbers is what the program does, every link leads
-somewhere, and nothing comes from outside."""
+"""Checks that the help pages agree with the program on menus, messages and numbers, that every
+link resolves, and that nothing is loaded from outside."""
 
 import os
 import pathlib
@@ -16,14 +16,14 @@ from HelpPages import MAKERS_ADDRESS, link_faults, outside_faults, read_pages, w
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 SOURCES = ROOT / "src"
 HELP = SOURCES / "help/Help"
-# String literals of C++ that stand one behind the other.
+# Adjacent string literals of C++.
 STRINGS = r'(?:"(?:[^"\\]|\\.)*"\s*)+'
 
-# Which page tells what: the texts that stand behind a pattern in a source file, and how many there
-# are at least.
+# Which page quotes which texts: the page, a source file, the pattern before each text, and the
+# least number of texts.
 OPTION = r"add_(?:flag|option)\(\s*"
 KEY = r"k\w*Key = "
-TOLD = (
+QUOTED = (
     ("menus.htm", "app/FrmMainCommands.cpp", r"new QAction\(QStringLiteral\(", 2),
     ("messages.htm", "link/LinkTexts.h", r"string_view k\w+ = ", 4),
     ("messages.htm", "link/BeltpackLink.cpp", r"SetStatusText\(", 1),
@@ -31,7 +31,7 @@ TOLD = (
     ("messages.htm", "app/FrmMainCommands.cpp", r"StatusPanel::(?:Reports|Aas), ", 2),
     ("messages.htm", "capture/DataCapture.cpp", r"k\w+Text = ", 2),
     ("messages.htm", "capture/DataCapture.cpp", r"PrintLogEntry\(", 4),
-    # That this program has the port is told in other words by the window.
+    # The window says in other words that this program has the port.
     ("messages.htm", "ports/PortDevice.cpp", r"reason \+?= |return (?!\"this program)", 17),
     ("messages.htm", "ports/QtSerialPort.cpp", r"PortState::HeldElsewhere,\s+", 1),
     ("messages.htm", "link/FrmComSelect.cpp", r"return (?=\"No port)", 1),
@@ -51,13 +51,13 @@ def source(path):
 
 
 def literal(strings):
-    """The text of C++ string literals that stand one behind the other."""
+    """The text of adjacent C++ string literals."""
     return "".join(re.findall(r'"((?:[^"\\]|\\.)*)"', strings)).replace("\\r\\n", " ").replace(
         '\\"', '"').strip()
 
 
 def texts_of(path, before):
-    """The texts in a source file that stand behind a pattern."""
+    """The texts in a source file that follow a pattern."""
     return [literal(found) for found in re.findall(f"(?:{before})({STRINGS})", source(path))]
 
 
@@ -72,7 +72,7 @@ class HelpPagesTest(unittest.TestCase):
     def setUpClass(cls):
         cls.pages = read_pages(HELP)
 
-    def expect_told(self, page, texts, at_least):
+    def expect_quoted(self, page, texts, at_least):
         texts = [words(text) for text in texts if text.strip()]
         self.assertGreaterEqual(len(texts), at_least, f"the sources hold too few: {texts}")
         missing = [text for text in texts if text not in self.pages[page].text]
@@ -94,7 +94,7 @@ class HelpPagesTest(unittest.TestCase):
                 self.assertTrue(page.heading)
                 self.assertTrue(page.title.startswith(page.heading))
 
-    def test_every_picture_is_shown_and_told_in_words(self):
+    def test_every_picture_is_shown_and_described(self):
         shown = {}
         for page in self.pages.values():
             for picture in page.pictures:
@@ -120,7 +120,7 @@ class HelpPagesTest(unittest.TestCase):
         contents = [link for link in self.pages["index.htm"].links if link in in_order]
         self.assertEqual(contents[:len(in_order) - 1], in_order[1:])
 
-    def test_menus_are_those_of_the_program_in_their_order(self):
+    def test_menus_match_the_program(self):
         options = re.findall(r'\("\w+", ("[^"]+"), "(\w+)"', source("app/OptionTable.cpp"))
         captions = []
         for name, caption in re.findall(r'MenuLine\{\d, "(\w+)",\s+("[^"]+")',
@@ -130,24 +130,24 @@ class HelpPagesTest(unittest.TestCase):
         self.assertGreater(len(captions), 30)
         self.assertEqual([words(entry) for entry in self.pages["menus.htm"].entries], captions)
 
-    def test_every_text_of_the_program_is_told(self):
-        for page, path, before, least in TOLD:
+    def test_every_text_of_the_program_is_quoted(self):
+        for page, path, before, least in QUOTED:
             with self.subTest(path, before=before):
                 texts = texts_of(path, before)
                 if page == "menus.htm":
                     texts = [text.replace("&", "") for text in texts]
-                self.expect_told(page, texts, least)
+                self.expect_quoted(page, texts, least)
 
-    def test_every_message_box_is_told(self):
+    def test_every_message_box_is_quoted(self):
         for path, least in (("report/ReportDialog.cpp", 6), ("report/SyncReport.cpp", 4),
                             ("capture/CaptureDialog.cpp", 2), ("capture/DataCapture.cpp", 2),
                             ("link/BeltpackLink.cpp", 3)):
             with self.subTest(path):
-                self.expect_told("messages.htm", texts_of_boxes(path), least)
+                self.expect_quoted("messages.htm", texts_of_boxes(path), least)
 
 
 class HelpExamplesTest(unittest.TestCase):
-    """What the pages show of the console program is what it prints."""
+    """The console examples on the pages show what the program prints."""
 
     def setUp(self):
         self.pages = read_pages(HELP)
@@ -184,7 +184,7 @@ class HelpExamplesTest(unittest.TestCase):
                 self.assertEqual(self.cell(phase, "metres"), grid_metres)
 
     def cell(self, phase, units):
-        """What the grid shows of a phase that was reported once."""
+        """What the grid shows for a phase that was reported once."""
         report = ("RFPS report\r\n100ec5A301 Sync\r\n"
                   f"100ec5A302 Neighbour phase =  {phase:>3}\r\n")
         with tempfile.TemporaryDirectory() as folder:
@@ -195,7 +195,7 @@ class HelpExamplesTest(unittest.TestCase):
 
 
 class CheckTest(unittest.TestCase):
-    """The checks find what they are there for."""
+    """The checks find the faults that they look for."""
 
     def setUp(self):
         self.scratch = tempfile.TemporaryDirectory()

@@ -18,9 +18,10 @@ constexpr std::size_t kMaxWaitingAnswers = 4;
 constexpr int kDeafCommands = 3;
 constexpr std::int64_t kMicrosecondsPerMs = 1000;
 constexpr std::int64_t kMicrosecondsPerSecond = 1000000;
-/// Slow enough for every character to come alone, and still a whole report in under three seconds.
+/// Slow enough for each character to arrive alone, fast enough for a whole report within three
+/// seconds.
 constexpr std::int64_t kSlowMicrosecondsPerByte = 2500;
-/// Whoever looks only after hours is spared the hours.
+/// The most that is taken at once, however much time has passed.
 constexpr std::int64_t kMaxFloodBytes = std::int64_t{64} << 10U;
 
 std::int64_t ToMicroseconds(std::int64_t milliseconds) { return milliseconds * kMicrosecondsPerMs; }

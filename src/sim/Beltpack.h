@@ -15,7 +15,7 @@
 
 namespace kelvara::sim {
 
-/// What a beltpack says to a command that it does not know, and when it disconnects.
+/// What a beltpack sends for an unknown command, and when it disconnects.
 inline constexpr std::string_view kUnknownCommandAnswer = "?\r\n";
 inline constexpr std::string_view kDisconnectAnswer = "24\r\n";
 
@@ -32,38 +32,38 @@ struct BeltpackManner {
 };
 
 /// A beltpack at the other end of a serial line: commands go in as bytes, answers come out when
-/// they are due. It has no clock: every call says what time it is, in milliseconds from any fixed
-/// moment, never running backwards.
+/// they are due. It has no clock: every call passes the time, in milliseconds from any fixed
+/// moment, which never runs backwards.
 class Beltpack {
  public:
   explicit Beltpack(Site site, const BeltpackManner& manner = {});
 
   /// Takes bytes off the line. "rfps" with a carriage return is answered by a report of 29 lines,
   /// "cho" and "bho" by a line, anything else by "?"; a carriage return alone, line feeds and the
-  /// zero bytes of a break say nothing. While four answers are waiting to leave, commands go
-  /// unheard.
+  /// zero bytes of a break get no answer. While four answers are waiting to be sent, commands are
+  /// ignored.
   void Receive(std::string_view bytes, std::int64_t nowMs);
 
-  /// The bytes that have come down the line and were not taken yet.
+  /// The bytes that have been sent and not taken yet.
   std::string TakeOutput(std::int64_t nowMs);
 
-  /// When to call next for output, or to see a vanished device back; nothing while nothing is due.
+  /// When to call next for output, or to find a vanished device back; nothing while nothing is due.
   std::optional<std::int64_t> NextDue() const;
 
-  /// Switches the line's fault, from the next answer on. An answer that a fault held back is
-  /// dropped, a flood ends; a device that is away stays away.
+  /// Sets the line's fault from the next answer on. An answer that a fault held back is dropped,
+  /// and a flood ends; a device that is away stays away.
   void SetFault(FaultRule rule);
 
   /// Pulls the cable: the device is gone, with what was on the line, until it is plugged in.
   void Unplug();
 
-  /// Plugs the cable in; brings back a device that hung up, too.
+  /// Plugs the cable in; also brings back a device that hung up.
   void Plug();
 
   /// Whether the machine sees the device. While it does not, nothing goes in and nothing comes out.
   bool IsPresent(std::int64_t nowMs) const;
 
-  /// What to call with every command that the beltpack receives, answered or not.
+  /// Sets what is called with every command that the beltpack receives, answered or not.
   void SetCommandNotification(std::function<void(std::string_view, std::int64_t)> notification) {
     commandNotification_ = std::move(notification);
   }
@@ -83,10 +83,10 @@ class Beltpack {
   FaultSchedule faults_;
   std::function<void(std::string_view, std::int64_t)> commandNotification_;
   std::string command_;
-  /// The answer that a late one waits as.
+  /// A late answer, until the next command.
   std::string held_;
   int deafCommands_ = 0;
-  /// Up to when the flood has been taken, in microseconds; nothing while there is none.
+  /// The time up to which the flood has been taken, in microseconds; nothing while there is none.
   std::optional<std::int64_t> floodTaken_;
   bool isUnplugged_ = false;
   std::optional<std::int64_t> awayUntilMs_;

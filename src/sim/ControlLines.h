@@ -8,14 +8,14 @@
 
 namespace kelvara::sim {
 
-/// Steers a simulated beltpack by lines of text: "fault NAME" with or without a rule, "unplug" and
-/// "plug".
+/// Controls a simulated beltpack by lines of text: "fault NAME" with or without a rule, "unplug"
+/// and "plug".
 class ControlLines {
  public:
   explicit ControlLines(Beltpack& beltpack) : beltpack_(beltpack) {}
 
-  /// Takes text in pieces of any size and obeys each line as it is complete. Returns the lines that
-  /// are no such command.
+  /// Takes text in pieces of any size and obeys each line once it is complete. Returns the lines
+  /// that are not commands.
   std::vector<std::string> Feed(std::string_view piece);
 
  private:

@@ -36,7 +36,7 @@ void DemoSerialPort::SetOpen(bool open) {
   if (!beltpack_.IsPresent(clock_.TickCount())) {
     throw base::Fault(base::FaultKind::Port, "the simulated beltpack is unplugged");
   }
-  // What was said while nobody listened is gone.
+  // What was sent while the port was closed is lost.
   beltpack_.TakeOutput(clock_.TickCount());
   isDeviceGone_ = false;
   isOpen_ = true;
@@ -88,17 +88,17 @@ void DemoSerialPort::Deliver() {
     return;
   }
   CollectDue();
-  // In pieces that fit: bytes that came one by one do not overflow the buffer of a program that
-  // reads them, however late this tick is. The program may close the port, or let another tick in,
-  // while it reads.
+  // Delivers pieces that fit: bytes that arrived one by one do not overflow the buffer while the
+  // program reads them, however late this tick is. The program may close the port, or let another
+  // tick run, while it reads.
   while (isOpen_ && !arrived_.empty()) {
-    const std::size_t room = platform::kInputBufferBytes - input_.size();
-    if (room == 0) {
+    const std::size_t space = platform::kInputBufferBytes - input_.size();
+    if (space == 0) {
       arrived_.clear();
       return;
     }
-    input_ += arrived_.substr(0, room);
-    arrived_.erase(0, std::min(room, arrived_.size()));
+    input_ += arrived_.substr(0, space);
+    arrived_.erase(0, std::min(space, arrived_.size()));
     const auto notification = notification_;
     if (notification) {
       notification();

@@ -18,8 +18,9 @@ namespace kelvara::sim {
 /// How often the delivery timer should tick, in milliseconds.
 inline constexpr int kDeliveryMilliseconds = 50;
 
-/// A serial port with a simulated beltpack behind it, whatever its number. It behaves as a real one
-/// does when the device vanishes: nothing goes either way until `RestoreDevice` finds it back.
+/// A serial port that a simulated beltpack is connected to, whatever its number. When the device
+/// vanishes it behaves as a real port does: nothing passes either way until `RestoreDevice` finds
+/// the device again.
 class DemoSerialPort : public platform::SerialPort {
  public:
   /// The timer drives the delivery: at each tick, what is due by the clock's tick count becomes
@@ -32,7 +33,7 @@ class DemoSerialPort : public platform::SerialPort {
   void SetPortNumber(std::int16_t portNumber) override { portNumber_ = portNumber; }
   std::int16_t PortNumber() const override { return portNumber_; }
 
-  /// Takes "RATE,n,8,1" alone, whatever the rate; another text is a port fault.
+  /// Accepts only "RATE,n,8,1", at any rate; any other text is a port fault.
   void SetSettings(std::string_view settings) override;
   std::string Settings() const override { return platform::PortSettings(rate_); }
 
@@ -46,7 +47,7 @@ class DemoSerialPort : public platform::SerialPort {
   std::string Input(std::size_t most) override;
   void Output(std::string_view text) override;
 
-  /// The beltpack takes everything at once: there is never anything to drop.
+  /// The beltpack takes everything at once, so there is never anything to discard.
   void DiscardOutput() override {}
   void RestoreDevice() override;
   void SetReceiveNotification(std::function<void()> notification) override {
@@ -66,7 +67,7 @@ class DemoSerialPort : public platform::SerialPort {
   bool isOpen_ = false;
   bool isBreak_ = false;
   bool isDeviceGone_ = false;
-  /// What has come down the line, and what of it waits to be read.
+  /// Bytes that are not delivered yet, and bytes that are delivered and not read yet.
   std::string arrived_;
   std::string input_;
 };

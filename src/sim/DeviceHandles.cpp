@@ -15,8 +15,8 @@ void DeviceHandles::Watch(const std::string& device) {
   Unwatch();
   constexpr std::uint32_t kEvents = IN_OPEN | IN_CLOSE;
   watch_ = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
-  // The system joins an event with an equal one right before it. The folder tells each event too,
-  // so that two of the device are never neighbours and none is lost to the count.
+  // The system merges an event with an equal event right before it. The folder reports each event
+  // too, so that two events of the device are never adjacent and none is missed.
   const std::string folder = std::filesystem::path(device).parent_path();
   if (watch_ < 0 || inotify_add_watch(watch_, folder.c_str(), kEvents) < 0 ||
       (deviceWatch_ = inotify_add_watch(watch_, device.c_str(), kEvents)) < 0) {

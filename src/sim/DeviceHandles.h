@@ -4,8 +4,8 @@
 
 namespace kelvara::sim {
 
-/// Counts the handles to a device that are open, in all programs together. Where the system cannot
-/// watch one more file, nothing is ever counted.
+/// Counts the open handles to a device in all programs together. If the system cannot watch one
+/// more file, nothing is counted.
 class DeviceHandles {
  public:
   DeviceHandles() = default;
@@ -13,7 +13,7 @@ class DeviceHandles {
   DeviceHandles(const DeviceHandles&) = delete;
   DeviceHandles& operator=(const DeviceHandles&) = delete;
 
-  /// Counts from now on. `device` is one that no program has open yet.
+  /// Counts from now on. No program may have `device` open yet.
   void Watch(const std::string& device);
 
   void Unwatch();
@@ -21,7 +21,7 @@ class DeviceHandles {
   /// Becomes readable when a handle has been opened or closed; -1 while nothing is watched.
   int Descriptor() const { return watch_; }
 
-  /// Takes note of what has happened since the last call. True when a handle was closed meanwhile.
+  /// Counts what has happened since the last call. True if a handle was closed meanwhile.
   bool TakeClosing();
 
   /// How many handles were open at the last `TakeClosing`.

@@ -7,7 +7,7 @@
 
 namespace kelvara::sim {
 
-/// Which answers a fault hits: every one, every Nth one, or the next one alone.
+/// Which answers a fault affects: every one, every Nth one, or only the next one.
 struct FaultRule {
   LineFault fault = LineFault::None;
   int every = 1;
@@ -16,11 +16,11 @@ struct FaultRule {
   bool operator==(const FaultRule&) const = default;
 };
 
-/// Reads a rule from its text: a fault's name alone or with ":always", ":once" or ":N" behind it, N
-/// being 1 to 1000000. Nothing when it is no rule.
+/// Reads a rule from its text: a fault's name, alone or followed by ":always", ":once" or ":N",
+/// where N is 1 to 1000000. Nothing if the text is not a rule.
 std::optional<FaultRule> ParseFaultRule(std::string_view text);
 
-/// Counts the answers and says which of them the rule hits.
+/// Counts the answers and says which of them the rule affects.
 class FaultSchedule {
  public:
   explicit FaultSchedule(FaultRule rule = {}) : rule_(rule) {}

@@ -6,7 +6,7 @@
 
 namespace kelvara::sim {
 
-/// The text broken off somewhere: at least one character is there and one is missing, as far as the
+/// The text cut off somewhere: at least one character is left and at least one is missing, if the
 /// text has two.
 std::string CutShort(std::string text, Random& random);
 
@@ -16,7 +16,7 @@ std::string Garbled(std::string text, Random& random);
 /// The text without about a quarter of its line feeds, and at least one of them.
 std::string WithoutSomeLineFeeds(const std::string& text, Random& random);
 
-/// So many bytes of any value.
+/// `count` bytes of any value.
 std::string AnyBytes(std::size_t count, Random& random);
 
 }  // namespace kelvara::sim

@@ -11,10 +11,10 @@ enum class LineFault {
   Silent,         ///< No answer.
   Disconnect,     ///< It says "24" instead, and the next few commands get no answer.
   Partial,        ///< The answer breaks off.
-  Late,           ///< The answer comes when the next command has been given.
+  Late,           ///< The answer comes after the next command.
   Garbled,        ///< Some bytes are replaced.
   LostLineFeeds,  ///< Some line feeds are missing.
-  Flood,          ///< Bytes of all kinds without end, until a command that is answered otherwise.
+  Flood,          ///< Endless bytes of any value, until a command gets another answer.
   HangUp,         ///< The device vanishes from the machine, for a while.
   Slow,           ///< One character at a time, with gaps.
 };
@@ -24,7 +24,7 @@ struct LineFaultName {
   std::string_view name;
 };
 
-/// What the faults are called.
+/// The names of the faults.
 inline constexpr std::array<LineFaultName, 10> kLineFaultNames{
     {{LineFault::None, "none"},
      {LineFault::Silent, "silent"},

@@ -17,7 +17,7 @@
 namespace kelvara::sim {
 namespace {
 
-/// The far end, which is held here.
+/// The far end, which this class holds open.
 constexpr int kOwnHandle = 1;
 
 [[noreturn]] void ThrowPortFault(const std::string& attempt, int error) {
@@ -33,7 +33,7 @@ void CloseEnd(int& end) {
 }
 
 /// Removes the lock file that a serial program has left for a terminal that no program has open.
-/// False where this user may not remove it: no program of this user can open the terminal then.
+/// False if this user may not remove it; then no program of this user can open the terminal.
 bool RemoveLockFile(const std::string& deviceName) {
   const std::filesystem::path lockFile =
       "/var/lock/LCK..pts_" + std::filesystem::path(deviceName).filename().string();
@@ -74,7 +74,7 @@ void PseudoTerminal::Close() {
 std::string PseudoTerminal::Read() {
   if (handles_.TakeClosing() && handles_.Count() <= kOwnHandle) {
     RemoveLockFile(deviceName_);
-    MakeFresh();
+    ResetDevice();
   }
   std::array<char, 4096> piece{};
   const ssize_t got = IsOpen() ? read(near_, piece.data(), piece.size()) : 0;
@@ -95,7 +95,8 @@ std::size_t PseudoTerminal::Write(std::string_view bytes) {
 }
 
 void PseudoTerminal::OpenNearEnd() {
-  // Held until one is found that can be used: the system gives out the lowest free number.
+  // Unusable ones stay open until a usable one is found: the system gives out the lowest free
+  // number.
   std::vector<int> unusable;
   int error = 0;
   do {
@@ -117,7 +118,7 @@ void PseudoTerminal::OpenNearEnd() {
 
 void PseudoTerminal::OpenEnds() {
   OpenNearEnd();
-  // While it is locked no program can open it uncounted.
+  // While it is locked, no program can open it without being counted.
   handles_.Watch(deviceName_);
   if (unlockpt(near_) != 0) {
     ThrowPortFault("open", errno);
@@ -129,26 +130,26 @@ void PseudoTerminal::OpenEnds() {
   cfmakeraw(&lineSettings_);
   cfsetspeed(&lineSettings_, B19200);
   if (fcntl(near_, F_SETFL, O_NONBLOCK) != 0 || fcntl(near_, F_SETFD, FD_CLOEXEC) != 0 ||
-      !MakeFresh()) {
+      !ResetDevice()) {
     ThrowPortFault("set up", errno);
   }
 }
 
-bool PseudoTerminal::MakeFresh() {
+bool PseudoTerminal::ResetDevice() {
   return tcsetattr(far_, TCSANOW, &lineSettings_) == 0 && tcflow(far_, TCOON) == 0 &&
          tcflush(far_, TCIFLUSH) == 0 && ioctl(far_, TIOCNXCL) == 0;
 }
 
 void PseudoTerminal::MakeLink() {
   std::error_code error;
-  // A link that an earlier simulation left behind is in the way; any other is somebody's.
+  // Removes a link that an earlier simulation left behind; any other belongs to someone else.
   const bool isLink =
       std::filesystem::is_symlink(std::filesystem::symlink_status(linkPath_, error));
   if (isLink && (std::filesystem::read_symlink(linkPath_, error).parent_path() == "/dev/pts" ||
                  !std::filesystem::exists(linkPath_, error))) {
     std::filesystem::remove(linkPath_, error);
   }
-  // Fails where something still stands at the path.
+  // Fails if anything is still at the path.
   std::filesystem::create_symlink(deviceName_, linkPath_, error);
   if (error) {
     throw base::Fault(base::FaultKind::File,

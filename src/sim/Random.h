@@ -12,7 +12,7 @@ class Random {
  public:
   explicit Random(std::uint64_t seed) : state_(seed) {}
 
-  /// The next number: any of 64 bits is as likely as any other.
+  /// The next number; all 64-bit numbers are equally likely.
   std::uint64_t Next();
 
   /// 0 to bound - 1; the bound is at least 1.

@@ -16,14 +16,14 @@ constexpr std::string_view kSyncText = " Sync";
 constexpr std::string_view kBehindIdentity = " ";
 constexpr std::string_view kWithoutIdentity = "           ";
 constexpr std::string_view kBetweenReadings = "  ";
-/// The phase field stands 19 characters behind the start of this.
+/// The phase field is 19 characters after the start of this.
 constexpr std::string_view kReadingBegin = "Neighbour phase =  ";
 constexpr int kPhaseWidth = 3;
 constexpr int kLeastPhase = -99;
 constexpr int kGreatestPhase = 999;
 constexpr std::string_view kFiller = "-";
 
-/// Collects lines and knows how many there are.
+/// Collects lines and counts them.
 class Lines {
  public:
   void Add(std::string_view line) {
@@ -64,8 +64,8 @@ std::string ReadingText(const Reading& reading) {
   return text + field;
 }
 
-/// The first reading stands behind the identity, the others together on a line of their own: only
-/// so do nine neighbours find room in one report.
+/// The first reading follows the identity, and the others share a line: only then do nine
+/// neighbours fit into one report.
 void AddNeighbour(const Neighbour& neighbour, Lines& lines) {
   std::string line = Identity(neighbour.antenna);
   line += kBehindIdentity;

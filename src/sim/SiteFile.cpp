@@ -30,7 +30,7 @@ constexpr std::array<Column, 4> kColumns{
 
 [[noreturn]] void Throw(const std::string& text) { throw base::Fault(base::FaultKind::File, text); }
 
-/// A value as it may be shown: not too long, and nothing in it that a terminal would act on.
+/// A value made safe to show: not too long, and without characters that a terminal would act on.
 std::string Shown(std::string_view value) {
   constexpr std::size_t kMaxShown = 20;
   std::string shown(value.substr(0, kMaxShown));
@@ -94,8 +94,8 @@ Site ParseSite(std::string_view text, const std::string& name) {
     const Antenna antenna = ReadAntenna(values, place);
     const auto [earlier, isNew] = lineOfRpn.emplace(antenna.rpn, lineNumber);
     if (!isNew) {
-      Throw(place + "RPN " + std::to_string(antenna.rpn) + " stands in line " +
-            std::to_string(earlier->second) + " already");
+      Throw(place + "RPN " + std::to_string(antenna.rpn) + " is already in line " +
+            std::to_string(earlier->second));
     }
     if (site.size() == sync::kMaxAas) {
       Throw(place + "a site has at most " + std::to_string(sync::kMaxAas) + " antennas");

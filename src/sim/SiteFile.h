@@ -8,14 +8,15 @@
 
 namespace kelvara::sim {
 
-/// Reads the text of a site file: one antenna a line, its RPN (0 to 255), FPS (0 to 15), FPN (0 to
-/// 255) and cable length in metres (0 to 2750), as decimal numbers with blanks or tabs between
-/// them. What stands behind a "#" is a comment; empty lines count for nothing. The name is that of
-/// the file. Anything else, an RPN given twice, more than 51 antennas or none at all is a file
-/// fault that names the file, the line and what is wrong with it.
+/// Reads the text of a site file: one antenna per line, with its RPN (0 to 255), FPS (0 to 15), FPN
+/// (0 to 255) and cable length in metres (0 to 2750), as decimal numbers with blanks or tabs
+/// between them. Text after a "#" is a comment; empty lines are ignored. `name` is the name of the
+/// file. Anything else, an RPN given twice, more than 51 antennas or none at all is a file fault
+/// that names the file, the line and what is wrong with it.
 Site ParseSite(std::string_view text, const std::string& name);
 
-/// Reads a site file. One that cannot be read, or is too large to be one, is a file fault.
+/// Reads a site file. A file that cannot be read, or is too large to be a site file, is a file
+/// fault.
 Site ReadSite(platform::FileSystem& fileSystem, const std::string& path);
 
 }  // namespace kelvara::sim

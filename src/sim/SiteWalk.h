@@ -10,11 +10,11 @@
 
 namespace kelvara::sim {
 
-/// The length of cable that delays an antenna by one phase unit.
+/// The length of cable that delays an antenna by one phase unit, in metres.
 inline constexpr double kMetresPerPhaseUnit = 29.0;
 
-/// A beltpack on its way through a site, the same way for the same seed. It stays synchronised to
-/// an antenna for a few reports and visits all of them before it begins another round; at each it
+/// A beltpack's walk through a site, the same walk for the same seed. It stays synchronised to an
+/// antenna for a few reports and visits all of them before it begins another round; at each it
 /// hears all the others in turn, up to nine at a time. So every antenna is sooner or later heard
 /// from every other.
 class SiteWalk {

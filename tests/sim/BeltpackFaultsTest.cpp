@@ -15,7 +15,7 @@ using test::IsWholeReport;
 
 class BeltpackFaultsTest : public ::testing::Test, public test::BeltpackRig {
  protected:
-  /// A beltpack that walks the same way without faults.
+  /// A beltpack that takes the same walk without faults.
   BeltpackRig sound;
 };
 
@@ -41,7 +41,7 @@ TEST_F(BeltpackFaultsTest, TwentyFourIsALineOfItsOwnAndThreeCommandsGoUnanswered
   EXPECT_TRUE(IsWholeReport(Ask("rfps")));
 }
 
-TEST_F(BeltpackFaultsTest, TwentyFourAlwaysSaysItAgainWhenItHears) {
+TEST_F(BeltpackFaultsTest, TwentyFourAlwaysIsRepeatedAtTheNextCommandThatIsHeard) {
   SetFault("24");
   for (int round = 0; round < 3; ++round) {
     EXPECT_EQ(Ask("rfps"), "24\r\n");
@@ -66,7 +66,7 @@ TEST_F(BeltpackFaultsTest, PartialBreaksOffSomewhere) {
   EXPECT_GT(sizes.size(), 100U);
 }
 
-TEST_F(BeltpackFaultsTest, LateAnswersWhenTheNextCommandHasBeenGiven) {
+TEST_F(BeltpackFaultsTest, LateAnswersAfterTheNextCommand) {
   SetFault("late");
   EXPECT_EQ(Ask("rfps"), "");
   EXPECT_TRUE(IsWholeReport(Ask("cho")));
@@ -77,7 +77,7 @@ TEST_F(BeltpackFaultsTest, LateAnswersWhenTheNextCommandHasBeenGiven) {
   EXPECT_EQ(Ask("bho"), "cho ok\r\nbho ok\r\n");
 }
 
-TEST_F(BeltpackFaultsTest, AHeldAnswerIsDroppedWhenTheFaultIsSwitched) {
+TEST_F(BeltpackFaultsTest, AHeldAnswerIsDroppedWhenTheFaultIsChanged) {
   SetFault("late");
   EXPECT_EQ(Ask("rfps"), "");
   SetFault("none");
@@ -111,7 +111,7 @@ TEST_F(BeltpackFaultsTest, LostLineFeedsAreMissingAndNothingElse) {
   }
 }
 
-TEST_F(BeltpackFaultsTest, FloodIsBytesOfAllKindsAtTheSpeedOfTheLineWithoutEnd) {
+TEST_F(BeltpackFaultsTest, FloodIsEndlessBytesOfEveryValueAtTheSpeedOfTheLine) {
   SetFault("flood");
   beltpack.Receive("rfps\r", nowMs);
   std::array<std::size_t, 256> counts{};
@@ -130,7 +130,7 @@ TEST_F(BeltpackFaultsTest, FloodIsBytesOfAllKindsAtTheSpeedOfTheLineWithoutEnd) 
   }
 }
 
-TEST_F(BeltpackFaultsTest, AFloodGoesOnThroughCommandsThatItHitsAndEndsAtOneItDoesNot) {
+TEST_F(BeltpackFaultsTest, AFloodContinuesUntilACommandThatTheRuleDoesNotAffect) {
   SetFault("flood");
   EXPECT_GT(Ask("rfps").size(), 5000U);
   EXPECT_GT(Ask("cho").size(), 5000U);
@@ -142,7 +142,7 @@ TEST_F(BeltpackFaultsTest, AFloodGoesOnThroughCommandsThatItHitsAndEndsAtOneItDo
   EXPECT_EQ(Wait(), "");
 }
 
-TEST_F(BeltpackFaultsTest, AFloodThatNobodyLooksAtForADayIsBounded) {
+TEST_F(BeltpackFaultsTest, AFloodThatIsNotTakenForADayIsBounded) {
   SetFault("flood");
   beltpack.Receive("rfps\r", nowMs);
   nowMs += std::int64_t{24} * 3600 * 1000;
@@ -173,7 +173,7 @@ TEST_F(BeltpackFaultsTest, PluggingInBringsBackADeviceThatHungUp) {
   EXPECT_EQ(Ask("cho"), "cho ok\r\n");
 }
 
-TEST_F(BeltpackFaultsTest, SlowGivesOneCharacterAtATimeWithGapsAndTheWholeReportBeforeTheNextPoll) {
+TEST_F(BeltpackFaultsTest, SlowSendsOneCharacterAtATimeAndTheWholeReportBeforeTheNextPoll) {
   SetFault("slow");
   for (int poll = 0; poll < 20; ++poll) {
     const std::string whole = sound.Ask("rfps");
@@ -187,7 +187,7 @@ TEST_F(BeltpackFaultsTest, SlowGivesOneCharacterAtATimeWithGapsAndTheWholeReport
   EXPECT_EQ(beltpack.NextDue(), nowMs + 45);
 }
 
-TEST(BeltpackFaultNamesTest, EveryFaultCanHitEachThirdAnswerAloneAndBeSwitchedOffAtAnyMoment) {
+TEST(BeltpackFaultNamesTest, EveryFaultCanAffectOnlyEachThirdAnswerAndBeSwitchedOff) {
   for (const LineFaultName& faultName : kLineFaultNames) {
     test::BeltpackRig sound;
     test::BeltpackRig rig;
@@ -214,7 +214,7 @@ TEST_F(BeltpackFaultsTest, TheSameSeedDoesTheSameDamage) {
   }
 }
 
-TEST(LineDamageTest, ShortTextsAreDamagedAsFarAsTheyCanBe) {
+TEST(LineDamageTest, ShortTextsAreDamagedAsFarAsPossible) {
   Random random(1);
   EXPECT_EQ(CutShort("", random), "");
   EXPECT_EQ(CutShort("a", random), "a");

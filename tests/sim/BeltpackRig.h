@@ -9,7 +9,7 @@
 
 namespace kelvara::test {
 
-/// A beltpack in the demonstration's site, with a time that is moved by hand.
+/// A beltpack on the demo's site, with a time that tests move.
 struct BeltpackRig {
   explicit BeltpackRig(const sim::BeltpackManner& manner = {})
       : beltpack(sim::DemoSite(), manner) {}
@@ -17,7 +17,7 @@ struct BeltpackRig {
   /// Sets a fault by its name and rule.
   void SetFault(std::string_view text) { beltpack.SetFault(sim::ParseFaultRule(text).value()); }
 
-  /// What comes in the time until the next poll: three seconds.
+  /// What is sent in the three seconds until the next poll.
   std::string Wait() {
     nowMs += 3000;
     return beltpack.TakeOutput(nowMs);
@@ -29,7 +29,7 @@ struct BeltpackRig {
     return Wait();
   }
 
-  /// The same, looking as often as something is due, one look a millisecond at most.
+  /// The same, but takes output each time some is due, at most once per millisecond.
   std::string AskPatiently(std::string_view command, std::size_t& mostAtOnce) {
     const std::int64_t endMs = nowMs + 3000;
     beltpack.Receive(std::string(command) + "\r", nowMs);

@@ -49,7 +49,7 @@ TEST_F(BeltpackTest, BreaksLineFeedsAndEmptyLinesChangeNothing) {
   EXPECT_EQ(Ask(""), "cho ok\r\n");
 }
 
-TEST_F(BeltpackTest, SaysNothingUnasked) {
+TEST_F(BeltpackTest, SendsNothingUnasked) {
   EXPECT_EQ(beltpack.NextDue(), std::nullopt);
   EXPECT_EQ(beltpack.TakeOutput(nowMs + 1000000), "");
 }
@@ -76,7 +76,7 @@ TEST_F(BeltpackTest, SpeedAndDelayCanBeChosen) {
   EXPECT_EQ(slow.beltpack.TakeOutput(slow.nowMs + 508), " ok\r\n");
 }
 
-TEST_F(BeltpackTest, LookingOftenOrOnceGivesTheSameBytes) {
+TEST_F(BeltpackTest, TakingOutputOftenOrOnceGivesTheSameBytes) {
   BeltpackRig other;
   for (int poll = 0; poll < 10; ++poll) {
     std::size_t mostAtOnce = 0;
@@ -85,7 +85,7 @@ TEST_F(BeltpackTest, LookingOftenOrOnceGivesTheSameBytes) {
   }
 }
 
-TEST_F(BeltpackTest, WhatIsAskedWhileFourAnswersWaitGoesUnheard) {
+TEST_F(BeltpackTest, IgnoresCommandsWhileFourAnswersWait) {
   std::string commands;
   for (int command = 0; command < 1000; ++command) {
     commands += "rfps\r";
@@ -96,7 +96,7 @@ TEST_F(BeltpackTest, WhatIsAskedWhileFourAnswersWaitGoesUnheard) {
   EXPECT_TRUE(IsWholeReport(Ask("rfps")));
 }
 
-TEST_F(BeltpackTest, TellsOfEveryCommandWithItsTime) {
+TEST_F(BeltpackTest, ReportsEveryCommandWithItsTime) {
   std::vector<std::pair<std::string, std::int64_t>> heard;
   beltpack.SetCommandNotification(
       [&](std::string_view command, std::int64_t atMs) { heard.emplace_back(command, atMs); });
@@ -108,7 +108,7 @@ TEST_F(BeltpackTest, TellsOfEveryCommandWithItsTime) {
                        {"rfps", 12}, {"what?", 12}, {"cho", 3012}}));
 }
 
-TEST_F(BeltpackTest, UnpluggedItIsAwayUntilPluggedInAndWhatWasOnTheLineIsLost) {
+TEST_F(BeltpackTest, IsAwayWhileUnpluggedAndLosesWhatWasOnTheLine) {
   beltpack.Receive("rfps\rch", nowMs);
   beltpack.Unplug();
   EXPECT_FALSE(beltpack.IsPresent(nowMs + 1000000));

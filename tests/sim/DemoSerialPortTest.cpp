@@ -17,7 +17,7 @@ using test::IsWholeReport;
 
 constexpr std::size_t kAll = std::numeric_limits<std::size_t>::max();
 
-/// A timer that ticks when it is told to.
+/// A timer that ticks only when the test calls `Tick`.
 class HandTimer : public platform::Timer {
  public:
   void SwitchOn() override { isOn_ = true; }
@@ -48,7 +48,7 @@ class DemoSerialPortTest : public ::testing::Test {
     });
   }
 
-  /// Lets time pass, the delivery timer ticking as it should.
+  /// Lets time pass while the delivery timer ticks.
   void Pass(int milliseconds, int tickMs = kDeliveryMilliseconds) {
     for (int passed = 0; passed < milliseconds; passed += tickMs) {
       clock.Advance(tickMs / 1000.0);
@@ -113,7 +113,7 @@ TEST_F(DemoSerialPortTest, DeliversTheAnswerInPiecesWithANotificationEach) {
   EXPECT_EQ(notifications, 0);
 }
 
-TEST_F(DemoSerialPortTest, InputWaitsUntilItIsReadAsFarAsItIsAskedFor) {
+TEST_F(DemoSerialPortTest, InputWaitsUntilItIsRead) {
   reads = false;
   Open();
   Ask("cho");
@@ -139,7 +139,7 @@ TEST_F(DemoSerialPortTest, OneThousandAndTwentyFourCharactersWaitAndLaterOnesAre
   EXPECT_EQ(kept, same.TakeOutput(1000).substr(0, 1024));
 }
 
-TEST_F(DemoSerialPortTest, AFastClockLosesNothingForAProgramThatReads) {
+TEST_F(DemoSerialPortTest, AProgramThatReadsGetsEverythingEvenWithAFastClock) {
   Open();
   for (int poll = 0; poll < 20; ++poll) {
     received.clear();
@@ -149,11 +149,11 @@ TEST_F(DemoSerialPortTest, AFastClockLosesNothingForAProgramThatReads) {
   }
 }
 
-TEST_F(DemoSerialPortTest, DiscardingInputDropsWhatHasArrivedAndNotWhatIsStillToCome) {
+TEST_F(DemoSerialPortTest, DiscardingInputDropsOnlyWhatHasArrived) {
   reads = false;
   Open();
   port.Output("cho\r");
-  // Four characters have come down the line; the timer has not ticked yet.
+  // Four characters have arrived; the timer has not ticked yet.
   clock.Advance(0.0425);
   port.DiscardInput();
   EXPECT_EQ(port.InputCount(), 0U);
@@ -166,7 +166,7 @@ TEST_F(DemoSerialPortTest, DiscardingInputDropsWhatHasArrivedAndNotWhatIsStillTo
   EXPECT_EQ(port.InputCount(), 0U);
 }
 
-TEST_F(DemoSerialPortTest, ClosingForgetsWaitingInputAndOpeningHearsNothingOld) {
+TEST_F(DemoSerialPortTest, ClosingDropsWaitingInputAndOpeningDropsWhatCameMeanwhile) {
   reads = false;
   Open();
   Ask("cho");
@@ -226,7 +226,7 @@ TEST_F(DemoSerialPortTest, TheProgramMayReplaceTheNotificationWhileItReads) {
   EXPECT_EQ(received, "first:cho ok\r\nsecond:bho ok\r\n");
 }
 
-TEST_F(DemoSerialPortTest, ATickInTheMiddleOfAReadKeepsTheOrder) {
+TEST_F(DemoSerialPortTest, ATickDuringAReadKeepsTheOrder) {
   std::size_t deepest = 0;
   std::size_t depth = 0;
   port.SetReceiveNotification([&] {
@@ -276,7 +276,7 @@ TEST_F(DemoSerialPortTest, APortWithoutItsDeviceDoesNotOpen) {
   EXPECT_EQ(Ask("cho"), "cho ok\r\n");
 }
 
-TEST_F(DemoSerialPortTest, LetsGoOfTheTimerAtItsEnd) {
+TEST_F(DemoSerialPortTest, ReleasesTheTimerWhenItIsDestroyed) {
   HandTimer ownTimer;
   {
     DemoSerialPort ownPort(beltpack, clock, ownTimer);

@@ -8,7 +8,7 @@
 namespace kelvara::sim {
 namespace {
 
-/// Which of the next answers are hit, as a row of "x" and ".".
+/// Which of the next answers are affected, as a row of "x" and ".".
 std::string Hits(FaultRule rule, int answers) {
   FaultSchedule schedule(rule);
   std::string hits;
@@ -18,7 +18,7 @@ std::string Hits(FaultRule rule, int answers) {
   return hits;
 }
 
-TEST(FaultRuleTest, EveryFaultIsReadByItsNameAndHitsAlways) {
+TEST(FaultRuleTest, EveryFaultIsReadByItsNameAndAffectsEveryAnswer) {
   std::set<LineFault> faults;
   for (const LineFaultName& faultName : kLineFaultNames) {
     const auto rule = ParseFaultRule(faultName.name);
@@ -30,7 +30,7 @@ TEST(FaultRuleTest, EveryFaultIsReadByItsNameAndHitsAlways) {
   EXPECT_EQ(faults.size(), kLineFaultNames.size());
 }
 
-TEST(FaultRuleTest, ReadsWhenItHits) {
+TEST(FaultRuleTest, ReadsWhichAnswersItAffects) {
   EXPECT_EQ(ParseFaultRule("partial:once"), (FaultRule{LineFault::Partial, 1, true}));
   EXPECT_EQ(ParseFaultRule("24:3"), (FaultRule{LineFault::Disconnect, 3, false}));
   EXPECT_EQ(ParseFaultRule("hang-up:1000000"), (FaultRule{LineFault::HangUp, 1000000, false}));
@@ -44,7 +44,7 @@ TEST(FaultRuleTest, RefusesEverythingElse) {
   }
 }
 
-TEST(FaultRuleTest, HitsAlwaysEveryNthOrOnce) {
+TEST(FaultRuleTest, AffectsEveryAnswerEveryNthOrOne) {
   EXPECT_EQ(Hits({}, 5), ".....");
   EXPECT_EQ(Hits({LineFault::Silent, 1, false}, 5), "xxxxx");
   EXPECT_EQ(Hits({LineFault::Silent, 3, false}, 9), "..x..x..x");

@@ -5,7 +5,7 @@
 namespace kelvara::sim {
 namespace {
 
-TEST(OutputLineTest, BytesLeaveOneByOneAtTheirSpeed) {
+TEST(OutputLineTest, BytesAreSentOneByOneAtTheirSpeed) {
   OutputLine line;
   line.Send("abc", 1000, 500);
   EXPECT_EQ(line.NextDue(), 1500);
@@ -18,7 +18,7 @@ TEST(OutputLineTest, BytesLeaveOneByOneAtTheirSpeed) {
   EXPECT_EQ(line.NextDue(), std::nullopt);
 }
 
-TEST(OutputLineTest, ATextWaitsForTheEarlierOneToLeave) {
+TEST(OutputLineTest, ATextWaitsForTheEarlierOne) {
   OutputLine line;
   line.Send("ab", 0, 500);
   line.Send("cd", 200, 100);
@@ -38,7 +38,7 @@ TEST(OutputLineTest, AfterAPauseTheLineIsFreeAtOnce) {
   EXPECT_EQ(line.Take(10500), "b");
 }
 
-TEST(OutputLineTest, SeveralTextsMayLeaveBetweenTwoLooks) {
+TEST(OutputLineTest, SeveralTextsCanBeTakenAtOnce) {
   OutputLine line;
   line.Send("ab", 0, 100);
   line.Send("", 0, 100);

@@ -30,13 +30,13 @@ class PseudoTerminalBeltpackTest : public ::testing::Test, public test::Beltpack
   PseudoTerminal terminal{link};
 };
 
-TEST_F(PseudoTerminalBeltpackTest, AnswersWhatIsAskedThroughTheTerminal) {
+TEST_F(PseudoTerminalBeltpackTest, AnswersCommandsThroughTheTerminal) {
   const TerminalUser user(link);
   EXPECT_TRUE(IsWholeReport(AskThrough(user, "rfps")));
   EXPECT_EQ(AskThrough(user, "cho"), "cho ok\r\n");
 }
 
-TEST_F(PseudoTerminalBeltpackTest, TheTerminalIsThereJustWhileTheBeltpackIs) {
+TEST_F(PseudoTerminalBeltpackTest, TheTerminalExistsOnlyWhileTheBeltpackIsPresent) {
   const TerminalUser before(link);
   EXPECT_FALSE(PassOn(beltpack, terminal, nowMs));
   beltpack.Unplug();
@@ -50,7 +50,7 @@ TEST_F(PseudoTerminalBeltpackTest, TheTerminalIsThereJustWhileTheBeltpackIs) {
   EXPECT_EQ(AskThrough(TerminalUser(link), "cho"), "cho ok\r\n");
 }
 
-TEST_F(PseudoTerminalBeltpackTest, AHangUpTakesTheTerminalAwayAndTimeBringsItBack) {
+TEST_F(PseudoTerminalBeltpackTest, AHangUpRemovesTheTerminalForAWhile) {
   SetFault("hang-up:once");
   const TerminalUser before(link);
   ASSERT_TRUE(before.Send("rfps\r"));

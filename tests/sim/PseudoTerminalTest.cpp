@@ -76,7 +76,7 @@ TEST_F(PseudoTerminalTest, UsersMayComeAndGo) {
   }
 }
 
-/// What a program can leave on a device, and what the next one finds there.
+/// The state that a program can leave on a device for the next one.
 struct LineState {
   explicit LineState(const TerminalUser& user) {
     ::ioctl(user.Descriptor(), TIOCGEXCL, &exclusive);
@@ -99,7 +99,7 @@ struct LineState {
   termios settings{};
 };
 
-/// Takes the device for itself and leaves nothing as it was.
+/// Takes exclusive use of the device and changes all its settings.
 void Seize(const TerminalUser& user) {
   termios settings{};
   ::tcgetattr(user.Descriptor(), &settings);
@@ -115,14 +115,14 @@ void Seize(const TerminalUser& user) {
   EXPECT_EQ(::tcflow(user.Descriptor(), TCOOFF), 0);
 }
 
-/// Not 0 while the device refuses every further ordinary user.
+/// Not 0 while the device refuses any other ordinary user.
 int ExclusiveMode(const TerminalUser& user) {
   int exclusive = 0;
   ::ioctl(user.Descriptor(), TIOCGEXCL, &exclusive);
   return exclusive;
 }
 
-TEST_F(PseudoTerminalTest, IsFreshAgainWhenTheLastProgramIsKilled) {
+TEST_F(PseudoTerminalTest, IsResetWhenTheLastProgramIsKilled) {
   PseudoTerminal terminal;
   terminal.Open();
   const LineState fresh{TerminalUser(terminal.DeviceName())};
@@ -137,7 +137,7 @@ TEST_F(PseudoTerminalTest, IsFreshAgainWhenTheLastProgramIsKilled) {
   ASSERT_EQ(::waitpid(program, nullptr, 0), program);
   EXPECT_TRUE(test::WaitForInput(terminal.HandlesDescriptor()));
   terminal.Read();
-  // Before this, an ordinary user could not open it.
+  // Without the reset, an ordinary user could not open it.
   const TerminalUser next(terminal.DeviceName());
   ASSERT_TRUE(next.IsOpen());
   EXPECT_TRUE(LineState(next) == fresh);
@@ -147,7 +147,7 @@ TEST_F(PseudoTerminalTest, IsFreshAgainWhenTheLastProgramIsKilled) {
   EXPECT_EQ(terminal.Read(), "cho\r");
 }
 
-TEST_F(PseudoTerminalTest, KeepsWhatAProgramSetAsLongAsOneHasItOpen) {
+TEST_F(PseudoTerminalTest, KeepsItsSettingsWhileAProgramHasItOpen) {
   PseudoTerminal terminal;
   terminal.Open();
   const TerminalUser first(terminal.DeviceName());
@@ -162,7 +162,7 @@ TEST_F(PseudoTerminalTest, KeepsWhatAProgramSetAsLongAsOneHasItOpen) {
   EXPECT_EQ(first.Take(), "answer\n");
 }
 
-TEST_F(PseudoTerminalTest, WritingNeverWaitsAndWhatDoesNotFitIsLost) {
+TEST_F(PseudoTerminalTest, WritingNeverWaitsAndDropsWhatDoesNotFit) {
   PseudoTerminal terminal;
   terminal.Open();
   const std::string much(100000, 'x');
@@ -191,7 +191,7 @@ TEST_F(PseudoTerminalTest, AnOldLinkIsReplaced) {
   EXPECT_EQ(fs::read_symlink(link), terminal.DeviceName());
 }
 
-TEST_F(PseudoTerminalTest, WhatIsNoLinkIsNeverReplaced) {
+TEST_F(PseudoTerminalTest, AnythingButALinkIsNeverReplaced) {
   test::WriteTextFile(link, "precious");
   {
     PseudoTerminal terminal(link);
@@ -212,7 +212,7 @@ TEST_F(PseudoTerminalTest, ALinkThatCannotBeMadeIsAFileFault) {
   EXPECT_FALSE(terminal.IsOpen());
 }
 
-TEST_F(PseudoTerminalTest, ALinkThatSomebodyElseMadeInItsPlaceIsLeftAlone) {
+TEST_F(PseudoTerminalTest, ALinkThatAnotherProgramMadeInItsPlaceIsLeftAlone) {
   PseudoTerminal terminal(link);
   terminal.Open();
   fs::remove(link);
@@ -242,7 +242,7 @@ fs::path LockFileOf(const PseudoTerminal& terminal) {
   return "/var/lock/LCK..pts_" + fs::path(terminal.DeviceName()).filename().string();
 }
 
-TEST_F(PseudoTerminalTest, ALockFileGoesWithTheProgramThatLeftIt) {
+TEST_F(PseudoTerminalTest, ALockFileIsRemovedAfterTheProgramThatLeftIt) {
   PseudoTerminal terminal;
   terminal.Open();
   const fs::path lockFile = LockFileOf(terminal);
@@ -273,7 +273,7 @@ TEST_F(PseudoTerminalTest, ATerminalWhoseLockFileCannotBeRemovedIsNotUsed) {
   const fs::path lockFile = LockFileOf(terminal);
   terminal.Close();
   std::error_code error;
-  // A folder that is not empty stays, whoever the user is.
+  // Nobody can remove a folder that is not empty as if it were a file.
   if (!fs::create_directories(lockFile / "inner", error)) {
     GTEST_SKIP() << "needs to write to /var/lock";
   }

@@ -39,7 +39,7 @@ void ExpectAntenna(const sync::RfpsEntry& entry, const Antenna& antenna) {
   EXPECT_EQ(entry.ToFpn, antenna.fpn);
 }
 
-/// The mean that the readings come to, a half going to the even integer; false when none is valid.
+/// Computes the mean of the readings, with halves rounded to even; false if none is valid.
 bool MeanOf(const std::vector<Reading>& readings, int& mean) {
   int sum = 0;
   int count = 0;
@@ -58,7 +58,7 @@ bool MeanOf(const std::vector<Reading>& readings, int& mean) {
   return true;
 }
 
-/// That the report is read as what was observed: the synchronised antenna first, then each
+/// Expects the report to be read as what was observed: the synchronised antenna first, then each
 /// neighbour that has a valid reading, in order.
 void ExpectReadAs(const std::string& text, const Observation& observation) {
   const sync::RfpsReport report = sync::ReadRfpsReport(text);
@@ -79,7 +79,7 @@ void ExpectReadAs(const std::string& text, const Observation& observation) {
   EXPECT_EQ(static_cast<std::size_t>(report.count), entry);
 }
 
-TEST(RfpsReportTextTest, LooksLikeThis) {
+TEST(RfpsReportTextTest, IsWrittenInThisForm) {
   const Observation observation{{1, 3, 90, 0},
                                 {{{2, 3, 90, 0}, {Measured(-12), Measured(-10)}},
                                  {{4, 3, 90, 0}, {kUnknown}},
@@ -100,7 +100,7 @@ TEST(RfpsReportTextTest, LooksLikeThis) {
   ExpectReadAs(expected, observation);
 }
 
-TEST(RfpsReportTextTest, NineNeighboursWithThreeReadingsFindRoom) {
+TEST(RfpsReportTextTest, NineNeighboursWithThreeReadingsFit) {
   Observation observation;
   observation.synchronised = {200, 3, 90, 0};
   for (int rpn = 0; rpn < 9; ++rpn) {
@@ -123,14 +123,14 @@ TEST(RfpsReportTextTest, ATenthNeighbourAndAFourthReadingAreLeftOut) {
   EXPECT_EQ(text.find("50\r"), std::string::npos);
 }
 
-TEST(RfpsReportTextTest, AntennaAloneIsAReportToo) {
+TEST(RfpsReportTextTest, AnAntennaAloneIsAlsoAReport) {
   const Observation observation{{3, 1, 2, 0}, {}};
   const std::string text = RfpsReportText(observation);
   ExpectTwentyNineLines(text);
   ExpectReadAs(text, observation);
 }
 
-TEST(RfpsReportTextTest, PhasesAreShownAsFarAsThreeCharactersGo) {
+TEST(RfpsReportTextTest, PhasesAreLimitedToThreeCharacters) {
   const Observation observation{{3, 1, 2, 0},
                                 {{{1, 0, 0, 0}, {Measured(-99)}},
                                  {{2, 0, 0, 0}, {Measured(-100)}},

@@ -9,7 +9,7 @@
 namespace kelvara::sim {
 namespace {
 
-/// The text of the fault that a site's text ends in; empty when it is read well.
+/// The text of the fault in a site's text; empty if there is none.
 std::string FaultText(const std::string& text) {
   try {
     ParseSite(text, "hall.txt");
@@ -28,18 +28,18 @@ std::string ManyAntennas(int count) {
   return text;
 }
 
-TEST(SiteFileTest, ReadsOneAntennaALine) {
+TEST(SiteFileTest, ReadsOneAntennaPerLine) {
   EXPECT_EQ(ParseSite("7 3 90 120\n255 15 255 2750\n0 0 0 0\n", "hall.txt"),
             (Site{{7, 3, 90, 120}, {255, 15, 255, 2750}, {0, 0, 0, 0}}));
 }
 
-TEST(SiteFileTest, PassesOverCommentsEmptyLinesTabsAndCarriageReturns) {
+TEST(SiteFileTest, SkipsCommentsEmptyLinesTabsAndCarriageReturns) {
   EXPECT_EQ(
       ParseSite("# hall\r\n\r\n \t\r\n  7\t3  90 120   # stage left\r\n8 3 90 5#x", "hall.txt"),
       (Site{{7, 3, 90, 120}, {8, 3, 90, 5}}));
 }
 
-TEST(SiteFileTest, NamesFileLineAndWhatIsWrong) {
+TEST(SiteFileTest, NamesTheFileTheLineAndWhatIsWrong) {
   EXPECT_EQ(FaultText("1 2 3 4\n\n1 2 3\n"),
             "\"hall.txt\", line 3: four values are due (RPN, FPS, FPN and cable length), "
             "there are 3");
@@ -61,7 +61,7 @@ TEST(SiteFileTest, NamesFileLineAndWhatIsWrong) {
 
 TEST(SiteFileTest, AnRpnGivenTwiceIsRefused) {
   EXPECT_EQ(FaultText("7 3 90 1\n8 3 90 1\n7 4 91 2\n"),
-            "\"hall.txt\", line 3: RPN 7 stands in line 1 already");
+            "\"hall.txt\", line 3: RPN 7 is already in line 1");
 }
 
 TEST(SiteFileTest, TakesFiftyOneAntennasAndNoMore) {
@@ -74,7 +74,7 @@ TEST(SiteFileTest, AFileWithoutAntennasIsRefused) {
   EXPECT_EQ(FaultText("# nobody home\n"), "\"hall.txt\": there is no antenna in it");
 }
 
-TEST(SiteFileTest, WhatIsNoTextIsShownHarmlessly) {
+TEST(SiteFileTest, BytesThatAreNotTextAreShownSafely) {
   EXPECT_EQ(FaultText("\x1b[31m\"\xff 2 3 4"),
             "\"hall.txt\", line 1: RPN \"?[31m??\" is not a whole number");
   EXPECT_EQ(FaultText(std::string(300, 'x') + " 2 3 4"),
@@ -101,7 +101,7 @@ TEST(SiteFileTest, TheExampleSitesHaveAsManyAntennasAsTheirNamesSay) {
   EXPECT_EQ(test::ExampleSite("site-51.txt").size(), 51U);
 }
 
-TEST(SiteFileTest, TheSiteThatNeedsNoFileIsTheExampleOfTwelve) {
+TEST(SiteFileTest, TheDemoSiteIsTheExampleOfTwelve) {
   EXPECT_EQ(test::ExampleSite("site-12.txt"), DemoSite());
 }
 

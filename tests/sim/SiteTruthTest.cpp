@@ -27,18 +27,18 @@ bool IsMatrixFull(const sync::SyncModel& model, std::size_t antennas) {
   return true;
 }
 
-/// Walks until every antenna was heard from every other, and returns after how many reports.
-int FillMatrix(const Site& site, std::uint64_t seed, test::SyncRig& room) {
-  constexpr int kPatience = 5000;
-  constexpr int kReportsPerLook = 20;
+/// Walks until every antenna has been heard from every other, and returns the number of reports.
+int FillMatrix(const Site& site, std::uint64_t seed, test::SyncRig& rig) {
+  constexpr int kMaxReports = 5000;
+  constexpr int kReportsPerCheck = 20;
   SiteWalk walk(site, seed);
   int reports = 0;
   do {
-    for (int report = 0; report < kReportsPerLook; ++report) {
-      room.Process(RfpsReportText(walk.Next()));
+    for (int report = 0; report < kReportsPerCheck; ++report) {
+      rig.Process(RfpsReportText(walk.Next()));
     }
-    reports += kReportsPerLook;
-  } while (reports < kPatience && !IsMatrixFull(room.model, site.size()));
+    reports += kReportsPerCheck;
+  } while (reports < kMaxReports && !IsMatrixFull(rig.model, site.size()));
   return reports;
 }
 
@@ -62,40 +62,40 @@ void ExpectTrueLengths(const Site& site, const sync::SyncModel& model) {
 
 class SiteTruthTest : public ::testing::TestWithParam<const char*> {};
 
-TEST_P(SiteTruthTest, LengthsRelativeToTheShortestCableComeOutWithinOneSyncUnit) {
+TEST_P(SiteTruthTest, LengthsRelativeToTheShortestCableAreWithinOneSyncUnit) {
   const Site site = test::ExampleSite(GetParam());
   for (std::uint64_t seed = 1; seed <= 10; ++seed) {
-    test::SyncRig room;
-    const int reports = FillMatrix(site, seed, room);
-    ASSERT_TRUE(IsMatrixFull(room.model, site.size())) << "seed " << seed;
-    EXPECT_EQ(room.model.ReportCount(), reports);
-    EXPECT_EQ(room.beeper.count, 0);
-    ExpectTrueLengths(site, room.model);
+    test::SyncRig rig;
+    const int reports = FillMatrix(site, seed, rig);
+    ASSERT_TRUE(IsMatrixFull(rig.model, site.size())) << "seed " << seed;
+    EXPECT_EQ(rig.model.ReportCount(), reports);
+    EXPECT_EQ(rig.beeper.count, 0);
+    ExpectTrueLengths(site, rig.model);
   }
 }
 
 TEST_P(SiteTruthTest, LengthsStayTrueOverManyReports) {
   const Site site = test::ExampleSite(GetParam());
-  test::SyncRig room;
+  test::SyncRig rig;
   SiteWalk walk(site, 4);
   for (int report = 0; report < 3000; ++report) {
-    room.Process(RfpsReportText(walk.Next()));
+    rig.Process(RfpsReportText(walk.Next()));
   }
-  ASSERT_TRUE(IsMatrixFull(room.model, site.size()));
-  EXPECT_EQ(room.beeper.count, 0);
-  ExpectTrueLengths(site, room.model);
+  ASSERT_TRUE(IsMatrixFull(rig.model, site.size()));
+  EXPECT_EQ(rig.beeper.count, 0);
+  ExpectTrueLengths(site, rig.model);
 }
 
 INSTANTIATE_TEST_SUITE_P(Examples, SiteTruthTest,
                          ::testing::Values("site-4.txt", "site-12.txt", "site-51.txt"));
 
-TEST(SiteTruthOfExtremesTest, TheLongestCableOfAllIsMeasuredToo) {
+TEST(SiteTruthOfExtremesTest, TheLongestCableIsMeasuredToo) {
   const Site site{{1, 0, 0, 0}, {2, 0, 0, kMaxCableMetres}, {3, 0, 0, 1000}};
   for (std::uint64_t seed = 1; seed <= 50; ++seed) {
-    test::SyncRig room;
-    FillMatrix(site, seed, room);
-    ASSERT_TRUE(IsMatrixFull(room.model, site.size()));
-    ExpectTrueLengths(site, room.model);
+    test::SyncRig rig;
+    FillMatrix(site, seed, rig);
+    ASSERT_TRUE(IsMatrixFull(rig.model, site.size()));
+    ExpectTrueLengths(site, rig.model);
   }
 }
 

@@ -16,7 +16,7 @@ namespace {
 
 constexpr const char* kSiteFiles[] = {"site-4.txt", "site-12.txt", "site-51.txt"};
 
-TEST(SiteWalkTest, TheSameSeedWalksTheSameWay) {
+TEST(SiteWalkTest, TheSameSeedGivesTheSameWalk) {
   SiteWalk one(DemoSite(), 7);
   SiteWalk two(DemoSite(), 7);
   SiteWalk other(DemoSite(), 8);
@@ -54,7 +54,7 @@ TEST(SiteWalkTest, StaysAFewReportsAtEachAntennaAndVisitsAllBeforeTheNextRound) 
   for (int round = 0; round < 20; ++round) {
     std::map<int, int> reportsOfRpn;
     int here = walk.Next().synchronised.rpn;
-    // The walk moves on without saying so: a round's reports are counted antenna by antenna.
+    // The walk does not say when it moves on, so a round's reports are counted antenna by antenna.
     for (std::size_t visited = 1; visited <= site.size(); ++visited) {
       EXPECT_EQ(reportsOfRpn.count(here), 0U);
       reportsOfRpn[here] = 1;
@@ -82,8 +82,8 @@ TEST(SiteWalkTest, HearsEveryAntennaFromEveryOther) {
       SiteWalk walk(site, seed);
       std::set<std::pair<int, int>> pairs;
       const std::size_t all = site.size() * (site.size() - 1);
-      // Six others at least are heard in a report, two reports at least made at an antenna, four at
-      // most, and none is heard a second time before all have been heard once.
+      // A report hears at least six others, an antenna has two to four reports, and no other is
+      // heard a second time before all have been heard once.
       const std::size_t reportsEach = (site.size() - 1 + 5) / 6;
       const std::size_t rounds = (reportsEach + 1) / 2;
       const std::size_t enough = rounds * 4 * site.size();
@@ -131,7 +131,7 @@ TEST(SiteWalkTest, SomeReadingsAreUnknownOrBlankAndMostAreMeasured) {
             4 * (counts[Reading::Kind::Unknown] + counts[Reading::Kind::Blank]));
 }
 
-TEST(SiteWalkTest, OneAntennaAloneHearsNobody) {
+TEST(SiteWalkTest, ASingleAntennaHearsNoOther) {
   SiteWalk walk({{9, 1, 2, 3}}, 1);
   for (int report = 0; report < 10; ++report) {
     const Observation observation = walk.Next();

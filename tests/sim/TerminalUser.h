@@ -12,7 +12,7 @@
 
 namespace kelvara::test {
 
-/// A program that has a terminal device open, without setting anything on it.
+/// A program that has a terminal device open and changes none of its settings.
 class TerminalUser {
  public:
   explicit TerminalUser(const std::string& name)
@@ -33,7 +33,7 @@ class TerminalUser {
     return write(descriptor_, text.data(), text.size()) == static_cast<ssize_t>(text.size());
   }
 
-  /// What has arrived by now.
+  /// What has arrived so far.
   std::string Take() const {
     std::array<char, 65536> piece{};
     const ssize_t got = read(descriptor_, piece.data(), piece.size());
@@ -50,13 +50,13 @@ class TerminalUser {
   int descriptor_;
 };
 
-/// Waits for input at a descriptor, up to a second unless told otherwise.
-inline bool WaitForInput(int descriptor, int patienceMs = 1000) {
+/// Waits for input at a descriptor, by default for up to a second.
+inline bool WaitForInput(int descriptor, int timeoutMs = 1000) {
   pollfd wait{descriptor, POLLIN, 0};
-  return poll(&wait, 1, patienceMs) == 1 && (wait.revents & POLLIN) != 0;
+  return poll(&wait, 1, timeoutMs) == 1 && (wait.revents & POLLIN) != 0;
 }
 
-/// A folder of its own for a test, removed at the end.
+/// A temporary folder for a test, removed at the end.
 class TestFolder {
  public:
   TestFolder() {

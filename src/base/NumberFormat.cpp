@@ -21,7 +21,7 @@ struct Decimal {
   std::string digits;
   int point = 0;
 
-  /// Keeps the first `count` digits, rounding half away from zero; trailing zeros go.
+  /// Rounds half away from zero to the first `count` digits and drops trailing zeros.
   void RoundToDigits(int count);
   void DropTrailingZeros() { digits.erase(digits.find_last_not_of('0') + 1); }
   bool IsZero() const { return digits.empty(); }
@@ -39,7 +39,7 @@ void Decimal::RoundToDigits(int count) {
   const bool up = digits[kept] >= '5';
   digits.resize(kept);
   if (up) {
-    // A carry runs through the nines, and out of the front of them.
+    // Trailing nines carry; if all digits are nines, the number gains a digit.
     digits.erase(digits.find_last_not_of('9') + 1);
     if (digits.empty()) {
       digits.assign(1, '1');
@@ -51,7 +51,7 @@ void Decimal::RoundToDigits(int count) {
   DropTrailingZeros();
 }
 
-/// The shortest digits that give the double back, rounded to 15 of them.
+/// The shortest digits that read back as the same double, rounded to 15.
 Decimal ToDecimal(double value) {
   if (!std::isfinite(value)) {
     throw Fault(FaultKind::Overflow, "Overflow");
@@ -77,7 +77,7 @@ Decimal ToDecimal(double value) {
   return decimal;
 }
 
-/// The digits in front of the full stop and those behind it, the former at least "0".
+/// The digits before and after the decimal point; at least "0" before it.
 std::pair<std::string, std::string> Split(const Decimal& decimal) {
   if (decimal.IsZero()) {
     return {"0", ""};

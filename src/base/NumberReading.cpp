@@ -12,26 +12,26 @@
 namespace kelvara::base {
 namespace {
 
-/// Every whole number of so many digits is a double.
+/// A double holds every whole number of up to this many digits exactly.
 constexpr std::size_t kExactDigits = 15;
 
-constexpr std::int64_t kEndlessExponent = std::int64_t{1} << 60U;
+constexpr std::int64_t kLargestExponent = std::int64_t{1} << 60U;
 
 bool IsDigit(char character) { return character >= '0' && character <= '9'; }
 
 bool IsSign(char character) { return character == '+' || character == '-'; }
 
-/// The length of the unsigned decimal number at the start of the text, without an exponent; 0 when
-/// there is no digit.
+/// The length of the unsigned decimal number at the start of the text, without an exponent; 0 if it
+/// has no digits.
 std::size_t DecimalLength(std::string_view text) {
   std::size_t length = 0;
   bool hasDigit = false;
-  bool hasFullStop = false;
+  bool hasPoint = false;
   while (length < text.size()) {
     if (IsDigit(text[length])) {
       hasDigit = true;
-    } else if (text[length] == '.' && !hasFullStop) {
-      hasFullStop = true;
+    } else if (text[length] == '.' && !hasPoint) {
+      hasPoint = true;
     } else {
       break;
     }
@@ -40,7 +40,8 @@ std::size_t DecimalLength(std::string_view text) {
   return hasDigit ? length : 0;
 }
 
-/// The length of the exponent ("e", optional sign, digits) at the start of the text, 0 for none.
+/// The length of the exponent ("e", optional sign, digits) at the start of the text; 0 if there is
+/// none.
 std::size_t ExponentLength(std::string_view text) {
   if (text.empty() || (text[0] != 'e' && text[0] != 'E')) {
     return 0;
@@ -53,8 +54,8 @@ std::size_t ExponentLength(std::string_view text) {
   return length > firstDigit ? length : 0;
 }
 
-/// Whether a number that no double holds is too small rather than too large. from_chars says only
-/// that it is out of range, so the place of the first digit other than 0 has to tell.
+/// Whether a number outside the range of a double is too small rather than too large. from_chars
+/// only reports that it is out of range, so the position of the first nonzero digit decides.
 bool IsTooSmall(std::string_view number) {
   const std::size_t exponentMark = number.find_first_of("eE");
   const std::string_view decimal = number.substr(0, exponentMark);
@@ -62,7 +63,7 @@ bool IsTooSmall(std::string_view number) {
   if (firstDigit == std::string_view::npos) {
     return true;
   }
-  const std::size_t fullStop = std::min(decimal.find('.'), decimal.size());
+  const std::size_t point = std::min(decimal.find('.'), decimal.size());
   std::int64_t exponent = 0;
   if (exponentMark != std::string_view::npos) {
     std::string_view text = number.substr(exponentMark + 1);
@@ -73,14 +74,14 @@ bool IsTooSmall(std::string_view number) {
     if (std::from_chars(text.data(), text.data() + text.size(), exponent).ec != std::errc()) {
       return negative;
     }
-    // No text is so long that its digits would make up for more than this.
-    exponent = std::min(exponent, kEndlessExponent);
+    // No text is long enough for its digits to outweigh a larger exponent.
+    exponent = std::min(exponent, kLargestExponent);
     exponent = negative ? -exponent : exponent;
   }
-  return static_cast<std::int64_t>(fullStop) - static_cast<std::int64_t>(firstDigit) + exponent < 0;
+  return static_cast<std::int64_t>(point) - static_cast<std::int64_t>(firstDigit) + exponent < 0;
 }
 
-/// The value of a number whose form has been checked, with its sign in front.
+/// The value of an optionally signed number whose form has already been checked.
 double ValueOf(std::string_view number) {
   const bool negative = number[0] == '-';
   if (IsSign(number[0])) {

@@ -10,9 +10,9 @@ namespace {
 
 template <typename Integer>
 Integer RoundTo(double value) {
-  // In the rounding mode that every program starts with, a half goes to the even neighbour.
+  // In the default rounding mode, a half rounds to the even neighbour.
   const double rounded = std::nearbyint(value);
-  // Written so that "not a number" fails it too.
+  // Written so that NaN fails the check too.
   if (!(rounded >= std::numeric_limits<Integer>::min() &&
         rounded <= std::numeric_limits<Integer>::max())) {
     throw Fault(FaultKind::Overflow, "Overflow");

@@ -4,8 +4,8 @@
 
 namespace kelvara::base {
 
-/// The nearest 16-bit signed integer, a half going to the even neighbour (2.5 gives 2, 3.5 gives
-/// 4). A result outside the range, or no number at all, is an overflow fault.
+/// Rounds to the nearest 16-bit signed integer, and a half to the even neighbour (2.5 gives 2, 3.5
+/// gives 4). NaN or a result outside the range is an overflow fault.
 std::int16_t Round16(double value);
 
 /// The same for a 32-bit signed integer.

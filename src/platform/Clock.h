@@ -6,19 +6,19 @@
 
 namespace kelvara::platform {
 
-/// The machine's clock, so that tests can move time by hand.
+/// The machine's clock. It is abstract so that tests can set the time.
 class Clock {
  public:
   virtual ~Clock() = default;
 
-  /// The time that spans are measured with. It never runs backwards: a clock set during a session
-  /// must not fake a lost link.
+  /// The time for measuring intervals. It never runs backwards: setting the machine's clock during
+  /// a session must not look like a lost link.
   virtual DateTime Now() const = 0;
 
-  /// The local wall time, as the user is to read it.
+  /// The local wall time, for display to the user.
   virtual DateTime WallTime() const = 0;
 
-  /// Milliseconds since some fixed moment, never running backwards.
+  /// Milliseconds since an arbitrary fixed moment. It never runs backwards.
   virtual std::int64_t TickCount() const = 0;
 };
 

@@ -6,7 +6,7 @@
 
 namespace kelvara::platform {
 
-/// The system's forms of a date, in its 8-bit character set.
+/// Formats dates as the system does, in its 8-bit character set.
 class DateFormat {
  public:
   virtual ~DateFormat() = default;
@@ -14,7 +14,7 @@ class DateFormat {
   /// The short date.
   virtual std::string ShortDate(DateTime wallTime) const = 0;
 
-  /// The general form: short date, a blank, the time with seconds and without a time zone.
+  /// The general form: the short date, a blank, and the time with seconds but without a time zone.
   virtual std::string General(DateTime wallTime) const = 0;
 };
 

@@ -7,7 +7,7 @@ using DateTime = double;
 
 inline constexpr double kSecondsPerDay = 86400.0;
 
-/// A span of seconds in days.
+/// Converts seconds to days.
 constexpr DateTime Span(double seconds) { return seconds / kSecondsPerDay; }
 
 }  // namespace kelvara::platform

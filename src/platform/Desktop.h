@@ -9,12 +9,12 @@
 
 namespace kelvara::platform {
 
-/// What the dialogs and commands of a program with windows ask of its machine.
+/// The services that the dialogs and commands of the program with windows need from the machine.
 struct Desktop : Machine {
   FileChooser& fileChooser;
   DocumentOpener& documentOpener;
   SettingsStore& settings;
-  /// The folder of the program, without a separator at its end.
+  /// The program's folder, without a trailing separator.
   std::string programFolder;
 };
 

@@ -10,7 +10,7 @@ namespace kelvara::platform {
 /// path without a separator is a subscript fault.
 std::string DirectoryOf(std::string_view path);
 
-/// The same, and empty for a path without a separator.
+/// The same, but empty for a path without a separator.
 std::string DirectoryOfOrEmpty(std::string_view path);
 
 }  // namespace kelvara::platform

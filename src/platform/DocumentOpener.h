@@ -4,15 +4,15 @@
 
 namespace kelvara::platform {
 
-/// The desktop's "Open" verb: a document or web address is handed to the program that goes with it.
+/// The desktop's "Open" action: hands a document or web address to the program registered for it.
 class DocumentOpener {
  public:
   virtual ~DocumentOpener() = default;
 
-  /// Opens a document by its path; false when the desktop could not.
+  /// Opens a document by its path. Returns false if the desktop cannot.
   virtual bool OpenDocument(const std::string& path) = 0;
 
-  /// Opens a web address; false when the desktop could not.
+  /// Opens a web address. Returns false if the desktop cannot.
   virtual bool OpenAddress(const std::string& address) = 0;
 };
 

@@ -7,8 +7,8 @@
 
 namespace kelvara::platform {
 
-/// Does what an event asks for. Nothing that goes wrong passes the event handler: where its feature
-/// says nothing else, the machine beeps once and the work stops where it is.
+/// Runs the work of an event handler. No exception passes: if the work throws, it ends there and
+/// the machine beeps once.
 template <typename Work>
 void HandleEvent(platform::Beeper& beeper, Work&& work) {
   try {

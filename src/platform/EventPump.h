@@ -2,16 +2,16 @@
 
 namespace kelvara::platform {
 
-/// Lets other pending events run in the middle of a long loop.
+/// Lets pending events run during a long loop.
 class EventPump {
  public:
   virtual ~EventPump() = default;
 
-  /// Serves the pending events. False when the program is ending: the caller then leaves its loop
-  /// at once and touches nothing more.
+  /// Processes the pending events. Returns false when the program is ending; the caller must then
+  /// leave its loop at once and touch nothing more.
   virtual bool ProcessEvents() = 0;
 
-  /// From now on the program is ending.
+  /// Marks the program as ending.
   virtual void End() = 0;
 };
 

@@ -6,7 +6,7 @@
 namespace kelvara::platform {
 
 enum class FileChooserKind {
-  Open,           ///< A name to open; one that does not exist yet may be typed.
+  Open,           ///< A name to open, which need not exist yet.
   Save,           ///< A name to save to, in a folder that must exist; no overwrite question.
   SaveConfirmed,  ///< A name to save to; asks before an existing file is chosen.
 };
@@ -15,8 +15,8 @@ enum class FileChooserKind {
 struct FileChooserRequest {
   FileChooserKind kind;
   std::string title;
-  std::string filter;         ///< Pairs of description and pattern, each ended by "|".
-  std::string initialFolder;  ///< Empty for the desktop's own choice.
+  std::string filter;         ///< Pairs of description and pattern, each followed by "|".
+  std::string initialFolder;  ///< Empty to let the desktop choose.
   std::string initialName;
 };
 
@@ -25,7 +25,7 @@ class FileChooser {
  public:
   virtual ~FileChooser() = default;
 
-  /// Shows the chooser and returns the full path chosen; nothing when the user cancels.
+  /// Shows the chooser and returns the full path chosen, or nothing if the user cancels.
   virtual std::optional<std::string> Choose(const FileChooserRequest& request) = 0;
 };
 

@@ -6,8 +6,8 @@
 
 namespace kelvara::platform {
 
-/// Whether the file can be opened for reading; it is closed again at once. One that is there but
-/// cannot be read counts as missing, and an empty path names none.
+/// Whether the file can be opened for reading. A file that exists but cannot be read counts as
+/// missing, as does an empty path.
 bool FileExists(FileSystem& fileSystem, const std::string& path);
 
 }  // namespace kelvara::platform

@@ -13,8 +13,8 @@ class OutputFile {
  public:
   virtual ~OutputFile() = default;
 
-  /// Writes the bytes as they are. When it returns, they have reached the operating system; a write
-  /// that fails is a file fault.
+  /// Writes the bytes unchanged. On return they have reached the operating system. A failed write
+  /// is a file fault.
   virtual void Write(std::string_view bytes) = 0;
 };
 
@@ -23,24 +23,24 @@ class InputFile {
  public:
   virtual ~InputFile() = default;
 
-  /// Reads up to `buffer.size()` bytes and returns how many came; 0 is the end of the file. A read
-  /// that fails is a file fault.
+  /// Reads up to `buffer.size()` bytes and returns the number read; 0 means the end of the file. A
+  /// failed read is a file fault.
   virtual std::size_t Read(std::span<char> buffer) = 0;
 
-  /// The size in bytes, or 0 where it is not known (a pipe).
+  /// The size in bytes, or 0 if it is unknown (as for a pipe).
   virtual std::size_t Size() const = 0;
 };
 
-/// The machine's files. Paths are taken as the system writes them, with a backslash or the
-/// machine's own separator; a fault's text names the path.
+/// The machine's files. A path may use backslashes or the machine's own separator. A file that
+/// cannot be opened is a file fault whose text names the path.
 class FileSystem {
  public:
   virtual ~FileSystem() = default;
 
-  /// Opens a file for output: created, or emptied if it exists.
+  /// Opens a file for output. It is created, or emptied if it exists.
   virtual std::unique_ptr<OutputFile> OpenForOutput(const std::string& path) = 0;
 
-  /// Opens a file for appending: created, or kept with new text going at its end.
+  /// Opens a file for appending. It is created, or kept if it exists; new text goes to its end.
   virtual std::unique_ptr<OutputFile> OpenForAppend(const std::string& path) = 0;
 
   /// Opens an existing file for reading.

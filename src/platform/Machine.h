@@ -9,7 +9,8 @@
 
 namespace kelvara::platform {
 
-/// What the engine asks of any machine. Those who are given one keep a reference to it.
+/// The services that the engine needs from any machine. Classes that are given one keep a reference
+/// to it.
 struct Machine {
   const Clock& clock;
   const DateFormat& dateFormat;

@@ -7,7 +7,7 @@
 
 namespace kelvara::platform {
 
-/// Settings that last as long as the object.
+/// Settings kept in memory for the lifetime of the object.
 class MemorySettingsStore : public SettingsStore {
  public:
   std::string Read(std::string_view key, std::string_view defaultText) const override {

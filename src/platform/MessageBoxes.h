@@ -8,12 +8,12 @@ enum class MessageIcon { Critical, Exclamation, Question };
 enum class MessageButtons { Ok, OkCancel, YesNo };
 enum class MessageAnswer { Ok, Cancel, Yes, No };
 
-/// Message boxes: shown, answered, gone. Other events run while one is open.
+/// Modal message boxes. Other events run while a box is open.
 class MessageBoxes {
  public:
   virtual ~MessageBoxes() = default;
 
-  /// Shows one box and returns the button that closed it. The text is plain, with CR LF between its
+  /// Shows one box and returns the button that closed it. The text is plain; CR LF separates its
   /// lines.
   virtual MessageAnswer Show(std::string_view text, std::string_view title, MessageIcon icon,
                              MessageButtons buttons) = 0;

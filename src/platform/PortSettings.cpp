@@ -8,23 +8,23 @@
 namespace kelvara::platform {
 namespace {
 
-/// The only form of the line that is ever asked for: no parity, 8 data bits, 1 stop bit.
-constexpr std::string_view kForm = ",n,8,1";
+/// The only line format in use: no parity, 8 data bits, 1 stop bit.
+constexpr std::string_view kLineFormat = ",n,8,1";
 
 }  // namespace
 
 std::string PortSettings(std::int32_t rate) {
   std::string settings = std::to_string(rate);
-  settings += kForm;
+  settings += kLineFormat;
   return settings;
 }
 
 std::int32_t ReadRate(std::string_view settings) {
   std::int32_t rate = 0;
-  if (settings.ends_with(kForm)) {
-    const char* const formStart = settings.data() + settings.size() - kForm.size();
-    const auto [end, error] = std::from_chars(settings.data(), formStart, rate);
-    if (error != std::errc() || end != formStart) {
+  if (settings.ends_with(kLineFormat)) {
+    const char* const formatStart = settings.data() + settings.size() - kLineFormat.size();
+    const auto [end, error] = std::from_chars(settings.data(), formatStart, rate);
+    if (error != std::errc() || end != formatStart) {
       rate = 0;
     }
   }

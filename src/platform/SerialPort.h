@@ -8,31 +8,31 @@
 
 namespace kelvara::platform {
 
-/// The ports that the user can choose from are COM1 to this one.
+/// The highest port that the user can choose; the lowest is COM1.
 inline constexpr std::int16_t kLastComPort = 12;
 
-/// The serial port object `MSComm1`. It is opened exclusively, without flow control, and the
-/// control lines are left as opening sets them.
+/// The serial port object `MSComm1`. It is opened exclusively and without flow control; the control
+/// lines stay as opening sets them.
 class SerialPort {
  public:
   virtual ~SerialPort() = default;
 
-  /// The port number, 1 to 12, that the next opening uses.
+  /// The port number, 1 to 12, for the next opening.
   virtual void SetPortNumber(std::int16_t portNumber) = 0;
   virtual std::int16_t PortNumber() const = 0;
 
-  /// The settings text, "19200,n,8,1". It may be set while the port is open; a text that the port
-  /// cannot take is a port fault.
+  /// The settings text, such as "19200,n,8,1". It may be set while the port is open. A text that
+  /// the port cannot accept is a port fault.
   virtual void SetSettings(std::string_view settings) = 0;
   virtual std::string Settings() const = 0;
 
-  /// Opens or closes. An opening that fails is a port fault whose text may be shown to the user.
-  /// The port stays open, for the program, while its device is gone.
+  /// Opens or closes the port. A failed opening is a port fault whose text may be shown to the
+  /// user. A port whose device vanishes still counts as open.
   virtual void SetOpen(bool open) = 0;
   virtual bool IsOpen() const = 0;
 
-  /// Holds the transmit line in the break state, or releases it. Devices that cannot are not
-  /// reported; the flag is the program's own.
+  /// Holds the transmit line in the break state, or releases it. A device that does not support
+  /// this is not reported; `IsBreak` returns the flag either way.
   virtual void SetBreak(bool asserted) = 0;
   virtual bool IsBreak() const = 0;
 
@@ -42,19 +42,19 @@ class SerialPort {
   /// Discards all waiting input.
   virtual void DiscardInput() = 0;
 
-  /// Takes the waiting characters, each a byte, up to the number given.
+  /// Removes and returns up to `most` waiting characters, one byte each.
   virtual std::string Input(std::size_t most) = 0;
 
   /// Queues text for transmission and never waits.
   virtual void Output(std::string_view text) = 0;
 
-  /// Drops queued text that the line has not taken.
+  /// Discards queued text that has not been sent yet.
   virtual void DiscardOutput() = 0;
 
-  /// Tries, without a word, to bring back a device that vanished while the port was open.
+  /// Tries to reopen a device that vanished while the port was open. A failure is not reported.
   virtual void RestoreDevice() = 0;
 
-  /// What to call, on the user-interface thread, when received characters are waiting.
+  /// Sets what to call, on the user-interface thread, when received characters are waiting.
   virtual void SetReceiveNotification(std::function<void()> notification) = 0;
 };
 

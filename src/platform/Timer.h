@@ -9,12 +9,12 @@ class Timer {
  public:
   virtual ~Timer() = default;
 
-  /// Switches it on; one that is on is not restarted.
+  /// Switches the timer on. A timer that is already on is not restarted.
   virtual void SwitchOn() = 0;
   virtual void SwitchOff() = 0;
   virtual bool IsOn() const = 0;
 
-  /// What to call at each tick.
+  /// Sets what to call at each tick.
   virtual void SetTick(std::function<void()> tick) = 0;
 };
 

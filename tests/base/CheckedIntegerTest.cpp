@@ -15,7 +15,7 @@ using test::FaultOf;
 constexpr std::int32_t kLowest32 = std::numeric_limits<std::int32_t>::min();
 constexpr std::int32_t kHighest32 = std::numeric_limits<std::int32_t>::max();
 
-TEST(CheckedInteger, SixteenBitsReachFromMinus32768To32767) {
+TEST(CheckedInteger, SixteenBitsRangeFromMinus32768To32767) {
   EXPECT_EQ(ToInt16(-32768), -32768);
   EXPECT_EQ(ToInt16(32767), 32767);
   EXPECT_EQ(FaultOf([] { return ToInt16(-32769); }), FaultKind::Overflow);
@@ -23,14 +23,14 @@ TEST(CheckedInteger, SixteenBitsReachFromMinus32768To32767) {
   EXPECT_EQ(FaultOf([] { return ToInt16(65536); }), FaultKind::Overflow);
 }
 
-TEST(CheckedInteger, ThirtyTwoBitsKeepTheirBounds) {
+TEST(CheckedInteger, ThirtyTwoBitsOverflowOutsideTheirRange) {
   EXPECT_EQ(ToInt32(kLowest32), kLowest32);
   EXPECT_EQ(ToInt32(kHighest32), kHighest32);
   EXPECT_EQ(FaultOf([] { return ToInt32(std::int64_t{kLowest32} - 1); }), FaultKind::Overflow);
   EXPECT_EQ(FaultOf([] { return ToInt32(std::int64_t{kHighest32} + 1); }), FaultKind::Overflow);
 }
 
-TEST(CheckedInteger, SixteenBitArithmeticFaultsWhereItLeavesSixteenBits) {
+TEST(CheckedInteger, SixteenBitArithmeticFaultsIfTheResultDoesNotFit) {
   EXPECT_EQ(Add16(32000, 767), 32767);
   EXPECT_EQ(FaultOf([] { return Add16(32000, 768); }), FaultKind::Overflow);
   EXPECT_EQ(Subtract16(-32568, 200), -32768);
@@ -42,7 +42,7 @@ TEST(CheckedInteger, SixteenBitArithmeticFaultsWhereItLeavesSixteenBits) {
   EXPECT_EQ(FaultOf([] { return Multiply16(-32768, -32768); }), FaultKind::Overflow);
 }
 
-TEST(CheckedInteger, ThirtyTwoBitArithmeticFaultsWhereItLeavesThirtyTwoBits) {
+TEST(CheckedInteger, ThirtyTwoBitArithmeticFaultsIfTheResultDoesNotFit) {
   EXPECT_EQ(Add32(kHighest32 - 1, 1), kHighest32);
   EXPECT_EQ(FaultOf([] { return Add32(kHighest32, 1); }), FaultKind::Overflow);
   EXPECT_EQ(FaultOf([] { return Add32(kLowest32, -1); }), FaultKind::Overflow);

@@ -5,7 +5,7 @@
 namespace kelvara::base {
 namespace {
 
-TEST(Fault, SaysWhatWentWrongAndOfWhatKindItIs) {
+TEST(Fault, CarriesItsTextAndItsKind) {
   try {
     throw Fault(FaultKind::File, "cannot open a.csv");
   } catch (const std::exception& caught) {

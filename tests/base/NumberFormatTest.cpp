@@ -15,14 +15,14 @@ namespace {
 
 using test::FaultOf;
 
-TEST(GeneralFormat, IntegersPrintWithoutAFullStop) {
+TEST(GeneralFormat, IntegersHaveNoDecimalPoint) {
   EXPECT_EQ(FormatGeneral(0.0), "0");
   EXPECT_EQ(FormatGeneral(10.0), "10");
   EXPECT_EQ(FormatGeneral(-252.0), "-252");
   EXPECT_EQ(FormatGeneral(1000000.0), "1000000");
 }
 
-TEST(GeneralFormat, NoTrailingZerosAndAZeroInFrontOfTheFullStop) {
+TEST(GeneralFormat, HasNoTrailingZerosButAZeroBeforeTheDecimalPoint) {
   EXPECT_EQ(FormatGeneral(0.5), "0.5");
   EXPECT_EQ(FormatGeneral(-0.25), "-0.25");
   EXPECT_EQ(FormatGeneral(1.10), "1.1");
@@ -39,15 +39,15 @@ TEST(GeneralFormat, HasUpToFifteenSignificantDigits) {
   EXPECT_EQ(FormatGeneral(1234567890123456.0), "1234567890123460");
 }
 
-// The double lies a little below each of these texts, so digits taken from its exact value would
+// The double is slightly below each of these texts, so digits taken from its exact value would
 // round down.
-TEST(GeneralFormat, TheSixteenthOfTheShortestDigitsRoundsHalfAwayFromZero) {
+TEST(GeneralFormat, TheSixteenthDigitRoundsHalfAwayFromZero) {
   EXPECT_EQ(FormatGeneral(1.000000000000005), "1.00000000000001");
   EXPECT_EQ(FormatGeneral(-1.000000000000005), "-1.00000000000001");
   EXPECT_EQ(FormatGeneral(1.000000000000004), "1");
 }
 
-TEST(GeneralFormat, ACarryRunsThroughTheNines) {
+TEST(GeneralFormat, ACarryPropagatesThroughNines) {
   EXPECT_EQ(FormatGeneral(0.9999999999999999), "1");
   EXPECT_EQ(FormatGeneral(999999999999999.9), "1000000000000000");
   EXPECT_EQ(FormatGeneral(1.9999999999999998), "2");
@@ -65,9 +65,9 @@ TEST(GeneralFormat, NeverHasAnExponent) {
             "0." + std::string(323, '0') + "5");
 }
 
-TEST(GeneralFormat, NeverSaysMinusZero) { EXPECT_EQ(FormatGeneral(-0.0), "0"); }
+TEST(GeneralFormat, NeverShowsMinusZero) { EXPECT_EQ(FormatGeneral(-0.0), "0"); }
 
-TEST(GeneralFormat, GivesBackAnyDecimalOfFifteenDigits) {
+TEST(GeneralFormat, ReproducesAnyDecimalOfFifteenDigits) {
   test::RandomText random(51);
   for (int round = 0; round < 20000; ++round) {
     std::string digits;
@@ -84,7 +84,7 @@ TEST(GeneralFormat, GivesBackAnyDecimalOfFifteenDigits) {
   }
 }
 
-TEST(FixedFormat, HasOneIntegerDigitAtLeastAndThreeDecimals) {
+TEST(FixedFormat, HasAtLeastOneIntegerDigitAndThreeDecimals) {
   EXPECT_EQ(FormatFixed(0.0), "0.000");
   EXPECT_EQ(FormatFixed(29.0), "29.000");
   EXPECT_EQ(FormatFixed(5.7528), "5.753");
@@ -104,13 +104,13 @@ TEST(FixedFormat, RoundsHalfAwayFromZero) {
   EXPECT_EQ(FormatFixed(0.00049), "0.000");
 }
 
-TEST(FixedFormat, RoundsTheDecimalOfFifteenDigits) {
+TEST(FixedFormat, RoundsTheFifteenDigitDecimal) {
   EXPECT_EQ(FormatFixed(std::nextafter(0.0005, 0.0)), "0.001");
   EXPECT_EQ(FormatFixed(0.000499999999999999), "0.000");
   EXPECT_EQ(FormatFixed(123456789012345.67), "123456789012346.000");
 }
 
-TEST(FixedFormat, ACarryRunsThroughTheNines) {
+TEST(FixedFormat, ACarryPropagatesThroughNines) {
   EXPECT_EQ(FormatFixed(0.9995), "1.000");
   EXPECT_EQ(FormatFixed(999.9996), "1000.000");
   EXPECT_EQ(FormatFixed(-9.9999), "-10.000");
@@ -123,13 +123,13 @@ TEST(FixedFormat, LargeAndSmallValuesHaveNoExponent) {
   EXPECT_EQ(FormatFixed(std::numeric_limits<double>::denorm_min()), "0.000");
 }
 
-TEST(FixedFormat, NeverSaysMinusZero) {
+TEST(FixedFormat, NeverShowsMinusZero) {
   EXPECT_EQ(FormatFixed(-0.0), "0.000");
   EXPECT_EQ(FormatFixed(-0.0004), "0.000");
   EXPECT_EQ(FormatFixed(-1e-300), "0.000");
 }
 
-TEST(FixedFormat, TenThousandthsRoundAsIntegersDo) {
+TEST(FixedFormat, TenThousandthsRoundLikeIntegers) {
   test::RandomText random(52);
   for (int round = 0; round < 20000; ++round) {
     const int tenThousandths = random.Below(200000000) - 100000000;
@@ -142,7 +142,7 @@ TEST(FixedFormat, TenThousandthsRoundAsIntegersDo) {
   }
 }
 
-TEST(NumberFormat, WhatIsNotFiniteIsAnOverflow) {
+TEST(NumberFormat, ANonFiniteValueIsAnOverflow) {
   for (const double value :
        {std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity(),
         std::numeric_limits<double>::quiet_NaN()}) {

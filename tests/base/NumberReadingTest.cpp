@@ -18,7 +18,7 @@ double ReadField(std::string_view text) { return ReadLeadingNumber(text, Blanks:
 
 double ReadLenient(std::string_view text) { return ReadLeadingNumber(text, Blanks::Anywhere); }
 
-TEST(LenientReading, TakesSignDigitsAndOneFullStop) {
+TEST(LenientReading, AcceptsASignDigitsAndOneDecimalPoint) {
   for (const auto read : {&ReadField, &ReadLenient}) {
     EXPECT_EQ(read("12"), 12.0);
     EXPECT_EQ(read("-12"), -12.0);
@@ -42,7 +42,7 @@ TEST(LenientReading, StopsAtTheFirstCharacterThatCannotContinueANumber) {
   }
 }
 
-TEST(LenientReading, KnowsNoExponentAndNoComma) {
+TEST(LenientReading, ReadsNeitherExponentsNorCommas) {
   for (const auto read : {&ReadField, &ReadLenient}) {
     EXPECT_EQ(read("1e3"), 1.0);
     EXPECT_EQ(read("2E5"), 2.0);
@@ -77,7 +77,7 @@ TEST(LenientReading, ADecimalRpnSkipsBlanksAnywhere) {
   EXPECT_EQ(ReadLenient("1 x2"), 1.0);
 }
 
-TEST(LenientReading, ANumberThatNoDoubleHoldsOverflowsOrIsZero) {
+TEST(LenientReading, ANumberOutsideTheRangeOfDoublesOverflowsOrIsZero) {
   const std::string huge(400, '9');
   const std::string tiny = "0." + std::string(400, '0') + "1";
   for (const auto read : {&ReadField, &ReadLenient}) {
@@ -89,7 +89,7 @@ TEST(LenientReading, ANumberThatNoDoubleHoldsOverflowsOrIsZero) {
   }
 }
 
-TEST(StrictConversion, TakesAWholeNumberWithBlanksAtBothEnds) {
+TEST(StrictConversion, AcceptsANumberWithBlanksAtBothEnds) {
   EXPECT_EQ(ReadWholeNumber("12"), 12.0);
   EXPECT_EQ(ReadWholeNumber("  -12.25  "), -12.25);
   EXPECT_EQ(ReadWholeNumber("+3"), 3.0);
@@ -99,7 +99,7 @@ TEST(StrictConversion, TakesAWholeNumberWithBlanksAtBothEnds) {
   EXPECT_EQ(ReadWholeNumber("0.3008"), 0.3008);
 }
 
-TEST(StrictConversion, TakesAnExponent) {
+TEST(StrictConversion, AcceptsAnExponent) {
   EXPECT_EQ(ReadWholeNumber("1e3"), 1000.0);
   EXPECT_EQ(ReadWholeNumber("1E3"), 1000.0);
   EXPECT_EQ(ReadWholeNumber("1e+3"), 1000.0);
@@ -149,7 +149,7 @@ TEST(StrictConversion, ZeroStaysZeroWhateverItsExponent) {
   EXPECT_EQ(ReadWholeNumber("-0e-400"), 0.0);
 }
 
-TEST(StrictConversion, TheEndsOfTheRangeOfDoublesAreRead) {
+TEST(StrictConversion, TheLimitsOfTheRangeOfDoublesAreRead) {
   EXPECT_EQ(ReadWholeNumber("1.7976931348623157e308"), std::numeric_limits<double>::max());
   EXPECT_EQ(ReadWholeNumber("2.2250738585072014e-308"), std::numeric_limits<double>::min());
   EXPECT_EQ(ReadWholeNumber("5e-324"), std::numeric_limits<double>::denorm_min());
@@ -158,7 +158,7 @@ TEST(StrictConversion, TheEndsOfTheRangeOfDoublesAreRead) {
   EXPECT_EQ(ReadWholeNumber("1" + std::string(400, '0') + "e-400"), 1.0);
 }
 
-TEST(StrictConversion, ReadsWhatTheMachineReads) {
+TEST(StrictConversion, AgreesWithTheStandardLibrary) {
   test::RandomText random(41);
   for (int round = 0; round < 20000; ++round) {
     std::string text = random.Below(2) == 0 ? "-" : "";
@@ -196,7 +196,7 @@ TEST(NumberReading, AnyTextGivesANumberOrAFault) {
   }
 }
 
-TEST(TrimBlanks, TakesBlanksOffBothEndsAndNothingElse) {
+TEST(TrimBlanks, RemovesOnlyTheBlanksAtBothEnds) {
   EXPECT_EQ(TrimBlanks("  a b  "), "a b");
   EXPECT_EQ(TrimBlanks("   "), "");
   EXPECT_EQ(TrimBlanks(""), "");

@@ -13,7 +13,7 @@ namespace {
 
 using test::FaultOf;
 
-TEST(Rounding, AHalfGoesToTheEvenNeighbour) {
+TEST(Rounding, AHalfRoundsToTheEvenNeighbour) {
   EXPECT_EQ(Round16(0.5), 0);
   EXPECT_EQ(Round16(1.5), 2);
   EXPECT_EQ(Round16(2.5), 2);
@@ -27,7 +27,7 @@ TEST(Rounding, AHalfGoesToTheEvenNeighbour) {
   EXPECT_EQ(Round32(-3.5), -4);
 }
 
-TEST(Rounding, AllElseGoesToTheNearest) {
+TEST(Rounding, AnythingElseRoundsToTheNearest) {
   EXPECT_EQ(Round16(7.33), 7);
   EXPECT_EQ(Round16(2.5000001), 3);
   EXPECT_EQ(Round16(0.49999999999999994), 0);
@@ -55,7 +55,7 @@ TEST(Rounding, AResultOutsideThirtyTwoBitsIsAnOverflow) {
   EXPECT_EQ(FaultOf([] { return Round32(-2147483649.0); }), FaultKind::Overflow);
 }
 
-TEST(Rounding, WhatIsNoFiniteNumberIsAnOverflow) {
+TEST(Rounding, ANonFiniteOrHugeValueIsAnOverflow) {
   for (const double value :
        {std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity(),
         std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::max()}) {
@@ -64,14 +64,14 @@ TEST(Rounding, WhatIsNoFiniteNumberIsAnOverflow) {
   }
 }
 
-TEST(Rounding, QuartersRoundAsTheMachineRoundsThemToEven) {
+TEST(Rounding, QuartersRoundAsInTheStandardLibrary) {
   for (int quarters = -4 * 32768; quarters <= 4 * 32767; ++quarters) {
     const double value = quarters / 4.0;
     ASSERT_EQ(Round16(value), static_cast<int>(std::nearbyint(value))) << value;
   }
 }
 
-TEST(Rounding, AnyDoubleRoundsAsTheMachineRoundsItToEven) {
+TEST(Rounding, AnyDoubleRoundsAsInTheStandardLibrary) {
   std::mt19937 random(20);
   std::uniform_real_distribution<double> values(-2147483648.0, 2147483647.0);
   for (int round = 0; round < 100000; ++round) {

@@ -22,24 +22,24 @@ TEST(DirectoryOfTest, APathThatEndsInASeparatorKeepsTheRest) {
   EXPECT_EQ(DirectoryOf("C:\\sites\\"), "C:\\sites");
 }
 
-TEST(DirectoryOfTest, ASeparatorAloneInFrontLeavesNothing) {
+TEST(DirectoryOfTest, ASingleLeadingSeparatorLeavesNothing) {
   EXPECT_EQ(DirectoryOf("\\log.txt"), "");
 }
 
-TEST(DirectoryOfTest, EmptyPathGivesAnEmptyFolder) { EXPECT_EQ(DirectoryOf(""), ""); }
+TEST(DirectoryOfTest, AnEmptyPathGivesAnEmptyFolder) { EXPECT_EQ(DirectoryOf(""), ""); }
 
-TEST(DirectoryOfTest, PathThatStartsWithNulGivesAnEmptyFolder) {
+TEST(DirectoryOfTest, APathThatStartsWithNulGivesAnEmptyFolder) {
   EXPECT_EQ(DirectoryOf(std::string("\0C:\\sites\\log.txt", 17)), "");
   EXPECT_EQ(DirectoryOf(std::string("\0", 1)), "");
   EXPECT_EQ(DirectoryOf(std::string("a\\b\0c", 5)), "a");
 }
 
-TEST(DirectoryOfTest, PathWithoutASeparatorIsASubscriptFault) {
+TEST(DirectoryOfTest, APathWithoutASeparatorIsASubscriptFault) {
   EXPECT_EQ(test::FaultOf([] { DirectoryOf("log.txt"); }), FaultKind::Subscript);
   EXPECT_EQ(test::FaultOf([] { DirectoryOf(" "); }), FaultKind::Subscript);
 }
 
-TEST(DirectoryOfTest, SlashSeparatesWhereTheMachineUsesIt) {
+TEST(DirectoryOfTest, ASlashSeparatesWhereTheMachineUsesIt) {
   if (kSlashSeparates) {
     EXPECT_EQ(DirectoryOf("/home/user/log.txt"), "/home/user");
     EXPECT_EQ(DirectoryOf("/home\\user/log.txt"), "/home\\user");

@@ -8,9 +8,9 @@
 namespace kelvara::platform {
 namespace {
 
-TEST(PortSettings, AreTheRateAndTheForm) { EXPECT_EQ(PortSettings(4800), "4800,n,8,1"); }
+TEST(PortSettings, AreTheRateAndTheLineFormat) { EXPECT_EQ(PortSettings(4800), "4800,n,8,1"); }
 
-TEST(PortSettings, GiveTheirRateBack) {
+TEST(PortSettings, AreReadBackAsTheirRate) {
   for (const std::int32_t rate : {1, 4800, 57600, 2147483647}) {
     EXPECT_EQ(ReadRate(PortSettings(rate)), rate);
   }

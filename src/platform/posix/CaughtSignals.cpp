@@ -11,7 +11,8 @@ namespace {
 
 volatile std::sig_atomic_t isCaught = 0;
 
-/// Where the event loop waits and where the handler writes: a handler may do little more.
+/// The pipe that the event loop waits on. Writing to it is one of the few things that a signal
+/// handler may do.
 std::array<int, 2> wakeUp{-1, -1};
 
 void Catch(int signal) {
@@ -38,10 +39,10 @@ CaughtSignals::CaughtSignals() {
     ::fcntl(end, F_SETFD, FD_CLOEXEC);
   }
   isCaught = 0;
-  for (std::size_t place = 0; place < kSignals.size(); ++place) {
-    before_.at(place) = std::signal(kSignals.at(place), SIG_IGN);
-    if (before_.at(place) != SIG_IGN) {
-      std::signal(kSignals.at(place), Catch);
+  for (std::size_t index = 0; index < kSignals.size(); ++index) {
+    before_.at(index) = std::signal(kSignals.at(index), SIG_IGN);
+    if (before_.at(index) != SIG_IGN) {
+      std::signal(kSignals.at(index), Catch);
     }
   }
 }
@@ -50,8 +51,8 @@ CaughtSignals::~CaughtSignals() {
   if (Descriptor() < 0) {
     return;
   }
-  for (std::size_t place = 0; place < kSignals.size(); ++place) {
-    std::signal(kSignals.at(place), before_.at(place));
+  for (std::size_t index = 0; index < kSignals.size(); ++index) {
+    std::signal(kSignals.at(index), before_.at(index));
   }
   for (int& end : wakeUp) {
     ::close(end);

@@ -5,12 +5,12 @@
 
 namespace kelvara::posix {
 
-/// Catches the signals that ask a program to end (Ctrl+C, the request to end, a hang-up of the
-/// terminal) as long as it lives, for an event loop to wait for. A second one ends the program at
-/// once, whatever it is doing. One that the program was told to ignore when it was started, as
-/// `nohup` does, goes on being ignored. One object lives at a time.
+/// Catches the signals that ask a program to end (Ctrl+C, a termination request, a terminal
+/// hang-up) for as long as it exists, so that an event loop can wait for them. A second signal ends
+/// the program at once, whatever it is doing. A signal that was already ignored when the program
+/// started, as under `nohup`, stays ignored. Only one object may exist at a time.
 ///
-/// Where the system has no pipe left nothing is caught: a signal ends the program as usual.
+/// If the system cannot create a pipe, nothing is caught and a signal ends the program as usual.
 class CaughtSignals {
  public:
   CaughtSignals();
@@ -18,7 +18,8 @@ class CaughtSignals {
   CaughtSignals(const CaughtSignals&) = delete;
   CaughtSignals& operator=(const CaughtSignals&) = delete;
 
-  /// Becomes readable, for good, when a signal has come; -1 where nothing is caught.
+  /// A file descriptor that becomes readable, and stays so, once a signal arrives; -1 if nothing is
+  /// caught.
   int Descriptor() const;
 
  private:

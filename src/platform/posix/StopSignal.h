@@ -7,7 +7,7 @@
 
 namespace kelvara::posix {
 
-/// The signals that ask a program to end, told once as an ordinary event of Qt's event loop.
+/// Calls `stop` once, from Qt's event loop, when a signal asks the program to end.
 class StopSignal {
  public:
   explicit StopSignal(std::function<void()> stop);

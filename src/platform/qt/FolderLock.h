@@ -9,18 +9,18 @@
 
 namespace kelvara::qt {
 
-/// Keeps other programs from changing the files of a folder at the same time, as long as it lives.
-/// The system holds the lock for the process: one that is killed leaves nothing behind.
+/// Keeps other programs from changing the files of a folder for as long as it exists. The lock ends
+/// with the process, even one that is killed.
 class FolderLock {
  public:
-  /// Waits until no other program has the folder, at most as long as the patience.
+  /// Waits until no other program holds the folder, for at most `patience`.
   FolderLock(const QString& folder, std::chrono::milliseconds patience);
   ~FolderLock();
   FolderLock(const FolderLock&) = delete;
   FolderLock& operator=(const FolderLock&) = delete;
 
-  /// False when another program kept the folder all the time. A folder that cannot be locked, on a
-  /// file system that has no locks, counts as held: writing at all matters more.
+  /// False if another program held the folder for the whole time. A folder on a file system without
+  /// locks counts as held: being able to write matters more.
   bool IsHeld() const { return held_; }
 
  private:

@@ -30,7 +30,7 @@ QString FolderOf(const QString& path) { return QFileInfo(path).path(); }
 
 }  // namespace
 
-// A link to the file stays a link: what it points to is replaced.
+// A link to the file stays a link; the file that it points to is replaced.
 IniFile::IniFile(const QString& path, std::chrono::milliseconds patience)
     : path_(path), patience_(patience) {
   const QString target = QFileInfo(path).canonicalFilePath();
@@ -45,7 +45,7 @@ IniText IniFile::Read() const {
     if (!text) {
       const FolderLock lock(FolderOf(path_), patience_);
       if (lock.IsHeld()) {
-        // By now another program may have put a good one in its place.
+        // Another program may have replaced the file in the meantime.
         text = Load();
         if (!text) {
           SetAside();
@@ -100,10 +100,11 @@ bool IniFile::SetAside() const {
 }
 
 void IniFile::Replace(const IniText& text) const {
-  // One name for all: what a writer that was killed left behind is written over by the next.
+  // All writers use the same temporary name, so that the next one overwrites what a killed one left
+  // behind.
   QFile file(path_ + QStringLiteral(".new"));
   const QByteArray bytes = QByteArray::fromStdString(text.Text());
-  // Unbuffered: a file that still holds what a full disk did not take is not removed.
+  // Unbuffered, because a file is not removed while its buffer holds data that a full disk refused.
   constexpr auto kMode = QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered;
   if (!file.open(kMode) || file.write(bytes) != bytes.size() || !Synchronise(file)) {
     const QString reason = file.errorString();

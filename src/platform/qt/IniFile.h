@@ -9,24 +9,24 @@
 
 namespace kelvara::qt {
 
-/// A settings file on the disk.
+/// A settings file on disk.
 class IniFile {
  public:
-  /// `patience`: how long at most to wait for another program that is writing.
+  /// `patience` is the longest time to wait for another program that is writing.
   IniFile(const QString& path, std::chrono::milliseconds patience);
 
-  /// What the file holds: no settings when it is absent or cannot be read now. A broken file (no
-  /// settings text, a folder, one that the user may not read) is set aside.
+  /// Returns the settings in the file: none if it is absent or cannot be read at the moment. A
+  /// broken file (not a settings text, a folder, or not readable by the user) is set aside.
   IniText Read() const;
 
-  /// Changes what the file holds: read, changed and in its place when this returns; after a power
-  /// cut it is the old file or the new one, whole. Two programs that change it wait for each other.
-  /// A file that cannot be changed is a file fault and stays as it was.
+  /// Reads the settings, applies the change and replaces the file. After a power cut the file is
+  /// the old one or the new one, complete. Programs that change it at the same time wait for each
+  /// other. A file that cannot be changed is a file fault and stays as it was.
   void Change(const std::function<void(IniText&)>& change) const;
 
  private:
-  /// No settings when there is no file, nothing when it is broken. A file that cannot be read now
-  /// is a file fault.
+  /// Empty settings if there is no file, nothing if it is broken. A file that cannot be read at the
+  /// moment is a file fault.
   std::optional<IniText> Load() const;
   bool SetAside() const;
   void Replace(const IniText& text) const;

@@ -17,7 +17,7 @@ bool IsControl(char character) {
   return byte < 0x20U || byte == 0x7FU;
 }
 
-/// Whether two names are the same, letter case aside.
+/// Whether two names are equal, ignoring letter case.
 bool IsSame(std::string_view left, std::string_view right) {
   const auto lower = [](char character) {
     return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a')
@@ -55,7 +55,7 @@ bool IsLine(std::string_view line) {
                       [](char character) { return IsControl(character) && character != '\t'; });
 }
 
-/// The byte that an escape at the text's beginning stands for.
+/// The byte that an escape at the start of the text represents; nothing if there is no escape.
 std::optional<char> Escaped(std::string_view text) {
   if (text.size() < kEscapeSize || !text.starts_with(kEscape)) {
     return std::nullopt;
@@ -112,7 +112,7 @@ std::string Read(std::string_view text) {
 }  // namespace
 
 std::optional<IniText> IniText::Parse(std::string_view text) {
-  // All of them: a second one that was kept would be the first of the text that is written.
+  // All of them are removed: a second mark would become the first in the written file.
   while (text.starts_with(kByteOrderMark)) {
     text.remove_prefix(kByteOrderMark.size());
   }

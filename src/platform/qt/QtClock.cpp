@@ -15,7 +15,7 @@ QtClock::QtClock(double speed) : speed_(speed), start_(MachineTime()) { sinceSta
 platform::DateTime QtClock::Now() const { return start_ + Elapsed() / kMillisecondsPerDay; }
 
 platform::DateTime QtClock::WallTime() const {
-  // A clock that runs at its own speed goes on from the time at which it was made.
+  // A clock with another speed continues from the time of its creation.
   return speed_ == 1.0 ? MachineTime() : Now();
 }
 

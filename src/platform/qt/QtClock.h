@@ -6,10 +6,10 @@
 
 namespace kelvara::qt {
 
-/// The machine's clocks: a monotonic one for spans, the local wall time for the user.
+/// The machine's clocks: a monotonic one for intervals, the local wall time for display.
 class QtClock : public platform::Clock {
  public:
-  /// `speed` is how many times as fast as real time the clock runs, from now on.
+  /// `speed` is the ratio of the clock's rate to real time.
   explicit QtClock(double speed = 1.0);
 
   platform::DateTime Now() const override;
@@ -17,14 +17,15 @@ class QtClock : public platform::Clock {
   std::int64_t TickCount() const override;
 
  private:
-  /// The local wall time as the machine has it.
+  /// The machine's local wall time.
   platform::DateTime MachineTime() const;
 
-  /// Milliseconds since the clock was made, in its own time.
+  /// Milliseconds since the clock was created, at its own speed.
   double Elapsed() const;
 
   double speed_;
-  // The system reads its time zone anew at each question: a busy log asks once a second.
+  // The system reads its time zone at every query. Caching the offset limits a busy log to one
+  // query a second.
   mutable std::int64_t offsetSecond_ = -1;
   mutable std::int64_t localOffset_ = 0;
   QElapsedTimer sinceStart_;

@@ -21,7 +21,7 @@ QString WithoutTimeZone(const QString& format) {
   return kept.replace(QStringLiteral("()"), QString()).trimmed();
 }
 
-/// Narrow and non-breaking blanks become plain ones: the files are read by other programs.
+/// Replaces narrow and non-breaking spaces with plain ones, because other programs read the files.
 std::string ToPlainText(QString text) {
   for (const char16_t blank : {u'\u00A0', u'\u2009', u'\u202F'}) {
     text.replace(QChar(blank), u' ');
@@ -30,7 +30,7 @@ std::string ToPlainText(QString text) {
 }
 
 std::int64_t SecondOf(platform::DateTime wallTime) {
-  // To the nearest millisecond first: the fraction of a day is seldom exact.
+  // Rounds to the nearest millisecond first, because the fraction of a day is seldom exact.
   return std::llround(std::floor(std::round(wallTime * platform::kSecondsPerDay * 1e3) / 1e3));
 }
 

@@ -9,7 +9,7 @@
 
 namespace kelvara::qt {
 
-/// Dates as the user's locale prints them; in the C locale, which has no habit of its own,
+/// Formats dates as the user's locale does. The C locale, which has no customary format, uses
 /// yyyy-MM-dd and HH:mm:ss.
 class QtDateFormat : public platform::DateFormat {
  public:
@@ -22,7 +22,7 @@ class QtDateFormat : public platform::DateFormat {
   QLocale locale_;
   QString dateFormat_;
   QString timeFormat_;
-  // A busy log asks for the same second many times over.
+  // Cached, because a busy log formats the same second many times.
   mutable std::int64_t generalSecond_ = -1;
   mutable std::string general_;
 };

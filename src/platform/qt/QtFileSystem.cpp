@@ -27,7 +27,7 @@ namespace {
   ThrowFileFault(name, attempt, file.errorString().toStdString());
 }
 
-/// The path with the separators that the machine understands.
+/// The path with the machine's separators.
 std::string MachineBytes(std::string path) {
   std::replace(path.begin(), path.end(), '\\', '/');
   return path;
@@ -44,8 +44,8 @@ void Open(QFile& file, const std::string& name, QIODevice::OpenMode mode) {
 
 #else
 
-/// A name is bytes here, which need not be text in any character set: the library, whose names are
-/// text, gets the open file.
+/// A file name is a sequence of bytes that need not be text in any character set. Qt's file names
+/// are text, so Qt is given the open file instead.
 void Open(QFile& file, const std::string& name, QIODevice::OpenMode mode) {
   const int flags = !mode.testFlag(QIODevice::WriteOnly) ? O_RDONLY
                     : mode.testFlag(QIODevice::Append)   ? O_WRONLY | O_CREAT | O_APPEND
@@ -62,7 +62,7 @@ void Open(QFile& file, const std::string& name, QIODevice::OpenMode mode) {
   if (handle < 0) {
     ThrowFileFault(name, "open", qt_error_string(errno).toStdString());
   }
-  // The open file appends by itself; asked to, the library would look for the end of a pipe.
+  // The open file already appends. Told to append, Qt would seek to the end, which fails on a pipe.
   mode.setFlag(QIODevice::Append, false);
   if (!file.open(handle, mode | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle)) {
     ::close(handle);
@@ -80,23 +80,23 @@ class QtOutputFile : public platform::OutputFile {
   }
 
   void Write(std::string_view bytes) override {
-    qint64 taken = 0;
+    qint64 total = 0;
     while (!bytes.empty()) {
       const qint64 written = file_.write(bytes.data(), static_cast<qint64>(bytes.size()));
       if (written <= 0) {
         const std::string reason = file_.errorString().toStdString();
-        TakeBack(taken);
+        RemoveLast(total);
         ThrowFileFault(name_, "write", reason);
       }
-      taken += written;
+      total += written;
       bytes.remove_prefix(static_cast<std::size_t>(written));
     }
   }
 
  private:
-  /// A file that grows goes on when there is room again: what did not fit whole is taken back, so
-  /// that the next entry begins where this one did.
-  void TakeBack(qint64 bytes) {
+  /// Removes an entry that was written only in part, so that the next one starts in its place once
+  /// there is space again.
+  void RemoveLast(qint64 bytes) {
     if (bytes > 0 && appends_ && !file_.isSequential()) {
       file_.resize(file_.size() - bytes);
     }

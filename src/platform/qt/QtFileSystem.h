@@ -16,11 +16,11 @@ class QtFileSystem : public platform::FileSystem {
   std::unique_ptr<platform::InputFile> OpenForInput(const std::string& path) override;
 };
 
-/// A file fault when the path is no file that can be read. Pipes and devices pass: what is in them
-/// can be read only once.
+/// Throws a file fault if the path is not a readable file. Pipes and devices are not checked,
+/// because their contents can be read only once.
 void ExpectReadable(const std::string& path);
 
-/// A path of the system's, which may have backslashes, in the machine's form.
+/// Converts a path, which may contain backslashes, to the machine's form.
 QString MachinePath(const std::string& path);
 
 }  // namespace kelvara::qt

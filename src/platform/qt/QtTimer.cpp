@@ -26,21 +26,22 @@ void QtTimer::SwitchOff() {
   if (timer_ != nullptr) {
     timer_->stop();
   }
-  ++spell_;
+  ++generation_;
   tickPosted_ = false;
 }
 
 bool QtTimer::IsOn() const { return timer_ != nullptr && timer_->isActive(); }
 
 void QtTimer::PostTick() {
-  // Qt fires no timer again before its timeout handler has returned; a tick that opens a question
-  // would stop the timer until the answer. So the handler only posts the tick.
+  // Qt does not fire a timer again until its timeout handler has returned, so a tick that asks the
+  // user a question would stop the timer until the answer. The handler therefore only posts the
+  // tick.
   if (tickPosted_) {
     return;
   }
   tickPosted_ = true;
-  const auto deliver = [this, spell = spell_] {
-    if (spell != spell_) {
+  const auto deliver = [this, generation = generation_] {
+    if (generation != generation_) {
       return;
     }
     tickPosted_ = false;

@@ -11,17 +11,16 @@
 
 namespace kelvara::qt {
 
-/// A precise timer of the machine, one of its own or one that a window owns. "Off" means that the
-/// QTimer is not active. Ticks go on while an earlier tick still waits in an event loop of its own,
-/// such as that of a question to the user; a tick that was under way when the timer was switched
-/// off does not come.
+/// A precise timer, with its own QTimer or one that a window owns. "Off" means that the QTimer is
+/// not active. Ticks continue while an earlier tick runs its own event loop, such as that of a
+/// question to the user. Switching the timer off drops a pending tick.
 class QtTimer : public platform::Timer {
  public:
-  /// Over a timer of its own, off, with an interval in milliseconds.
+  /// Creates its own QTimer, switched off, with an interval in milliseconds.
   explicit QtTimer(int milliseconds);
 
-  /// Over a window's timer, which is switched off and set to an interval in milliseconds. The timer
-  /// may die first: from then on this one is off and stays so.
+  /// Uses a window's QTimer, which is switched off and set to an interval in milliseconds. If the
+  /// QTimer is destroyed first, this timer stays off.
   QtTimer(QTimer& timer, int milliseconds);
 
   void SwitchOn() override;
@@ -37,9 +36,9 @@ class QtTimer : public platform::Timer {
   QPointer<QTimer> timer_;
   std::function<void()> tick_;
   bool tickPosted_ = false;
-  // How often it was switched off: tells the ticks of one spell from those of the next.
-  unsigned spell_ = 0;
-  // The last member: what is posted to it dies before anything else does.
+  // Incremented when the timer is switched off, to recognise ticks that were posted before.
+  unsigned generation_ = 0;
+  // The last member, so that posted ticks are dropped before any other member is destroyed.
   QObject context_;
 };
 

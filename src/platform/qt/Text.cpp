@@ -6,16 +6,16 @@ namespace kelvara::qt {
 namespace {
 
 constexpr char16_t kKeptByte = 0xDC00;
-/// As many bytes as a character may have.
+/// The most bytes that one character may have.
 constexpr std::size_t kLongestCharacter = 4;
 
-bool IsKeptByte(const QString& text, qsizetype place) {
-  const char16_t unit = text[place].unicode();
-  const bool isPaired = place > 0 && text[place - 1].isHighSurrogate();
+bool IsKeptByte(const QString& text, qsizetype position) {
+  const char16_t unit = text[position].unicode();
+  const bool isPaired = position > 0 && text[position - 1].isHighSurrogate();
   return unit >= kKeptByte + 0x80 && unit <= kKeptByte + 0xFF && !isPaired;
 }
 
-/// The first character of a text and how many bytes it has; a byte that begins none is kept.
+/// The first character of a text and its length in bytes. A byte that starts no character is kept.
 std::pair<QString, std::size_t> FirstCharacter(std::string_view text) {
   for (std::size_t size = 1; size <= std::min(kLongestCharacter, text.size()); ++size) {
     const std::string_view bytes = text.substr(0, size);
@@ -46,11 +46,11 @@ QString ToFieldText(std::string_view text) {
 std::string ToText(const QString& text) {
   QByteArray bytes;
   qsizetype begin = 0;
-  for (qsizetype place = 0; place < text.size(); ++place) {
-    if (IsKeptByte(text, place)) {
-      bytes += QStringView(text).mid(begin, place - begin).toLocal8Bit();
-      bytes += static_cast<char>(text[place].unicode() - kKeptByte);
-      begin = place + 1;
+  for (qsizetype position = 0; position < text.size(); ++position) {
+    if (IsKeptByte(text, position)) {
+      bytes += QStringView(text).mid(begin, position - begin).toLocal8Bit();
+      bytes += static_cast<char>(text[position].unicode() - kKeptByte);
+      begin = position + 1;
     }
   }
   bytes += QStringView(text).mid(begin).toLocal8Bit();

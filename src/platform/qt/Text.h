@@ -4,21 +4,22 @@
 #include <string>
 #include <string_view>
 
-/// The windows' edge: the program's 8-bit text to Qt's and back, in the machine's character set.
+/// Conversions between the program's 8-bit text and Qt's, in the machine's character set.
 namespace kelvara::qt {
 
-/// Text that is only shown. Bytes that are none in the machine's character set are replacement
-/// characters there.
+/// Converts text that is only shown. Bytes that are invalid in the machine's character set become
+/// replacement characters.
 inline QString ToQString(std::string_view text) {
   return QString::fromLocal8Bit(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-/// Text of a field, which `ToText` gives back byte for byte: a file's name need not be text in the
-/// machine's character set. Each byte that is none is one unpaired low surrogate, U+DC00 above the
-/// byte, which no valid text holds.
+/// Converts text for an input field so that `ToText` restores it byte for byte: a file name need
+/// not be valid in the machine's character set. Each invalid byte becomes one unpaired low
+/// surrogate, U+DC00 plus the byte, which no valid text contains.
 QString ToFieldText(std::string_view text);
 
-/// What Qt's text is in the machine's character set, with the bytes that `ToFieldText` has kept.
+/// Converts Qt's text to the machine's character set and restores the bytes that `ToFieldText`
+/// kept.
 std::string ToText(const QString& text);
 
 }  // namespace kelvara::qt

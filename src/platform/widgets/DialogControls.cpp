@@ -6,8 +6,7 @@
 namespace kelvara::widgets {
 namespace {
 
-/// A button that Enter presses while it has the keyboard, and only then: Enter in a field is the
-/// field's own.
+/// A button that Enter presses only while it has the focus; in a field, Enter belongs to the field.
 class Button : public QPushButton {
  public:
   using QPushButton::QPushButton;
@@ -60,7 +59,7 @@ int WidthOf(const QWidget& control, int characters) {
 }
 
 int HeightOf(const QWidget& control, int lines) {
-  // Text is laid out without the negative leading that some fonts have.
+  // Text layout ignores the negative leading of some fonts.
   const QFontMetrics metrics(control.font());
   return std::max(metrics.lineSpacing(), metrics.height()) * lines;
 }

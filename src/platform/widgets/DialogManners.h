@@ -4,11 +4,11 @@
 #include <QPushButton>
 #include <QWidget>
 
-/// What the windows have in common.
+/// Behaviour that the windows share.
 namespace kelvara::widgets {
 
-/// Enter presses this button from every field of the dialog, and is drawn so; another button that
-/// has the keyboard takes Enter for itself.
+/// Makes a button the dialog's default: it is drawn as such, and Enter presses it from every field.
+/// Another button that has the focus takes Enter itself.
 inline void MakeDefault(QPushButton& button) {
   const QList<QPushButton*> buttons = button.window()->findChildren<QPushButton*>();
   for (QPushButton* const each : buttons) {
@@ -17,7 +17,7 @@ inline void MakeDefault(QPushButton& button) {
   button.setDefault(true);
 }
 
-/// Shows a window beside the others. One that is open comes to the front.
+/// Shows a modeless window. One that is already open comes to the front.
 inline void ShowInFront(QWidget& window) {
   window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
   window.show();

@@ -15,11 +15,11 @@ bool HasOneWidth(const QFont& font) {
          qFuzzyCompare(metrics.horizontalAdvance(u' '), widest);
 }
 
-/// A family without its foundry, which follows in brackets where several have it. Behind another
-/// family the desktop library finds it by its bare name only.
+/// A family without its foundry, which follows in brackets if several foundries have the family.
+/// After another family, Qt finds it by its bare name only.
 QString WithoutFoundry(const QString& family) { return family.section(QStringLiteral(" ["), 0, 0); }
 
-/// The families that may take over, the one that the desktop is set to first.
+/// The families that may replace Courier New, starting with the desktop's fixed-pitch font.
 QStringList FixedPitchFamilies() {
   QStringList families = {
       WithoutFoundry(QFontInfo(QFontDatabase::systemFont(QFontDatabase::FixedFont)).family())};

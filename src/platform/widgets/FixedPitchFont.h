@@ -4,9 +4,9 @@
 
 namespace kelvara::widgets {
 
-/// The font "Courier New" for boxes whose columns have to stay aligned. A machine without it puts
-/// another font in its place, and not always one whose characters are all of one width: there the
-/// first of the desktop's own that is takes over. Sets the family alone; the size is the widget's.
+/// The font "Courier New", for boxes whose columns must stay aligned. A machine without it may
+/// substitute a proportional font; the desktop's first fixed-pitch font is used then. Sets only the
+/// family; the size is left to the widget.
 QFont CourierNew();
 
 }  // namespace kelvara::widgets

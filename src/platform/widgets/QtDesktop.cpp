@@ -12,8 +12,8 @@
 namespace kelvara::widgets {
 namespace {
 
-/// Asking the system for input and timers costs more than drawing a cell. A user cannot tell
-/// whether it is done at each cell or this often; what is posted within the program is served each
+/// Checking the system for input and timers costs more than drawing a cell, and a user cannot tell
+/// this interval from a check at every cell. Events posted within the program are processed every
 /// time.
 constexpr qint64 kLookNanoseconds = 200'000;
 
@@ -23,7 +23,7 @@ QUrl AddressOf(const std::string& path) {
   if (qt::ToText(qt::ToQString(path)) == path) {
     return QUrl::fromLocalFile(QFileInfo(qt::MachinePath(path)).absoluteFilePath());
   }
-  // A name that is no text is bytes all the same, and an address has a form for each of them.
+  // The bytes of a name that is not valid text are percent-encoded one by one.
   std::string machinePath = path;
   std::replace(machinePath.begin(), machinePath.end(), '\\', '/');
   const std::string whole = std::filesystem::absolute(machinePath).lexically_normal().string();

@@ -16,17 +16,17 @@ class QtBeeper : public platform::Beeper {
   void Beep() override;
 };
 
-/// The address of a file. Its path is relative to the current folder unless it is absolute.
+/// The URL of a file. A relative path starts at the current folder.
 QUrl AddressOf(const std::string& path);
 
-/// Documents and addresses, opened by the desktop.
+/// Opens documents and web addresses with the desktop.
 class QtDocumentOpener : public platform::DocumentOpener {
  public:
   bool OpenDocument(const std::string& path) override;
   bool OpenAddress(const std::string& address) override;
 };
 
-/// The pending events of the user-interface thread.
+/// Processes the pending events of the user-interface thread.
 class QtEventPump : public platform::EventPump {
  public:
   bool ProcessEvents() override;

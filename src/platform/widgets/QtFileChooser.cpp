@@ -13,8 +13,8 @@ namespace {
 
 using platform::FileChooserKind;
 
-/// "Text (*.txt)|*.txt|" to the desktop's "Text (*.txt)"; a description that does not show its
-/// pattern gets it.
+/// Converts "Text (*.txt)|*.txt|" to the desktop's "Text (*.txt)". A description that does not show
+/// its pattern gets it appended.
 QStringList NameFilters(const std::string& filter) {
   const QStringList parts = qt::ToQString(filter).split(u'|', Qt::SkipEmptyParts);
   QStringList filters;
@@ -25,8 +25,8 @@ QStringList NameFilters(const std::string& filter) {
   return filters;
 }
 
-/// The chosen file's path. A desktop's own chooser tells a name that is no text by its address,
-/// where each byte of it is kept.
+/// The chosen file's path. If a name is not valid text, only the URL from a desktop's own chooser
+/// keeps its bytes.
 std::string ChosenPath(const QFileDialog& dialog) {
   const QString name = dialog.selectedFiles().constFirst();
   const QUrl address = dialog.selectedUrls().constFirst();
@@ -36,7 +36,7 @@ std::string ChosenPath(const QFileDialog& dialog) {
   return qt::ToText(name);
 }
 
-/// A path as the dialog takes it, with the machine's separators.
+/// A path for the dialog, with the machine's separators.
 QString DialogPath(const std::string& path) { return qt::ToFieldText(path).replace(u'\\', u'/'); }
 
 }  // namespace
@@ -50,8 +50,8 @@ std::optional<std::string> QtFileChooser::Choose(const platform::FileChooserRequ
   QFileDialog dialog(QApplication::activeWindow(), qt::ToQString(request.title));
   dialog.setObjectName(QStringLiteral("CommonDialog1"));
   dialog.setFileMode(QFileDialog::AnyFile);
-  // A name that does not exist yet may be typed in every kind; the desktop's "open" choosers refuse
-  // such names, so all are of its "save" kind, and only one of them asks before overwriting.
+  // Every kind accepts a name that does not exist yet. The desktop's "open" choosers refuse such
+  // names, so all are "save" choosers, and only one of them asks before overwriting.
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setOption(QFileDialog::DontConfirmOverwrite,
                    request.kind != FileChooserKind::SaveConfirmed);

@@ -7,10 +7,10 @@
 
 namespace kelvara::widgets {
 
-/// The path that the address of a file on a POSIX system stands for, byte for byte.
+/// The path in the URL of a file on a POSIX system, byte for byte.
 std::string LocalPath(const QUrl& address);
 
-/// File choosers of the desktop. Each is a QFileDialog named `CommonDialog1`.
+/// The desktop's file choosers. Each is a QFileDialog named `CommonDialog1`.
 class QtFileChooser : public platform::FileChooser {
  public:
   std::optional<std::string> Choose(const platform::FileChooserRequest& request) override;

@@ -15,7 +15,7 @@ using platform::MessageAnswer;
 using platform::MessageButtons;
 using platform::MessageIcon;
 
-/// What a title bar holds beside the title, in pixels.
+/// The width of a title bar's icon and buttons, in pixels.
 constexpr int kTitleButtons = 100;
 
 QMessageBox::Icon IconOf(MessageIcon icon) {
@@ -42,8 +42,8 @@ QMessageBox::StandardButtons ButtonsOf(MessageButtons buttons) {
   return QMessageBox::Ok;
 }
 
-/// The window that a box is to stand over: the one that is active, or, while the user is in another
-/// program, the main window. None when that is minimised: the box then stands by itself.
+/// The window that a box appears over: the active one or, while the user is in another program, the
+/// main window. None if that is minimised.
 QWidget* WindowInFront() {
   if (QApplication::activeModalWidget() != nullptr) {
     return QApplication::activeModalWidget();
@@ -69,7 +69,7 @@ MessageAnswer QtMessageBoxes::Show(std::string_view text, std::string_view title
   box.setTextFormat(Qt::PlainText);
   box.setText(qt::ToQString(text));
   if (auto* const layout = qobject_cast<QGridLayout*>(box.layout())) {
-    // A box as narrow as its text would cut its title.
+    // A box as narrow as its text would cut off its title.
     const int width = QFontMetrics(box.font()).horizontalAdvance(box.windowTitle()) + kTitleButtons;
     layout->addItem(new QSpacerItem(width, 0), layout->rowCount(), 0, 1, layout->columnCount());
   }

@@ -4,8 +4,8 @@
 
 namespace kelvara::widgets {
 
-/// Message boxes of the desktop, over the window that is active. Each is a QMessageBox named
-/// `MsgBox`, and its text is plain.
+/// The desktop's message boxes, over the active window. Each is a QMessageBox named `MsgBox` with
+/// plain text.
 class QtMessageBoxes : public platform::MessageBoxes {
  public:
   platform::MessageAnswer Show(std::string_view text, std::string_view title,

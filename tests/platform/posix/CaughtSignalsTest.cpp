@@ -8,7 +8,7 @@
 namespace kelvara::posix {
 namespace {
 
-/// What becomes of a signal is the whole program's, so each test puts it back.
+/// Signal handlers belong to the whole program, so each test restores them.
 class CaughtSignalsTest : public ::testing::Test {
  protected:
   ~CaughtSignalsTest() override {
@@ -17,7 +17,7 @@ class CaughtSignalsTest : public ::testing::Test {
     }
   }
 
-  static bool Tells(const CaughtSignals& caughtSignals) {
+  static bool IsReadable(const CaughtSignals& caughtSignals) {
     pollfd wait{caughtSignals.Descriptor(), POLLIN, 0};
     return ::poll(&wait, 1, 0) == 1 && (wait.revents & POLLIN) != 0;
   }
@@ -26,29 +26,29 @@ class CaughtSignalsTest : public ::testing::Test {
 TEST_F(CaughtSignalsTest, MakeTheDescriptorReadable) {
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
     const CaughtSignals caughtSignals;
-    EXPECT_FALSE(Tells(caughtSignals));
+    EXPECT_FALSE(IsReadable(caughtSignals));
     std::raise(signal);
-    EXPECT_TRUE(Tells(caughtSignals));
+    EXPECT_TRUE(IsReadable(caughtSignals));
   }
 }
 
-TEST_F(CaughtSignalsTest, EndTheProgramAtOnceAtTheSecond) {
+TEST_F(CaughtSignalsTest, EndTheProgramAtOnceWhenASecondOneArrives) {
   const CaughtSignals caughtSignals;
   std::raise(SIGHUP);
   EXPECT_EXIT(std::raise(SIGTERM), ::testing::KilledBySignal(SIGTERM), "");
 }
 
-TEST_F(CaughtSignalsTest, ThatAreIgnoredAreIgnoredOn) {
+TEST_F(CaughtSignalsTest, StayIgnoredIfTheyWereIgnored) {
   std::signal(SIGHUP, SIG_IGN);
   const CaughtSignals caughtSignals;
   std::raise(SIGHUP);
   std::raise(SIGHUP);
-  EXPECT_FALSE(Tells(caughtSignals));
+  EXPECT_FALSE(IsReadable(caughtSignals));
   std::raise(SIGTERM);
-  EXPECT_TRUE(Tells(caughtSignals));
+  EXPECT_TRUE(IsReadable(caughtSignals));
 }
 
-TEST_F(CaughtSignalsTest, AreWhatTheyWereWhenItEnds) {
+TEST_F(CaughtSignalsTest, HaveTheirFormerHandlersRestored) {
   const auto other = [](int) {};
   std::signal(SIGINT, SIG_IGN);
   std::signal(SIGHUP, other);

@@ -16,29 +16,30 @@
 namespace kelvara::test {
 namespace {
 
-/// Something that the program writes. `write` writes it and returns what the user is told when that
-/// fails.
+/// A kind of file that the program writes. `write` writes it and returns what the user or caller
+/// learns of a failure; empty if there is none.
 struct Writer {
   const char* name;
   const char* file;
   std::function<std::string(RealFilesRig& rig, const std::string& path)> write;
   const char* complaint;
-  bool goesOn = false;
+  bool keepsWholeEntries = false;
 };
 
 void PrintTo(const Writer& writer, std::ostream* stream) { *stream << writer.file; }
 
-std::string Told(const RealFilesRig& rig) {
+std::string LastBoxText(const RealFilesRig& rig) {
   return rig.boxes.boxes.empty() ? "" : rig.boxes.boxes.back().text;
 }
 
 constexpr int kEntries = 200;
 
-/// Captures entries; returns the box of a start that fails, else how the first entry failed.
+/// Captures entries. Returns the text of the message box if the start fails, otherwise "fault" if
+/// an entry failed.
 std::string Capture(RealFilesRig& rig, const std::string& path) {
   capture::DataCapture& capture = rig.session.Capture();
   if (!capture.StartLoggingToFile(path)) {
-    return Told(rig);
+    return LastBoxText(rig);
   }
   std::string failure;
   for (int entry = 0; entry < kEntries; ++entry) {
@@ -57,7 +58,9 @@ std::string Capture(RealFilesRig& rig, const std::string& path) {
 }
 
 std::string Report(RealFilesRig& rig, const std::string& path) {
-  return rig.session.Report().GenerateReport(path, "a site", "a tester", "notes") ? "" : Told(rig);
+  return rig.session.Report().GenerateReport(path, "a site", "a tester", "notes")
+             ? ""
+             : LastBoxText(rig);
 }
 
 std::string Csv(RealFilesRig& rig, const std::string& path) {
@@ -80,7 +83,7 @@ std::string Trace(RealFilesRig& rig, const std::string& path) {
   }
 }
 
-/// The fields are remembered without a word where they cannot be.
+/// A failure to remember the fields is not reported.
 std::string Fields(RealFilesRig& rig, const std::string& path) {
   report::RememberedFields remembered(rig.files, std::filesystem::path(path).parent_path());
   remembered.Save({"a site", "a tester", true, std::string(5000, 'n')});
@@ -99,9 +102,9 @@ const Writer kWriters[] = {{"Capture", "log.txt", Capture, "fault", true},
 
 class FullDiskTest : public testing::TestWithParam<Writer> {
  protected:
-  /// What is written to a path when nothing is in the way.
+  /// The text that is written to a path if nothing fails.
   static std::string WholeText(const std::string& path) {
-    // A report names its own file; the names of temporary folders are of one length.
+    // A report contains the path of its file; all temporary folders have names of the same length.
     const TemporaryFolder folder;
     const std::string sparePath = folder.PathOf(GetParam().file);
     RealFilesRig rig;
@@ -111,50 +114,50 @@ class FullDiskTest : public testing::TestWithParam<Writer> {
     return named == std::string::npos ? text : text.replace(named, sparePath.size(), path);
   }
 
-  /// How much of the whole text a disk with room for so many bytes holds: of a capture, which goes
-  /// on when there is room again, the entries that fit whole.
-  static std::size_t Kept(const std::string& whole, std::size_t room) {
-    if (!GetParam().goesOn || room >= whole.size()) {
-      return room;
+  /// How much of the whole text a disk with this much space holds. A capture continues once there
+  /// is space again, so it keeps only complete entries.
+  static std::size_t Kept(const std::string& whole, std::size_t space) {
+    if (!GetParam().keepsWholeEntries || space >= whole.size()) {
+      return space;
     }
-    const std::size_t lineEnd = room < 2 ? std::string::npos : whole.rfind("\r\n", room - 2);
+    const std::size_t lineEnd = space < 2 ? std::string::npos : whole.rfind("\r\n", space - 2);
     return lineEnd == std::string::npos ? 0 : lineEnd + 2;
   }
 
-  /// Expects a disk with room for so many bytes to hold that much of the whole text, and the user
-  /// to be told just when that is not all.
-  static void ExpectBeginning(const std::string& whole, std::size_t room, const std::string& path,
-                              const std::string& told) {
-    SCOPED_TRACE("room for " + std::to_string(room) + " of " + std::to_string(whole.size()));
-    EXPECT_EQ(ReadTextFile(path), whole.substr(0, Kept(whole, room)));
-    if (room >= whole.size()) {
-      EXPECT_EQ(told, "");
-    } else if (told != kCaptureComplaint) {
-      EXPECT_EQ(told, GetParam().complaint);
+  /// Expects a disk with this much space to hold that much of the whole text, and a failure to be
+  /// reported only if that is not all of it.
+  static void ExpectBeginning(const std::string& whole, std::size_t space, const std::string& path,
+                              const std::string& reported) {
+    SCOPED_TRACE("space for " + std::to_string(space) + " of " + std::to_string(whole.size()));
+    EXPECT_EQ(ReadTextFile(path), whole.substr(0, Kept(whole, space)));
+    if (space >= whole.size()) {
+      EXPECT_EQ(reported, "");
+    } else if (reported != kCaptureComplaint) {
+      EXPECT_EQ(reported, GetParam().complaint);
     } else {
-      EXPECT_LT(room, whole.find("\r\n") + 2) << "only the first entry belongs to the start";
+      EXPECT_LT(space, whole.find("\r\n") + 2) << "only the first entry is part of the start";
     }
   }
 };
 
-TEST_P(FullDiskTest, KeepsWhatThereIsRoomForWhereverItFillsUpAndTellsTheUser) {
+TEST_P(FullDiskTest, KeepsWhatFitsWhereverItFillsUpAndReportsTheFailure) {
   const TemporaryFolder folder;
   const std::string path = folder.PathOf(GetParam().file);
   const std::string whole = WholeText(path);
   constexpr std::size_t kStep = 37;
-  for (std::size_t room = 0; room < whole.size() + kStep; room += kStep) {
+  for (std::size_t space = 0; space < whole.size() + kStep; space += kStep) {
     std::filesystem::remove(path);
     RealFilesRig rig;
-    std::string told;
+    std::string reported;
     {
-      const FileSizeLimit limit(room);
-      told = GetParam().write(rig, path);
+      const FileSizeLimit limit(space);
+      reported = GetParam().write(rig, path);
     }
-    ExpectBeginning(whole, room, path, told);
-    // What stands in the log box stands in the file.
+    ExpectBeginning(whole, space, path, reported);
+    // Everything in the log box is also in the file.
     const std::string shown = rig.logBox.text;
     EXPECT_EQ(shown, whole.substr(0, shown.size()));
-    EXPECT_LE(shown.size(), room);
+    EXPECT_LE(shown.size(), space);
     if (HasFailure()) {
       return;
     }
@@ -169,12 +172,12 @@ TEST_P(FullDiskTest, DoesTheSameOnADiskThatIsReallyFull) {
     }
     RealFilesRig rig;
     const std::string path = disk.PathOf(GetParam().file);
-    const std::string told = GetParam().write(rig, path);
-    ExpectBeginning(WholeText(path), pages * SmallDisk::kPageBytes, path, told);
+    const std::string reported = GetParam().write(rig, path);
+    ExpectBeginning(WholeText(path), pages * SmallDisk::kPageBytes, path, reported);
   }
 }
 
-TEST_P(FullDiskTest, WritesTheWholeTextAgainOnceThereIsRoom) {
+TEST_P(FullDiskTest, WritesTheWholeTextOnceThereIsSpaceAgain) {
   const TemporaryFolder folder;
   const std::string path = folder.PathOf(GetParam().file);
   const std::string whole = WholeText(path);
@@ -188,18 +191,18 @@ TEST_P(FullDiskTest, WritesTheWholeTextAgainOnceThereIsRoom) {
   EXPECT_EQ(ReadTextFile(path), whole);
 }
 
-TEST_P(FullDiskTest, IsToldWhenTheFolderIsGoneAndMakesNone) {
+TEST_P(FullDiskTest, ReportsAMissingFolderAndCreatesNone) {
   std::string path;
   {
     const TemporaryFolder folder;
     path = folder.PathOf(GetParam().file);
   }
   RealFilesRig rig;
-  const std::string told = GetParam().write(rig, path);
+  const std::string reported = GetParam().write(rig, path);
   const std::string name = GetParam().name;
-  EXPECT_EQ(told, name == "Capture" ? kCaptureComplaint
-                  : name == "Trace" ? "fault"
-                                    : GetParam().complaint);
+  EXPECT_EQ(reported, name == "Capture" ? kCaptureComplaint
+                      : name == "Trace" ? "fault"
+                                        : GetParam().complaint);
   EXPECT_FALSE(std::filesystem::exists(std::filesystem::path(path).parent_path()));
 }
 
@@ -208,7 +211,7 @@ INSTANTIATE_TEST_SUITE_P(Writers, FullDiskTest, testing::ValuesIn(kWriters),
                            return tested.param.name;
                          });
 
-TEST(LostCaptureFolderTest, ACaptureWhoseFolderGoesGoesOnAndTheNextStartIsTold) {
+TEST(LostCaptureFolderTest, ACaptureContinuesWithoutItsFolderAndTheNextStartReportsIt) {
   RealFilesRig rig;
   auto folder = std::make_unique<TemporaryFolder>();
   const std::string path = folder->PathOf("log.txt");
@@ -219,7 +222,7 @@ TEST(LostCaptureFolderTest, ACaptureWhoseFolderGoesGoesOnAndTheNextStartIsTold) 
   EXPECT_NE(rig.logBox.text.find("01->06=7"), std::string::npos);
   EXPECT_NO_THROW(capture.StopLoggingToFile());
   EXPECT_FALSE(capture.StartLoggingToFile(path));
-  EXPECT_EQ(Told(rig), kCaptureComplaint);
+  EXPECT_EQ(LastBoxText(rig), kCaptureComplaint);
   const TemporaryFolder other;
   EXPECT_TRUE(capture.StartLoggingToFile(other.PathOf("log.txt")));
   EXPECT_NO_THROW(capture.PrintLogEntry("01->06=8"));
@@ -231,7 +234,7 @@ class FullSettingsTest : public testing::Test {
   void Write(const std::string& text) { store.Write("LastFile", text); }
   std::string Read() const { return store.Read("LastFile", "default"); }
   std::string FileName() const { return folder.PathOf("CorvanaSync/CorvanaSync.ini"); }
-  std::size_t FilesThere() const {
+  std::size_t FileCount() const {
     const std::filesystem::directory_iterator all(std::filesystem::path(FileName()).parent_path());
     return static_cast<std::size_t>(std::distance(begin(all), end(all)));
   }
@@ -241,17 +244,17 @@ class FullSettingsTest : public testing::Test {
                             "Settings"};
 };
 
-TEST_F(FullSettingsTest, StayAsTheyWereWhereverTheDiskFillsUpAndTheUserIsTold) {
+TEST_F(FullSettingsTest, StayAsTheyWereWhereverTheDiskFillsUpAndReportAFault) {
   Write("/before.txt");
   const std::string before = ReadTextFile(FileName());
   const std::string after(before.size() * 3, 'x');
-  for (std::size_t room = 0; room < before.size() * 3; ++room) {
+  for (std::size_t space = 0; space < before.size() * 3; ++space) {
     {
-      const FileSizeLimit limit(room);
+      const FileSizeLimit limit(space);
       EXPECT_THROW(Write(after), base::Fault);
     }
-    ASSERT_EQ(ReadTextFile(FileName()), before) << room;
-    ASSERT_EQ(FilesThere(), 1U) << "what was written in part is taken away";
+    ASSERT_EQ(ReadTextFile(FileName()), before) << space;
+    ASSERT_EQ(FileCount(), 1U) << "a partly written file is removed";
   }
   Write(after);
   EXPECT_EQ(Read(), after);
@@ -269,11 +272,11 @@ TEST_F(FullSettingsTest, StayAsTheyWereOnADiskThatIsReallyFull) {
   EXPECT_EQ(full.Read("LastFile", ""), "/before.txt");
 }
 
-TEST_F(FullSettingsTest, BeginAnewWhenTheirFolderIsGone) {
+TEST_F(FullSettingsTest, StartEmptyWhenTheirFolderIsGone) {
   Write("/before.txt");
   std::filesystem::remove_all(folder.Path());
   EXPECT_EQ(Read(), "default");
-  EXPECT_FALSE(std::filesystem::exists(folder.Path())) << "reading makes no folder";
+  EXPECT_FALSE(std::filesystem::exists(folder.Path())) << "reading creates no folder";
   Write("/after.txt");
   EXPECT_EQ(Read(), "/after.txt");
 }

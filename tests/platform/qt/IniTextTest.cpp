@@ -20,7 +20,7 @@ std::optional<std::string> ReadBack(const std::string& file) {
   return text ? text->Value("Settings", "Key") : std::nullopt;
 }
 
-TEST(IniTextTest, OrdinaryValuesStandAsTheyAre) {
+TEST(IniTextTest, OrdinaryValuesAreWrittenUnchanged) {
   for (const std::string value :
        {"", "3", "True", "19200", R"(C:\temp\new\x41.txt)", "/home/a b/log, hall 2; part #1.txt",
         "a=b", "50 % \"quoted\" inside", "\"", "\\", "[x]", "; no comment", "J\xC3\xBCrgen",
@@ -46,7 +46,7 @@ TEST(IniTextTest, ValuesThatWouldBeMisreadAreQuoted) {
   }
 }
 
-TEST(IniTextTest, EveryValueComesBack) {
+TEST(IniTextTest, EveryValueIsReadBackUnchanged) {
   std::mt19937 random(4711);
   const std::string common = "\\x0A41\" \t\n=;#[],%\r\x7F\xC3\xBC";
   for (int round = 0; round < 20000; ++round) {
@@ -75,13 +75,13 @@ TEST(IniTextTest, HandWrittenTextIsUnderstood) {
   EXPECT_EQ(text->Value("Other", "ComPort"), std::nullopt);
 }
 
-TEST(IniTextTest, ByteOrderMarksInFrontCountForNothing) {
+TEST(IniTextTest, LeadingByteOrderMarksAreIgnored) {
   const std::optional<IniText> text = IniText::Parse("\xEF\xBB\xBF\xEF\xBB\xBF[Settings]\nKey=1\n");
   ASSERT_TRUE(text);
   EXPECT_EQ(text->Text(), "[Settings]\nKey=1\n");
 }
 
-TEST(IniTextTest, WritingKeepsWhatAPersonWrote) {
+TEST(IniTextTest, WritingKeepsHandWrittenCommentsAndOrder) {
   std::optional<IniText> text =
       IniText::Parse("; mine\n[Settings]\n# the port\ncomport = 3 \n\n[Ports]\nCOM1=/dev/a\n");
   ASSERT_TRUE(text);
@@ -94,7 +94,7 @@ TEST(IniTextTest, WritingKeepsWhatAPersonWrote) {
             "COM2=/dev/b\n\n[More]\nKey=x\n");
 }
 
-TEST(IniTextTest, WhatIsNoSettingsTextIsRefused) {
+TEST(IniTextTest, TextThatIsNotSettingsIsRefused) {
   for (const std::string& text :
        {std::string("garbage"), std::string("[Settings\nA=1\n"), std::string("[Settings]\nA=1\nB"),
         std::string("=value\n"), std::string("[Settings]\nA=\0\n", 14),

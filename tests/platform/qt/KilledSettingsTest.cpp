@@ -17,12 +17,12 @@ class KilledSettingsTest : public testing::Test {
  protected:
   std::string Key(int number) const { return "Key" + std::to_string(number % kKeys); }
   std::string Value(int number) const {
-    // Texts of very different lengths: half of a long one would be seen.
+    // The lengths differ widely, so that half of a long text would be noticed.
     return std::to_string(number) + std::string(number % 3 == 0 ? 9000 : 3, 'x');
   }
   int NumberIn(const std::string& value) const { return value.empty() ? -1 : std::stoi(value); }
 
-  /// Changes one setting after the other without end, telling of each as soon as it is written.
+  /// Changes one setting after another without end and reports each as soon as it is written.
   void ChangeWithoutEnd(int first, const std::function<void(const std::string&)>& report) {
     for (int number = first;; ++number) {
       store.Write(Key(number), Value(number));
@@ -35,7 +35,7 @@ class KilledSettingsTest : public testing::Test {
                             "Settings"};
 };
 
-TEST_F(KilledSettingsTest, KeepEveryChangeThatHadReturnedAtTwoHundredMoments) {
+TEST_F(KilledSettingsTest, KeepEveryFinishedChangeWhenKilledAtTwoHundredMoments) {
   constexpr int kKills = 200;
   constexpr unsigned kMostMicroseconds = 20000;
   std::mt19937 random(5);
@@ -52,14 +52,14 @@ TEST_F(KilledSettingsTest, KeepEveryChangeThatHadReturnedAtTwoHundredMoments) {
     for (int key = std::max(0, number - kKeys + 1); key <= number; ++key) {
       const std::string value = store.Read(Key(key), "");
       const int found = NumberIn(value);
-      // The write that was under way may be done and untold.
+      // The interrupted write may be finished but not reported.
       ASSERT_TRUE(found == key || (found == number + 1 && Key(key) == Key(number + 1)))
           << found << " instead of " << key << " after kill " << kill;
       ASSERT_EQ(value, Value(found));
     }
     ++number;
   }
-  EXPECT_GT(number, kKills) << "no writer came further than its first change";
+  EXPECT_GT(number, kKills) << "no writer got past its first change";
 }
 
 }  // namespace

@@ -15,7 +15,7 @@ namespace {
 
 class QtFileSystemTest : public ::testing::Test {
  protected:
-  /// The text of the fault that the attempt ends in.
+  /// The text of the fault that the attempt throws.
   template <typename Attempt>
   static std::string FaultOf(Attempt attempt) {
     try {
@@ -35,7 +35,7 @@ class QtFileSystemTest : public ::testing::Test {
   QtFileSystem files;
 };
 
-TEST_F(QtFileSystemTest, TakesANameThatIsNoTextAsItsBytes) {
+TEST_F(QtFileSystemTest, AcceptsANameThatIsNotValidText) {
   const std::string path = folder.PathOf("caf\xE9 \xFF.txt");
   files.OpenForOutput(path)->Write("one,");
   files.OpenForAppend(path)->Write("two");
@@ -46,7 +46,7 @@ TEST_F(QtFileSystemTest, TakesANameThatIsNoTextAsItsBytes) {
   EXPECT_EQ(test::ReadTextFile(path), "new");
 }
 
-TEST_F(QtFileSystemTest, TakesABackslashForASeparator) {
+TEST_F(QtFileSystemTest, AcceptsABackslashAsASeparator) {
   files.OpenForOutput(folder.Path() + "\\a.txt")->Write("text");
   EXPECT_EQ(test::ReadTextFile(folder.PathOf("a.txt")), "text");
   EXPECT_EQ(ReadAll(folder.Path() + "\\a.txt"), "text");
@@ -61,7 +61,7 @@ TEST_F(QtFileSystemTest, AFaultNamesTheFileAndTheReason) {
   EXPECT_EQ(FaultOf([&] { ExpectReadable(missing); }), reason);
 }
 
-TEST_F(QtFileSystemTest, AFolderIsNoFile) {
+TEST_F(QtFileSystemTest, RefusesAFolder) {
   const std::string reason = "cannot open \"" + folder.Path() + "\": Is a directory";
   EXPECT_EQ(FaultOf([&] { files.OpenForInput(folder.Path()); }), reason);
   EXPECT_EQ(FaultOf([&] { files.OpenForOutput(folder.Path()); }), reason);

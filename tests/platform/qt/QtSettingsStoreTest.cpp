@@ -58,7 +58,7 @@ class QtSettingsStoreTest : public testing::Test {
   QtSettingsStore store_{path_, kSection};
 };
 
-TEST_F(QtSettingsStoreTest, AbsentKeysHaveTheirDefault) {
+TEST_F(QtSettingsStoreTest, AnAbsentKeyHasItsDefault) {
   EXPECT_EQ(Read("ComPort", "1"), "1");
   EXPECT_EQ(FileText(), "no file");
   Write("Baudrate", "4800");
@@ -66,7 +66,7 @@ TEST_F(QtSettingsStoreTest, AbsentKeysHaveTheirDefault) {
   EXPECT_EQ(Read("Baudrate"), "4800");
 }
 
-TEST_F(QtSettingsStoreTest, FileCanBeReadByAPerson) {
+TEST_F(QtSettingsStoreTest, TheFileCanBeReadByAPerson) {
   Write("ComPort", "3");
   Write("LastFile", R"(C:\temp\new log, hall 2.txt)");
   QtSettingsStore(path_, "Ports").Write("COM1", "/dev/ttyUSB0");
@@ -78,7 +78,7 @@ TEST_F(QtSettingsStoreTest, FileCanBeReadByAPerson) {
   EXPECT_THAT(Names(), ElementsAre("CorvanaSync.ini"));
 }
 
-TEST_F(QtSettingsStoreTest, TextsComeBackAsTheyWere) {
+TEST_F(QtSettingsStoreTest, TextsAreReadBackUnchanged) {
   for (const std::string text :
        {"", "True", "19200", "/home/x/a, b; c.log", R"(C:\new\table.txt)", " blanks around ",
         "\"quoted\"", "J\xC3\xBCrgen", "two\r\nlines", "General"}) {
@@ -105,7 +105,7 @@ TEST_F(QtSettingsStoreTest, AnApplicationsFileIsInTheUsersConfigurationFolder) {
   }
 }
 
-TEST_F(QtSettingsStoreTest, BrokenFileIsSetAsideAndNoneIsLost) {
+TEST_F(QtSettingsStoreTest, BrokenFilesAreSetAsideAndNoneIsLost) {
   for (const std::string& broken :
        {std::string("\x89PNG\r\n\x1A\n\0\0", 10), std::string("[Settings\n")}) {
     PutFile(broken);
@@ -122,7 +122,7 @@ TEST_F(QtSettingsStoreTest, BrokenFileIsSetAsideAndNoneIsLost) {
   EXPECT_EQ(last.readAll(), "half a li");
 }
 
-TEST_F(QtSettingsStoreTest, FolderOrPipeInItsPlaceIsSetAside) {
+TEST_F(QtSettingsStoreTest, AFolderOrPipeInItsPlaceIsSetAside) {
   ASSERT_TRUE(QDir().mkpath(path_ + "/inner"));
   EXPECT_EQ(Read("ComPort", "1"), "1");
   EXPECT_TRUE(QFileInfo(path_ + ".broken-1/inner").isDir());
@@ -132,7 +132,7 @@ TEST_F(QtSettingsStoreTest, FolderOrPipeInItsPlaceIsSetAside) {
   EXPECT_TRUE(QFileInfo::exists(path_ + ".broken-2"));
 }
 
-TEST_F(QtSettingsStoreTest, FileThatTheUserMayNotReadIsSetAside) {
+TEST_F(QtSettingsStoreTest, AFileThatTheUserMayNotReadIsSetAside) {
   PutFile("[Settings]\nComPort=3\n");
   ::chmod(folder_.path().toLocal8Bit().constData(), 0777);
   ::chmod(QFileInfo(path_).path().toLocal8Bit().constData(), 0777);
@@ -142,7 +142,7 @@ TEST_F(QtSettingsStoreTest, FileThatTheUserMayNotReadIsSetAside) {
   EXPECT_THAT(Names(), ElementsAre("CorvanaSync.ini.broken-1"));
 }
 
-TEST_F(QtSettingsStoreTest, LinkToTheFileStaysALink) {
+TEST_F(QtSettingsStoreTest, ALinkToTheFileStaysALink) {
   ASSERT_TRUE(QDir(folder_.path()).mkpath("CorvanaSync"));
   ASSERT_TRUE(QDir(folder_.path()).mkpath("elsewhere"));
   QFile target(folder_.filePath("elsewhere/mine.ini"));
@@ -158,7 +158,7 @@ TEST_F(QtSettingsStoreTest, LinkToTheFileStaysALink) {
             QFile::Permissions());
 }
 
-TEST_F(QtSettingsStoreTest, FolderThatCannotBeWrittenIsAFault) {
+TEST_F(QtSettingsStoreTest, AFolderThatCannotBeWrittenIsAFault) {
   PutFile("[Settings]\nComPort=3\n");
   const auto faultOfWriting = [](QtSettingsStore& store) -> std::string {
     try {
@@ -168,7 +168,7 @@ TEST_F(QtSettingsStoreTest, FolderThatCannotBeWrittenIsAFault) {
       return fault.Kind() == base::FaultKind::File ? fault.what() : "another fault";
     }
   };
-  // A folder of the superuser's, for a user without rights.
+  // A folder of the superuser, for an unprivileged user.
   ::chmod(folder_.path().toLocal8Bit().constData(), 0755);
   ::chmod(QFileInfo(path_).path().toLocal8Bit().constData(), 0555);
   EXPECT_EQ(
@@ -176,7 +176,7 @@ TEST_F(QtSettingsStoreTest, FolderThatCannotBeWrittenIsAFault) {
       "cannot write \"" + path_.toStdString() + "\": Permission denied");
   EXPECT_EQ(Read("ComPort"), "3");
   ::chmod(QFileInfo(path_).path().toLocal8Bit().constData(), 0755);
-  // A file where the folder should be, for every user.
+  // A file in place of the folder, for every user.
   const QString blockedPath = path_ + "/CorvanaSync/CorvanaSync.ini";
   QtSettingsStore blocked(blockedPath, kSection);
   EXPECT_EQ(blocked.Read("ComPort", "1"), "1");
@@ -218,7 +218,7 @@ TEST_F(QtSettingsStoreTest, TwoProgramsKeepEachOthersKeys) {
   }
 }
 
-TEST_F(QtSettingsStoreTest, KilledWriterLeavesAWholeFile) {
+TEST_F(QtSettingsStoreTest, AKilledWriterLeavesACompleteFile) {
   Write("Kept", "value");
   const std::string small = "small";
   const std::string large(200000, 'x');
@@ -241,7 +241,7 @@ TEST_F(QtSettingsStoreTest, KilledWriterLeavesAWholeFile) {
     ASSERT_EQ(Read("Kept"), "value");
   }
   EXPECT_GT(largeSeen, 0);
-  // The lock and the half file of a killed writer are in nobody's way.
+  // The lock and the partial file of a killed writer do not block others.
   QElapsedTimer clock;
   clock.start();
   Write("Changing", "last");
@@ -250,7 +250,7 @@ TEST_F(QtSettingsStoreTest, KilledWriterLeavesAWholeFile) {
   EXPECT_THAT(Names(), ElementsAre("CorvanaSync.ini"));
 }
 
-TEST_F(QtSettingsStoreTest, WriterThatHangsIsNotWaitedForLong) {
+TEST_F(QtSettingsStoreTest, AHangingWriterDoesNotBlockOthersForLong) {
   Write("ComPort", "3");
   QElapsedTimer clock;
   ChildProcess hanging([&](const auto& report) {

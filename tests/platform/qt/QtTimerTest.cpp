@@ -33,7 +33,7 @@ TEST(QtTimerTest, TicksAtItsIntervalWhileOn) {
   EXPECT_EQ(ticks, 4);
 }
 
-TEST(QtTimerTest, MayHaveNoTick) {
+TEST(QtTimerTest, RunsWithoutATickHandler) {
   QtTimer timer(1);
   timer.SwitchOn();
   RunEvents(20);
@@ -71,35 +71,35 @@ TEST(QtTimerTest, SwitchingOnDoesNotRestart) {
   EXPECT_GT(windowsTimer.remainingTime(), 9700);
 }
 
-TEST(QtTimerTest, TickOfASpellThatIsOverDoesNotCome) {
+TEST(QtTimerTest, ATickFromBeforeSwitchingOffIsDropped) {
   QTimer windowsTimer;
   QtTimer timer(windowsTimer, 10000);
   int ticks = 0;
   timer.SetTick([&] { ++ticks; });
-  // The signal stands for an interval that has just run out.
-  const auto runOut = [&] { QMetaObject::invokeMethod(&windowsTimer, "timeout"); };
+  // The signal simulates the end of an interval.
+  const auto endInterval = [&] { QMetaObject::invokeMethod(&windowsTimer, "timeout"); };
   timer.SwitchOn();
-  runOut();
+  endInterval();
   timer.SwitchOff();
   timer.SwitchOn();
   RunEvents(20);
   EXPECT_EQ(ticks, 0);
-  runOut();
+  endInterval();
   RunEvents(20);
   EXPECT_EQ(ticks, 1);
-  runOut();
+  endInterval();
   windowsTimer.stop();
   RunEvents(20);
   EXPECT_EQ(ticks, 1);
 }
 
-TEST(QtTimerTest, TicksGoOnWhileAnEarlierOneWaits) {
+TEST(QtTimerTest, TicksContinueWhileAnEarlierOneWaits) {
   QtTimer timer(20);
   int ticks = 0;
   bool answered = false;
   timer.SetTick([&] {
     if (++ticks == 1) {
-      // A question to the user: its own event loop, until it is answered.
+      // Simulates a question to the user, which runs its own event loop until it is answered.
       EXPECT_TRUE(RunUntil([&] { return ticks >= 4; }));
       answered = true;
     }
@@ -119,7 +119,7 @@ TEST(QtTimerTest, LateTicksDoNotPileUp) {
   EXPECT_LE(ticks, 3);
 }
 
-TEST(QtTimerTest, OutlivesAWindowsTimer) {
+TEST(QtTimerTest, StaysOffOnceTheWindowsTimerIsDestroyed) {
   auto windowsTimer = std::make_unique<QTimer>();
   QtTimer timer(*windowsTimer, 1);
   timer.SwitchOn();
@@ -130,7 +130,7 @@ TEST(QtTimerTest, OutlivesAWindowsTimer) {
   timer.SwitchOff();
 }
 
-TEST(QtTimerTest, MayDieWithATickUnderWay) {
+TEST(QtTimerTest, MayBeDestroyedWithATickPending) {
   int ticks = 0;
   QTimer windowsTimer;
   {

@@ -8,8 +8,8 @@
 
 namespace kelvara::test {
 
-/// A whole session on the machine's own files, with results to write; the rest of the machine is
-/// moved by hand.
+/// A complete session on real files, with results to write. Doubles stand in for the rest of the
+/// machine.
 struct RealFilesRig : SessionRigOn<qt::QtFileSystem> {
   RealFilesRig() {
     constexpr std::int16_t kAas = 12;

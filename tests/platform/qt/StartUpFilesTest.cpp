@@ -20,7 +20,7 @@
 namespace kelvara::test {
 namespace {
 
-/// What a program may find where a file of its own should be.
+/// What a program may find in place of one of its files.
 enum class Found { Missing, Empty, Truncated, Binary, Unreadable, Folder };
 
 constexpr std::array kAllFound = {Found::Missing, Found::Empty,      Found::Truncated,
@@ -31,7 +31,7 @@ void PrintTo(Found found, std::ostream* stream) {
   *stream << kNames.at(static_cast<std::size_t>(found));
 }
 
-/// Bytes of all values, none of which begins anything known.
+/// Bytes of all values, in an order that begins no known format.
 std::string BinaryText() {
   std::string bytes;
   for (int byte = 255; byte >= 0; --byte) {
@@ -40,10 +40,10 @@ std::string BinaryText() {
   return bytes + bytes;
 }
 
-/// A folder with one file in some condition, looked at by a user without rights.
+/// A folder with one file in some condition, as an unprivileged user sees it.
 class StartUpFilesTest : public testing::Test {
  protected:
-  /// What stands in a file in the condition.
+  /// The contents of a file in the condition.
   static std::string Text(Found found, const std::string& whole) {
     return found == Found::Empty       ? ""
            : found == Found::Truncated ? whole.substr(0, whole.size() / 2)
@@ -51,7 +51,7 @@ class StartUpFilesTest : public testing::Test {
                                        : whole;
   }
 
-  /// Puts a file into the condition; its whole text is cut in half where it is truncated.
+  /// Creates a file in the condition; a truncated one has half of its text.
   void Put(Found found, const std::string& name, const std::string& whole) {
     const std::string path = folder.PathOf(name);
     std::filesystem::remove_all(path);
@@ -66,13 +66,13 @@ class StartUpFilesTest : public testing::Test {
     }
   }
 
-  /// What a file holds, be it one that nobody may read.
+  /// The contents of a file, even if nobody may read it.
   std::string TextOf(const std::string& name) const {
     ::chmod(folder.PathOf(name).c_str(), 0666);
     return ReadTextFile(folder.PathOf(name));
   }
 
-  /// What a user without rights finds, in a line.
+  /// What an unprivileged user finds, as one line.
   static std::string AsUser(const std::function<std::string(RealFilesRig& rig)>& work) {
     return ReportOfChild(
         [&](const auto& report) {
@@ -96,7 +96,7 @@ class StartUpFilesTest : public testing::Test {
   TemporaryFolder folder;
 };
 
-TEST_F(StartUpFilesTest, SettingsThatCannotBeReadAreSetAsideAndBeginAnew) {
+TEST_F(StartUpFilesTest, SettingsThatCannotBeReadAreSetAsideAndStartEmpty) {
   const std::string name = "CorvanaSync/CorvanaSync.ini";
   const std::string whole = "[Settings]\nLastFile=/log\nComPort=3\n";
   for (const Found found : kAllFound) {
@@ -111,7 +111,7 @@ TEST_F(StartUpFilesTest, SettingsThatCannotBeReadAreSetAsideAndBeginAnew) {
       text += store.Read("ComPort", "1");
       return text;
     });
-    // Half of it ends inside a line that has no "=" yet.
+    // Half of the file ends in a line that has no "=" yet.
     EXPECT_EQ(port, "14");
     const std::string aside = name + ".broken-1";
     ASSERT_EQ(std::filesystem::exists(folder.PathOf(aside)),
@@ -126,7 +126,7 @@ TEST_F(StartUpFilesTest, SettingsThatCannotBeReadAreSetAsideAndBeginAnew) {
   }
 }
 
-TEST_F(StartUpFilesTest, SettingsCutOffAnywhereAreReadSoFarOrSetAsideWhole) {
+TEST_F(StartUpFilesTest, SettingsCutOffAnywhereAreReadAsFarAsTheyGoOrSetAside) {
   const std::string name = "CorvanaSync/CorvanaSync.ini";
   const std::string whole = "[Settings]\nComPort=12\nLastFile=/log.txt\n\n[Ports]\nCOM1=/dev/x\n";
   std::filesystem::create_directories(folder.PathOf("CorvanaSync"));
@@ -179,7 +179,7 @@ TEST_F(StartUpFilesTest, RememberedFieldsAreReadAsFarAsTheyGo) {
   }
 }
 
-TEST_F(StartUpFilesTest, RememberedFieldsAreReplacedByASaveOrStayWithoutAWord) {
+TEST_F(StartUpFilesTest, SavingReplacesTheRememberedFieldsOrFailsSilently) {
   const std::string whole = "hall\r\nR. Marlow\r\n 0 \r\nnotes\r\n";
   for (const Found found : kAllFound) {
     SCOPED_TRACE(testing::PrintToString(found));
@@ -198,7 +198,7 @@ TEST_F(StartUpFilesTest, RememberedFieldsAreReplacedByASaveOrStayWithoutAWord) {
   }
 }
 
-TEST_F(StartUpFilesTest, RememberedFieldsOfAnyBytesComeBackAsTheyAre) {
+TEST_F(StartUpFilesTest, RememberedFieldsMayHoldAnyBytes) {
   Put(Found::Binary, "rfields.ds", "");
   const std::string bytes = BinaryText();
   RealFilesRig rig;
@@ -220,7 +220,7 @@ TEST_F(StartUpFilesTest, ASiteFileIsReadOrRefusedWithItsName) {
         return fault.what();
       }
     });
-    // Half of it is the first antenna and the beginning of the second.
+    // Half of the file is the first antenna and the beginning of the second.
     if (found == Found::Truncated) {
       EXPECT_EQ(result.substr(0, path.size() + 10), "\"" + path + "\", line 2");
     } else {
@@ -232,7 +232,7 @@ TEST_F(StartUpFilesTest, ASiteFileIsReadOrRefusedWithItsName) {
   }
 }
 
-TEST_F(StartUpFilesTest, ASiteFileCutOffAnywhereNeverGivesAnAntennaThatIsNotInIt) {
+TEST_F(StartUpFilesTest, ASiteFileCutOffAnywhereNeverYieldsAnAntennaThatIsNotInIt) {
   const std::string whole = "1 0 90 50\n2 1 90 100\n3 2 90 150\n";
   const sim::Site site = sim::ParseSite(whole, "site");
   int refused = 0;
@@ -253,7 +253,7 @@ TEST_F(StartUpFilesTest, ASiteFileCutOffAnywhereNeverGivesAnAntennaThatIsNotInIt
   EXPECT_GT(refused, 0);
 }
 
-TEST_F(StartUpFilesTest, AHelpPageIsOpenedAsItStandsOrToldWithItsPath) {
+TEST_F(StartUpFilesTest, AHelpPageIsOpenedOrReportedWithItsPath) {
   std::filesystem::create_directory(folder.PathOf("Help"));
   const std::string path = help::HelpPath(folder.Path());
   for (const Found found : kAllFound) {
@@ -270,7 +270,7 @@ TEST_F(StartUpFilesTest, AHelpPageIsOpenedAsItStandsOrToldWithItsPath) {
   }
 }
 
-TEST_F(StartUpFilesTest, APreviousReportIsReplacedOrTheUserIsToldAndItStays) {
+TEST_F(StartUpFilesTest, APreviousReportIsReplacedOrKeptAndTheFailureReported) {
   const std::string path = folder.PathOf("report.html");
   const std::string question = " [" + path + " already exists.||Do you want to replace it?]";
   const std::string failure =
@@ -297,7 +297,7 @@ TEST_F(StartUpFilesTest, APreviousReportIsReplacedOrTheUserIsToldAndItStays) {
   }
 }
 
-TEST_F(StartUpFilesTest, APreviousTestReportIsReplacedWithoutAQuestionOrTheUserIsTold) {
+TEST_F(StartUpFilesTest, APreviousTestReportIsReplacedWithoutAQuestionOrTheFailureReported) {
   for (const Found found : kAllFound) {
     SCOPED_TRACE(testing::PrintToString(found));
     Put(found, "test.html", "<html>older</html>");

@@ -20,12 +20,12 @@ TEST(FileAddressTest, HoldsTheAbsolutePath) {
   EXPECT_EQ(widgets::AddressOf("report.html").toLocalFile().toStdString(), here + "/report.html");
 }
 
-TEST(FileAddressTest, HoldsEachByteOfANameThatIsNoText) {
+TEST(FileAddressTest, HoldsEachByteOfANameThatIsNotValidText) {
   EXPECT_EQ(Encoded("/a folder/B\xFChne#1%.html"), "file:///a%20folder/B%FChne%231%25.html");
   EXPECT_EQ(Encoded("/folder\\B\xFChne.html"), "file:///folder/B%FChne.html");
 }
 
-TEST(FileAddressTest, GivesEveryPathBack) {
+TEST(FileAddressTest, ConvertsBackToTheSamePath) {
   for (const std::string path : {"/report.html", "/a folder/B\xC3\xBChne.html", "/B\xFChne.html",
                                  "/50% #1?.html", "/\xFF/\xC3\xBC\xFF+&.html"}) {
     EXPECT_EQ(widgets::LocalPath(widgets::AddressOf(path)), path);

@@ -11,7 +11,7 @@ namespace {
 
 constexpr auto kWanted = "Courier New";
 
-/// A machine on which a font of unequal widths comes in place of Courier New, until it goes.
+/// Makes the machine substitute a proportional font for Courier New for as long as it exists.
 class ProportionalSubstitute {
  public:
   ProportionalSubstitute() {
@@ -33,13 +33,13 @@ void ExpectOneWidth(const QFont& font) {
   }
 }
 
-TEST(FixedPitchFontTest, IsCourierNewOrWhatTheMachinePutsInItsPlace) {
+TEST(FixedPitchFontTest, IsCourierNewOrTheMachinesSubstitute) {
   const QFont font = widgets::CourierNew();
   EXPECT_EQ(font.family(), kWanted);
   ExpectOneWidth(font);
 }
 
-TEST(FixedPitchFontTest, HasOneWidthWhereTheMachinePutsAnotherInItsPlaceThatHasNot) {
+TEST(FixedPitchFontTest, HasOneWidthEvenIfTheMachinesSubstituteHasNot) {
   const ProportionalSubstitute substitute;
   if (QFontInfo(QFont(QString::fromLatin1(kWanted))).fixedPitch()) {
     GTEST_SKIP() << "needs a machine without Courier New, and a proportional default font";

@@ -61,7 +61,7 @@ std::string ReasonOf(PortState state, const std::string& device, const std::stri
   return "no serial hardware answers behind it";
 }
 
-/// What helps where a device cannot be opened; empty where the reason says it.
+/// What the user can do about a device that cannot be opened; empty if the reason already says so.
 std::string Advice(PortState state) {
   switch (state) {
     case PortState::Absent:

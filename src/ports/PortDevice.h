@@ -4,57 +4,57 @@
 
 namespace kelvara::ports {
 
-/// How a device stands to a program that wants to open it as its serial port.
+/// Whether a device can be opened as a serial port and, if not, why.
 enum class PortState {
   Free,           ///< It can be opened.
-  Absent,         ///< There is nothing of that name.
-  NotAPort,       ///< Something else than a serial port has that name.
+  Absent,         ///< Nothing has that name.
+  NotAPort,       ///< Something other than a serial port has that name.
   NoPermission,   ///< The user may not open it.
   HeldHere,       ///< This program has it open.
-  HeldElsewhere,  ///< Another program has it open for itself alone.
-  LockLeft,       ///< A program that is gone left a lock file that this user may not remove.
-  Dead,           ///< The system knows the name, but no hardware answers behind it.
+  HeldElsewhere,  ///< Another program has it open exclusively.
+  LockLeft,       ///< A program that has ended left a lock file that this user may not remove.
+  Dead,           ///< The system knows the name, but no hardware responds.
 };
 
-/// What a look at a device shows.
+/// The result of examining a device.
 struct PortFinding {
   PortState state = PortState::Absent;
-  /// Why it cannot be opened, for the user; empty when it can.
+  /// Why it cannot be opened, for the user; empty if it can.
   std::string reason;
 
   bool IsPresent() const { return state != PortState::Absent; }
 
-  /// What the user is told before choosing the device: that it can be opened, or why not and what
-  /// to do.
+  /// What to tell a user who is about to choose the device: that it can be opened, or why not and
+  /// what to do.
   std::string Description() const;
 };
 
-/// A state with its reason. `detail`: of `HeldElsewhere` the program that has the device open, or
-/// empty where it is not known; of `LockLeft` the lock file.
+/// A state with its reason. `detail` is, for `HeldElsewhere`, the program that has the device open,
+/// or empty if it is unknown; for `LockLeft`, the lock file.
 PortFinding FindingOf(PortState state, const std::string& device, const std::string& detail = {});
 
-/// Finds out whether a device can be opened, and why not, without opening it: opening moves the
-/// control lines, and what is connected may take that for a command. Two things only an opening
-/// shows: that no hardware is behind a name, and that a program has the device in exclusive mode
-/// that left neither a lock file nor a lock on the device itself.
+/// Finds out whether a device can be opened, and why not, without opening it: opening changes the
+/// control lines, and connected equipment may take that for a command. Two conditions show only on
+/// opening: that no hardware is present, and that a program which left neither a lock file nor a
+/// lock on the device has it in exclusive mode.
 PortFinding LookAt(const std::string& device);
 
-/// The device that a name stands for after all links, or the name itself where that leads nowhere.
+/// Resolves all links in a device's name. A name that leads nowhere is returned unchanged.
 std::string FollowLinks(const std::string& device);
 
-/// The exclusive hold on a device. The system's own exclusive mode does not bind the superuser, and
-/// the usual lock files bind only who looks for them; so an advisory lock on the device itself is
-/// held as long as the port is open, and asked for before anything on the line is touched: a
-/// session that is running on it is not disturbed.
+/// An exclusive lock on a device. The system's own exclusive mode does not bind the superuser, and
+/// lock files bind only programs that check them, so an advisory lock on the device itself is held
+/// while the port is open. It is acquired before anything on the line changes: a running session is
+/// not disturbed.
 class PortLock {
  public:
-  /// Tries to take the device (not a link to it).
+  /// Tries to lock the device, which must not be a link.
   explicit PortLock(const std::string& device) : finding_(Take(device)) {}
   ~PortLock();
   PortLock(const PortLock&) = delete;
   PortLock& operator=(const PortLock&) = delete;
 
-  /// `Free` when it is taken, else why not.
+  /// `Free` if the lock was acquired, otherwise why not.
   const PortFinding& Finding() const { return finding_; }
 
  private:

@@ -23,14 +23,14 @@
 namespace kelvara::ports {
 namespace {
 
-/// The next line of a file without the blanks around it; empty at its end.
+/// The next line of a file without surrounding blanks; empty at the end of the file.
 std::string NextLine(std::istream& file) {
   std::string line;
   std::getline(file, line);
   return std::string(qt::Trimmed(line));
 }
 
-/// The program's name as the system keeps it, cut to 15 characters, or empty.
+/// The program's name as the system keeps it, cut to 15 characters; empty if it is unknown.
 std::string ProgramOf(pid_t process) {
   std::ifstream file("/proc/" + std::to_string(process) + "/comm");
   return NextLine(file);
@@ -38,7 +38,7 @@ std::string ProgramOf(pid_t process) {
 
 bool IsRunning(pid_t process) { return ::kill(process, 0) == 0 || errno == EPERM; }
 
-/// "NAME, process NUMBER", or "process NUMBER" where the name is not known.
+/// "NAME, process NUMBER", or "process NUMBER" if the name is unknown.
 std::string NameOfProcess(pid_t process) {
   std::string text = ProgramOf(process);
   text += text.empty() ? "process " : ", process ";
@@ -46,7 +46,7 @@ std::string NameOfProcess(pid_t process) {
   return text;
 }
 
-/// Where serial programs leave a device's lock file, or an empty path.
+/// The path of a device's lock file, as serial programs name it; empty if there is none.
 std::string LockFileOf(const std::string& device) {
   constexpr std::string_view kDevices = "/dev/";
   if (!device.starts_with(kDevices)) {
@@ -57,7 +57,7 @@ std::string LockFileOf(const std::string& device) {
   return "/var/lock/LCK.." + name;
 }
 
-/// What is left of a lock file's process.
+/// What became of the process that a lock file names.
 enum class LockOwner { Unknown, Running, Gone };
 
 struct LockFile {
@@ -65,7 +65,7 @@ struct LockFile {
   pid_t process = 0;
 };
 
-/// Reads a lock file; one that is not there or names no process has no known owner.
+/// Reads a lock file. One that is missing or names no process has an unknown owner.
 LockFile ReadLockFile(const std::string& path) {
   std::error_code error;
   if (!std::filesystem::is_regular_file(path, error)) {
@@ -79,15 +79,15 @@ LockFile ReadLockFile(const std::string& path) {
   if (failure != std::errc() || end != number.data() + number.size() || process <= 0) {
     return {};
   }
-  // Many programs write their name too. Another name tells that the holder died and its number went
-  // to a process that has nothing to do with the port.
+  // Many programs write their name too. If it differs, the owner has died and its number now
+  // belongs to an unrelated process.
   const std::string program = NextLine(file);
   const bool isRunning =
       IsRunning(process) && (program.empty() || program.starts_with(ProgramOf(process)));
   return {isRunning ? LockOwner::Running : LockOwner::Gone, process};
 }
 
-/// Whether this user may remove a lock file. Opening a port does that with one left behind.
+/// Whether this user may remove a lock file. Opening a port removes one that was left behind.
 bool MayRemove(const std::string& path) {
   const std::string folder = std::filesystem::path(path).parent_path();
   struct stat file {};
@@ -130,8 +130,8 @@ PortFinding HeldBy(pid_t process, const std::string& device) {
              : FindingOf(PortState::HeldElsewhere, device, NameOfProcess(process));
 }
 
-/// Whether the system counts a character device among others than the terminals, to which serial
-/// ports belong. Pseudo-terminals are in no such count.
+/// Whether the system lists a character device under a subsystem other than terminals, to which
+/// serial ports belong. Pseudo-terminals are listed under none.
 bool IsOtherKind(const struct stat& status) {
   std::error_code error;
   const std::filesystem::path kind =
@@ -202,7 +202,7 @@ PortFinding PortLock::Take(const std::string& device) {
     return finding;
   }
   handle_ = ::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
-  // A built-in port that the machine does not have can be opened, but not asked.
+  // A built-in port that the machine lacks can be opened, but its settings cannot be read.
   struct termios settings {};
   if (handle_ < 0 || ::flock(handle_, LOCK_EX | LOCK_NB) != 0 ||
       ::tcgetattr(handle_, &settings) != 0) {

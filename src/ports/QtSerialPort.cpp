@@ -14,10 +14,10 @@ namespace {
 
 constexpr qint64 kOutputCharacters = 512;
 
-/// Why a device that could be locked could not be opened after all.
+/// Why a device that could be locked could not be opened.
 PortFinding FindingOf(const QSerialPort& device) {
   if (device.error() == QSerialPort::PermissionError) {
-    // The device itself could be opened: it is the lock file that is not to be had.
+    // The device itself could be opened, so the lock file is the obstacle.
     return {PortState::HeldElsewhere,
             "in use by another program, or one that died left its lock file behind"};
   }
@@ -59,7 +59,7 @@ void QtSerialPort::SetOpen(bool open) {
     OpenDevice();
   } else {
     CloseDevice();
-    lastWords_.clear();
+    leftover_.clear();
     break_ = false;
   }
   open_ = open;
@@ -115,8 +115,8 @@ void QtSerialPort::CloseDevice() {
   if (!HasDevice()) {
     return;
   }
-  const QSignalBlocker gone(device_);
-  // Closing would wait for the line to take what is queued.
+  const QSignalBlocker errorsNoLongerCount(device_);
+  // Otherwise closing would wait until the queued text is sent.
   device_.clear();
   device_.close();
   lock_.reset();
@@ -130,12 +130,12 @@ void QtSerialPort::TakeError(QSerialPort::SerialPortError error) {
   }
   {
     const QSignalBlocker oneErrorIsEnough(device_);
-    const std::size_t room =
-        platform::kInputBufferBytes - std::min(lastWords_.size(), platform::kInputBufferBytes);
-    lastWords_ += device_.read(static_cast<qint64>(room)).toStdString();
+    const std::size_t space =
+        platform::kInputBufferBytes - std::min(leftover_.size(), platform::kInputBufferBytes);
+    leftover_ += device_.read(static_cast<qint64>(space)).toStdString();
   }
   CloseDevice();
-  if (!lastWords_.empty()) {
+  if (!leftover_.empty()) {
     TakeArrival();
   }
 }
@@ -146,13 +146,13 @@ void QtSerialPort::SetBreak(bool asserted) {
   }
   break_ = asserted;
   if (HasDevice()) {
-    const QSignalBlocker someCannot(device_);
+    const QSignalBlocker failureIsIgnored(device_);
     device_.setBreakEnabled(asserted);
   }
 }
 
 std::size_t QtSerialPort::InputCount() const {
-  return lastWords_.size() + static_cast<std::size_t>(device_.bytesAvailable());
+  return leftover_.size() + static_cast<std::size_t>(device_.bytesAvailable());
 }
 
 void QtSerialPort::DiscardInput() {
@@ -160,15 +160,15 @@ void QtSerialPort::DiscardInput() {
     device_.clear(QSerialPort::Input);
   }
   if (HasDevice()) {
-    // A buffer that was full has stopped the reading, and only a read sets it going again.
+    // A full buffer has stopped the reading, and only a read restarts it.
     device_.readAll();
   }
-  lastWords_.clear();
+  leftover_.clear();
 }
 
 std::string QtSerialPort::Input(std::size_t most) {
-  std::string input = lastWords_.substr(0, most);
-  lastWords_.erase(0, input.size());
+  std::string input = leftover_.substr(0, most);
+  leftover_.erase(0, input.size());
   if (HasDevice()) {
     const auto wanted = std::min(platform::kInputBufferBytes, most - input.size());
     input += device_.read(static_cast<qint64>(wanted)).toStdString();
@@ -179,8 +179,8 @@ std::string QtSerialPort::Input(std::size_t most) {
 
 void QtSerialPort::Output(std::string_view text) {
   if (HasDevice()) {
-    const qint64 room = std::max(kOutputCharacters - device_.bytesToWrite(), qint64{0});
-    device_.write(text.data(), std::min(static_cast<qint64>(text.size()), room));
+    const qint64 space = std::max(kOutputCharacters - device_.bytesToWrite(), qint64{0});
+    device_.write(text.data(), std::min(static_cast<qint64>(text.size()), space));
   }
 }
 
@@ -229,7 +229,7 @@ void QtSerialPort::Notify() {
   const std::size_t takenBefore = charactersTaken_;
   {
     const QScopedValueRollback running(notifying_, true);
-    // A copy: it may set another one in its place.
+    // A copy, because the notification may be replaced while it runs.
     const std::function<void()> notification = notification_;
     notification();
   }

@@ -10,18 +10,18 @@
 
 namespace kelvara::ports {
 
-/// The serial port of the machine: 8 data bits, no parity, 1 stop bit, no flow control.
+/// The machine's serial port: 8 data bits, no parity, 1 stop bit, no flow control.
 ///
-/// A device that fails is closed at its first error, because it would go on reporting errors as
-/// fast as the program can take them. The port stays open for the program: it has no input, output
-/// goes nowhere, and settings and break flag wait for `RestoreDevice`.
+/// A device that fails is closed at its first error, because it would keep reporting errors as fast
+/// as the program can handle them. The port still counts as open: it has no input, output is
+/// dropped, and settings and break flag are kept for `RestoreDevice`.
 ///
-/// The receive notification comes from the event loop, never out of another operation, and never
-/// while an earlier one is still running: then it follows when that one returns. It is repeated as
-/// long as characters are left of which the last one took some.
+/// The receive notification comes from the event loop, never from within another operation.
+/// Notifications are not nested: one that becomes due during another follows when that returns. It
+/// repeats while characters remain, if the last one consumed some or more have arrived.
 class QtSerialPort : public platform::SerialPort {
  public:
-  /// Over a table that outlives the port; a port number is looked up at each opening.
+  /// The table must exist as long as the port. A port number is looked up at each opening.
   explicit QtSerialPort(const PortTable& ports);
   ~QtSerialPort() override;
   QtSerialPort(const QtSerialPort&) = delete;
@@ -30,11 +30,11 @@ class QtSerialPort : public platform::SerialPort {
   void SetPortNumber(std::int16_t portNumber) override { portNumber_ = portNumber; }
   std::int16_t PortNumber() const override { return portNumber_; }
 
-  /// Takes "RATE,n,8,1" alone. After a fault the earlier settings still hold.
+  /// Accepts only "RATE,n,8,1". After a fault the earlier settings remain.
   void SetSettings(std::string_view settings) override;
   std::string Settings() const override;
 
-  /// Opening an open port and closing a closed one do nothing. A closed port's break flag is off.
+  /// Opening an open port or closing a closed one does nothing. Closing clears the break flag.
   void SetOpen(bool open) override;
   bool IsOpen() const override { return open_; }
 
@@ -45,22 +45,22 @@ class QtSerialPort : public platform::SerialPort {
   void DiscardInput() override;
   std::string Input(std::size_t most) override;
 
-  /// What would not fit in a queue of 512 characters is dropped.
+  /// Text that does not fit in a queue of 512 characters is dropped.
   void Output(std::string_view text) override;
   void DiscardOutput() override;
 
-  /// Opens the device that the port was opened with, by the same name, with the port's settings and
-  /// break flag.
+  /// Reopens the device that the port was opened with, by the same name, with the port's settings
+  /// and break flag.
   void RestoreDevice() override;
 
   void SetReceiveNotification(std::function<void()> notification) override;
 
-  /// Whether the device of an open port is there.
+  /// Whether the port is open and its device is present.
   bool HasDevice() const { return lock_ != nullptr; }
 
-  /// What the user is told of a port before it is chosen: the device it stands for and whether that
-  /// can be opened; if not, why and what to do. Opens nothing. Why the last opening failed is told
-  /// until the next one, where a look does not show it.
+  /// What to tell a user who is about to choose a port: its device and whether that can be opened;
+  /// if not, why and what to do. Opens nothing. If the last opening failed for a reason that shows
+  /// only on opening, this reason is given until the next opening.
   std::string Describe(int port) const;
 
  private:
@@ -78,13 +78,13 @@ class QtSerialPort : public platform::SerialPort {
   bool open_ = false;
   bool break_ = false;
   std::string deviceName_;
-  // The device whose opening failed for a reason that no look shows, and the reason.
+  // The device whose opening failed for a reason that shows only on opening, and that reason.
   std::string refusedDevice_;
   PortFinding refusal_;
   // Held exactly while the device is open.
   std::unique_ptr<PortLock> lock_;
-  // What a device that failed had received and the program has not taken.
-  std::string lastWords_;
+  // Input of a failed device that the program has not taken yet.
+  std::string leftover_;
 
   std::function<void()> notification_;
   bool notificationPosted_ = false;
@@ -92,7 +92,7 @@ class QtSerialPort : public platform::SerialPort {
   bool arrived_ = false;
   std::size_t charactersTaken_ = 0;
 
-  // The last member: no signal of it finds a half destroyed port.
+  // The last member, so that none of its signals reaches a half destroyed port.
   QSerialPort device_;
 };
 

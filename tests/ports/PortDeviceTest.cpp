@@ -23,7 +23,7 @@ using testing::StartsWith;
 
 class PortDeviceTest : public PortTest {
  protected:
-  /// What a second process is told that opens COM1 while this one is as it is.
+  /// The fault that a second process gets when it opens COM1.
   std::string FaultOfSecondOpener(RunAs user) {
     return ReportOfChild(
         [this](const auto& report) {
@@ -42,7 +42,7 @@ class PortDeviceTest : public PortTest {
         user);
   }
 
-  /// A process that has COM1 open until it is killed.
+  /// The work of a process that keeps COM1 open until it is killed.
   ChildProcess::Work Session() {
     return [this](const auto& report) {
       ports::QtSerialPort session(table_);
@@ -52,15 +52,15 @@ class PortDeviceTest : public PortTest {
     };
   }
 
-  std::string Here() const { return "cannot open \"" + terminal_.Device() + "\": "; }
+  std::string CannotOpen() const { return "cannot open \"" + terminal_.Device() + "\": "; }
 };
 
-TEST_F(PortDeviceTest, FreeDeviceHasNoReason) {
+TEST_F(PortDeviceTest, AFreeDeviceHasNoReason) {
   const ports::PortFinding finding = LookAt(terminal_.Device());
   EXPECT_EQ(finding.state, PortState::Free);
   EXPECT_TRUE(finding.IsPresent());
   EXPECT_EQ(finding.reason, "");
-  // Looking took nothing.
+  // Looking has not locked the device.
   EXPECT_EQ(FaultOfOpening(port_), "");
 }
 
@@ -79,7 +79,7 @@ TEST_F(PortDeviceTest, IsDescribedForTheUser) {
   EXPECT_EQ(port_.Describe(3), link.toStdString() + ": open now, in this program.");
 }
 
-TEST_F(PortDeviceTest, IsOpenedAtAnOpeningAndNowhereElse) {
+TEST_F(PortDeviceTest, IsOpenedOnlyWhenThePortIsOpened) {
   const DeviceOpenings openings(terminal_.Device());
   LookAt(terminal_.Device());
   port_.Describe(1);
@@ -89,12 +89,12 @@ TEST_F(PortDeviceTest, IsOpenedAtAnOpeningAndNowhereElse) {
   EXPECT_TRUE(openings.HasAny());
   LookAt(terminal_.Device());
   port_.Describe(1);
-  // An opening finds out as much without touching a session.
+  // A refused opening does not touch the session's device either.
   EXPECT_NE(FaultOfOpening(port_), "");
   EXPECT_FALSE(openings.HasAny());
 }
 
-TEST_F(PortDeviceTest, NamesWhatIsNoPort) {
+TEST_F(PortDeviceTest, ReportsWhatIsNotAPort) {
   EXPECT_EQ(LookAt("/dev/no-such-device").state, PortState::Absent);
   EXPECT_EQ(LookAt("/dev/no-such-device").reason, "there is no such device");
   EXPECT_EQ(LookAt("/dev/null/serial").state, PortState::Absent);
@@ -108,20 +108,20 @@ TEST_F(PortDeviceTest, NamesWhatIsNoPort) {
   }
 }
 
-TEST_F(PortDeviceTest, OwnPortIsSaidToBeOpenHere) {
+TEST_F(PortDeviceTest, ReportsThatThisProgramHasThePortOpen) {
   Open();
   EXPECT_EQ(LookAt(terminal_.Device()).state, PortState::HeldHere);
   EXPECT_EQ(LookAt(terminal_.Device()).reason, "this program has it open");
   ports::QtSerialPort second(table_);
-  EXPECT_EQ(FaultOfOpening(second), Here() + "this program has it open");
+  EXPECT_EQ(FaultOfOpening(second), CannotOpen() + "this program has it open");
   EXPECT_TRUE(port_.HasDevice());
 }
 
-TEST_F(PortDeviceTest, SecondProgramIsToldThatThePortIsInUse) {
+TEST_F(PortDeviceTest, ASecondProgramLearnsThatThePortIsInUse) {
   terminal_.OpenToEveryone();
   Open();
   for (const RunAs user : {RunAs::Same, RunAs::Nobody}) {
-    EXPECT_THAT(FaultOfSecondOpener(user), StartsWith(Here() + "in use by another program"));
+    EXPECT_THAT(FaultOfSecondOpener(user), StartsWith(CannotOpen() + "in use by another program"));
     EXPECT_THAT(SeenBySecond(user), StartsWith("present: in use by another program"));
   }
   port_.SetOpen(false);
@@ -131,7 +131,7 @@ TEST_F(PortDeviceTest, SecondProgramIsToldThatThePortIsInUse) {
   }
 }
 
-TEST_F(PortDeviceTest, RunningSessionIsNotDisturbed) {
+TEST_F(PortDeviceTest, ARunningSessionIsNotDisturbed) {
   terminal_.OpenToEveryone();
   ChildProcess session(Session(), RunAs::Nobody);
   ASSERT_EQ(session.ReadLine(), "");
@@ -143,7 +143,7 @@ TEST_F(PortDeviceTest, RunningSessionIsNotDisturbed) {
   EXPECT_EQ(cfgetospeed(&line), tcflag_t{B57600});
 }
 
-TEST_F(PortDeviceTest, PortOfAKilledProgramIsFreeAgain) {
+TEST_F(PortDeviceTest, ThePortOfAKilledProgramIsFreeAgain) {
   terminal_.OpenToEveryone();
   ChildProcess session(Session());
   ASSERT_EQ(session.ReadLine(), "");
@@ -154,7 +154,7 @@ TEST_F(PortDeviceTest, PortOfAKilledProgramIsFreeAgain) {
   EXPECT_EQ(FaultOfOpening(port_), "");
 }
 
-TEST_F(PortDeviceTest, DeviceLockOfAnotherProgramIsSeen) {
+TEST_F(PortDeviceTest, TheDeviceLockOfAnotherProgramIsDetected) {
   const ChildProcess::Work lockDevice = [this](const auto& report) {
     const int device = ::open(terminal_.Device().c_str(), O_RDWR | O_NOCTTY);
     report(::flock(device, LOCK_EX | LOCK_NB) == 0 ? "" : "no lock");
@@ -167,11 +167,11 @@ TEST_F(PortDeviceTest, DeviceLockOfAnotherProgramIsSeen) {
   EXPECT_THAT(LookAt(terminal_.Device()).reason, EndsWith(holder));
 }
 
-TEST_F(PortDeviceTest, ExclusiveModeOfAnotherProgramIsToldFromTheOpeningThatFailed) {
+TEST_F(PortDeviceTest, ExclusiveModeOfAnotherProgramIsReportedAfterAFailedOpening) {
   terminal_.OpenToEveryone();
   const int device = ::open(terminal_.Device().c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
   ASSERT_EQ(::ioctl(device, TIOCEXCL), 0);
-  EXPECT_EQ(FaultOfSecondOpener(RunAs::Nobody), Here() + "in use by another program");
+  EXPECT_EQ(FaultOfSecondOpener(RunAs::Nobody), CannotOpen() + "in use by another program");
   const ChildProcess::Work describe = [&](const auto& report) {
     ports::QtSerialPort second(table_);
     report(second.Describe(1));
@@ -222,14 +222,14 @@ class LockFileTest : public PortDeviceTest {
               QString::fromStdString(terminal_.Device()).mid(5).replace('/', '_')};
 };
 
-TEST_F(LockFileTest, OfARunningProgramIsSeen) {
+TEST_F(LockFileTest, OfARunningProgramIsDetected) {
   Write("         1\n");
   EXPECT_THAT(Reason(), EndsWith(", process 1)"));
-  EXPECT_THAT(FaultOfOpening(port_), StartsWith(Here() + "in use by another program ("));
+  EXPECT_THAT(FaultOfOpening(port_), StartsWith(CannotOpen() + "in use by another program ("));
 }
 
-TEST_F(LockFileTest, OfAProgramThatIsGoneIsNoHindrance) {
-  // Its program has died, and the number was given away since.
+TEST_F(LockFileTest, OfAProgramThatHasEndedIsIgnored) {
+  // Its program has died, and its number now belongs to another process.
   Write("1\nanother-program\nhere\n");
   EXPECT_EQ(Reason(), "");
   Write("no number\n");
@@ -239,9 +239,9 @@ TEST_F(LockFileTest, OfAProgramThatIsGoneIsNoHindrance) {
   EXPECT_EQ(FaultOfOpening(port_), "");
 }
 
-TEST_F(LockFileTest, ThatAnotherUserLeftBehindIsNamed) {
+TEST_F(LockFileTest, LeftBehindByAnotherUserIsNamed) {
   if (::getuid() != 0) {
-    GTEST_SKIP() << "only the superuser can be two users";
+    GTEST_SKIP() << "only the superuser can act as two users";
   }
   terminal_.OpenToEveryone();
   const std::string reason = "in the way is the lock file \"" + file_.fileName().toStdString() +
@@ -249,22 +249,23 @@ TEST_F(LockFileTest, ThatAnotherUserLeftBehindIsNamed) {
   for (const std::string& text : {GoneProcess() + "\n", std::string("1\nanother-program\n")}) {
     Write(text);
     EXPECT_EQ(SeenBySecond(RunAs::Nobody), "present: " + reason);
-    EXPECT_EQ(FaultOfSecondOpener(RunAs::Nobody), Here() + reason);
+    EXPECT_EQ(FaultOfSecondOpener(RunAs::Nobody), CannotOpen() + reason);
   }
   const ChildProcess::Work describe = [this](const auto& report) { report(port_.Describe(1)); };
   EXPECT_EQ(ReportOfChild(describe, RunAs::Nobody), terminal_.Device() + ": " + reason + ".");
   file_.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther | QFile::WriteOther);
-  EXPECT_EQ(SeenBySecond(RunAs::Nobody), "present: " + reason) << "the folder keeps it";
+  EXPECT_EQ(SeenBySecond(RunAs::Nobody), "present: " + reason)
+      << "the folder's permissions protect it";
 }
 
-TEST_F(PortDeviceTest, MissingPermissionNamesWhoHasIt) {
+TEST_F(PortDeviceTest, AMissingPermissionNamesWhoHasIt) {
   if (::getuid() != 0) {
     GTEST_SKIP() << "only the superuser can give a device away";
   }
   ASSERT_EQ(::chown(terminal_.Device().c_str(), 0, 0), 0);
   ASSERT_EQ(::chmod(terminal_.Device().c_str(), 0660), 0);
   EXPECT_EQ(FaultOfSecondOpener(RunAs::Nobody),
-            Here() + "no permission; members of the group \"root\" have it");
+            CannotOpen() + "no permission; members of the group \"root\" have it");
   EXPECT_EQ(SeenBySecond(RunAs::Nobody),
             "present: no permission; members of the group \"root\" have it");
   ASSERT_EQ(::chmod(terminal_.Device().c_str(), 0600), 0);

@@ -23,7 +23,7 @@ class PortTest : public testing::Test {
     port_.SetOpen(true);
   }
 
-  /// What the user is told when a port cannot be opened; empty when it can.
+  /// The fault's text if a port cannot be opened; empty if it can.
   static std::string FaultOfOpening(ports::QtSerialPort& port) {
     try {
       port.SetOpen(true);

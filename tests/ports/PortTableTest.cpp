@@ -37,7 +37,7 @@ TEST_F(PortTableTest, DefaultsAreAdaptersModemsAndBuiltInPorts) {
                                      "/dev/ttyS0", "/dev/ttyS1", "/dev/ttyS2", "/dev/ttyS3"));
 }
 
-TEST_F(PortTableTest, SettingsComeBeforeDefaultsAndTheRunBeforeSettings) {
+TEST_F(PortTableTest, SettingsOverrideDefaultsAndAssignmentsOverrideSettings) {
   settings_.Write("COM2", "/dev/serial/by-id/usb-FTDI_A-if00");
   settings_.Write("COM12", "/dev/ttyUSB7");
   EXPECT_EQ(table_.DeviceOf(1), "/dev/ttyUSB0");
@@ -52,7 +52,7 @@ TEST_F(PortTableTest, SettingsComeBeforeDefaultsAndTheRunBeforeSettings) {
   EXPECT_EQ(table_.DeviceOf(12), "/dev/ttyS3");
 }
 
-TEST_F(PortTableTest, TableWrittenByHandIsRead) {
+TEST_F(PortTableTest, AHandWrittenTableIsRead) {
   QFile file(folder_.filePath("settings.ini"));
   ASSERT_TRUE(file.open(QIODevice::WriteOnly));
   file.write("; the adapter in the cabinet\r\n[Ports]\r\nCOM1 = /dev/ttyUSB5\r\ncom2=ttyACM1\r\n");
@@ -62,7 +62,7 @@ TEST_F(PortTableTest, TableWrittenByHandIsRead) {
   EXPECT_EQ(table_.DeviceOf(3), "/dev/ttyUSB2");
 }
 
-TEST_F(PortTableTest, RelativeNamesAreDevicesUnlessTheyAreHere) {
+TEST_F(PortTableTest, RelativeNamesAreInDevUnlessTheyAreInTheCurrentFolder) {
   const QString before = QDir::currentPath();
   ASSERT_TRUE(QDir::setCurrent(folder_.path()));
   ASSERT_TRUE(QFile::link("/dev/null", "beltpack"));
@@ -105,7 +105,7 @@ TEST(PortAssignmentTest, SaysWhatIsWrong) {
         Case{"3= ", "no device is named"}}) {
     try {
       ports::ReadPortAssignment(text);
-      ADD_FAILURE() << "took \"" << text << "\"";
+      ADD_FAILURE() << "accepted \"" << text << "\"";
     } catch (const base::Fault& fault) {
       EXPECT_EQ(fault.Kind(), base::FaultKind::Port);
       EXPECT_THAT(fault.what(), HasSubstr(reason));

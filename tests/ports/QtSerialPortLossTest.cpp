@@ -21,7 +21,7 @@ double ProcessorSeconds() {
   return seconds(usage.ru_utime) + seconds(usage.ru_stime);
 }
 
-/// How many of this process's open files are the device, vanished or not.
+/// How many of this process's open files refer to the device, whether it has vanished or not.
 int OpenHandlesOf(const std::string& device) {
   int count = 0;
   for (const QFileInfo& file : QDir("/proc/self/fd").entryInfoList(QDir::Files | QDir::System)) {
@@ -30,7 +30,7 @@ int OpenHandlesOf(const std::string& device) {
   return count;
 }
 
-/// A port that is opened through a link, as stable device names are.
+/// A port that is opened through a link, like a stable device name.
 class QtSerialPortLossTest : public PortTest {
  protected:
   QtSerialPortLossTest() {
@@ -58,7 +58,7 @@ class QtSerialPortLossTest : public PortTest {
   int notifications_ = 0;
 };
 
-TEST_F(QtSerialPortLossTest, LostDeviceIsClosedOnceAndCostsNothing) {
+TEST_F(QtSerialPortLossTest, ALostDeviceIsClosedOnceAndUsesNoProcessorTime) {
   constexpr int kOfTheTerminalItself = 1;
   ASSERT_GT(OpenHandlesOf(terminal_.Device()), kOfTheTerminalItself);
   const std::string device = terminal_.Device();
@@ -74,7 +74,7 @@ TEST_F(QtSerialPortLossTest, LostDeviceIsClosedOnceAndCostsNothing) {
   EXPECT_FALSE(port_.HasDevice());
 }
 
-TEST_F(QtSerialPortLossTest, PortWithoutDeviceHasNoInputAndDropsOutput) {
+TEST_F(QtSerialPortLossTest, APortWithoutADeviceHasNoInputAndDropsOutput) {
   LoseDevice();
   port_.Output("rfps\r");
   port_.DiscardOutput();
@@ -89,7 +89,7 @@ TEST_F(QtSerialPortLossTest, PortWithoutDeviceHasNoInputAndDropsOutput) {
   EXPECT_EQ(returned.ReadAll(), "");
 }
 
-TEST_F(QtSerialPortLossTest, DeviceComesBackThroughItsLink) {
+TEST_F(QtSerialPortLossTest, TheDeviceIsRestoredThroughItsLink) {
   port_.SetSettings("57600,n,8,1");
   port_.SetBreak(true);
   LoseDevice();
@@ -116,7 +116,7 @@ TEST_F(QtSerialPortLossTest, DeviceComesBackThroughItsLink) {
   EXPECT_TRUE(RunUntil([&] { return returned.ReadAll() == "rfps\r"; }));
 }
 
-TEST_F(QtSerialPortLossTest, SettingsMadeMeanwhileHoldWhenTheDeviceIsBack) {
+TEST_F(QtSerialPortLossTest, SettingsMadeMeanwhileApplyWhenTheDeviceIsBack) {
   LoseDevice();
   port_.SetSettings("4800,n,8,1");
   port_.SetBreak(true);
@@ -129,7 +129,7 @@ TEST_F(QtSerialPortLossTest, SettingsMadeMeanwhileHoldWhenTheDeviceIsBack) {
   EXPECT_FALSE(port_.IsBreak());
 }
 
-TEST_F(QtSerialPortLossTest, AnotherNumberDoesNotChangeWhatIsRestored) {
+TEST_F(QtSerialPortLossTest, AnotherPortNumberDoesNotChangeWhatIsRestored) {
   PseudoTerminal other;
   table_.Assign({2, other.Device()});
   LoseDevice();
@@ -142,7 +142,7 @@ TEST_F(QtSerialPortLossTest, AnotherNumberDoesNotChangeWhatIsRestored) {
   EXPECT_EQ(other.ReadAll(), "");
 }
 
-TEST_F(QtSerialPortLossTest, WhatArrivedBeforeTheLossIsStillHandedOver) {
+TEST_F(QtSerialPortLossTest, InputFromBeforeTheLossIsStillDelivered) {
   bool busy = true;
   port_.SetReceiveNotification([&] { received_ += busy ? "" : port_.Input(4); });
   terminal_.Write("last words");
@@ -154,7 +154,7 @@ TEST_F(QtSerialPortLossTest, WhatArrivedBeforeTheLossIsStillHandedOver) {
   EXPECT_EQ(port_.InputCount(), 0U);
 }
 
-TEST_F(QtSerialPortLossTest, LossWhileTheReceiverRunsIsSurvived) {
+TEST_F(QtSerialPortLossTest, SurvivesALossWhileTheReceiverRuns) {
   port_.SetReceiveNotification([this] {
     received_ += port_.Input(kEverything);
     terminal_.HangUp();
@@ -168,7 +168,7 @@ TEST_F(QtSerialPortLossTest, LossWhileTheReceiverRunsIsSurvived) {
   EXPECT_TRUE(port_.IsOpen());
 }
 
-TEST_F(QtSerialPortLossTest, LossWithFullBuffersIsSurvived) {
+TEST_F(QtSerialPortLossTest, SurvivesALossWithFullBuffers) {
   port_.SetReceiveNotification([] {});
   terminal_.Write(std::string(4000, 'x'));
   ASSERT_TRUE(RunUntil([this] { return port_.InputCount() == 1024; }));
@@ -177,7 +177,7 @@ TEST_F(QtSerialPortLossTest, LossWithFullBuffersIsSurvived) {
     RunEvents(0);
   }
   terminal_.HangUp();
-  // The next command's discarding finds it out at the latest.
+  // The discards of the next command detect the loss at the latest.
   RunEvents(50);
   port_.DiscardInput();
   port_.DiscardOutput();
@@ -188,7 +188,7 @@ TEST_F(QtSerialPortLossTest, LossWithFullBuffersIsSurvived) {
   EXPECT_TRUE(port_.IsOpen());
 }
 
-TEST_F(QtSerialPortLossTest, LostPortCanBeClosedAndOpenedAnew) {
+TEST_F(QtSerialPortLossTest, ALostPortCanBeClosedAndReopened) {
   LoseDevice();
   port_.SetOpen(false);
   EXPECT_FALSE(port_.IsOpen());

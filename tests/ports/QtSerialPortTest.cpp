@@ -49,7 +49,7 @@ TEST_F(QtSerialPortTest, IsOpenedWithoutParityFlowControlOrLineEditing) {
   EXPECT_EQ(line.c_oflag & OPOST, tcflag_t{0});
 }
 
-TEST_F(QtSerialPortTest, TakesSettingsWhileOpen) {
+TEST_F(QtSerialPortTest, AcceptsSettingsWhileOpen) {
   EXPECT_EQ(port_.Settings(), "19200,n,8,1");
   Open();
   port_.SetSettings("4800,n,8,1");
@@ -58,7 +58,7 @@ TEST_F(QtSerialPortTest, TakesSettingsWhileOpen) {
   EXPECT_EQ(port_.Settings(), "4800,n,8,1");
 }
 
-TEST_F(QtSerialPortTest, RefusesSettingsThatNoPortCanTake) {
+TEST_F(QtSerialPortTest, RefusesInvalidSettings) {
   port_.SetSettings("9600,n,8,1");
   for (const bool open : {false, true}) {
     port_.SetOpen(open);
@@ -68,7 +68,7 @@ TEST_F(QtSerialPortTest, RefusesSettingsThatNoPortCanTake) {
           "2147483648,n,8,1", "99999999999999999999,n,8,1", "fast,n,8,1", "9600,n,8,1,"}) {
       try {
         port_.SetSettings(settings);
-        ADD_FAILURE() << "took \"" << settings << "\"";
+        ADD_FAILURE() << "accepted \"" << settings << "\"";
       } catch (const base::Fault& fault) {
         EXPECT_EQ(fault.Kind(), base::FaultKind::Port);
         EXPECT_THAT(fault.what(), HasSubstr(settings));
@@ -80,7 +80,7 @@ TEST_F(QtSerialPortTest, RefusesSettingsThatNoPortCanTake) {
   EXPECT_EQ(cfgetospeed(&line), tcflag_t{B9600});
 }
 
-TEST_F(QtSerialPortTest, NumberCountsAtTheNextOpening) {
+TEST_F(QtSerialPortTest, ANewNumberTakesEffectAtTheNextOpening) {
   PseudoTerminal other;
   table_.Assign({2, other.Device()});
   Open();
@@ -94,7 +94,7 @@ TEST_F(QtSerialPortTest, NumberCountsAtTheNextOpening) {
   EXPECT_TRUE(RunUntil([&] { return other.ReadAll() == "two"; }));
 }
 
-TEST_F(QtSerialPortTest, NumberOutsideTheTableCannotBeOpened) {
+TEST_F(QtSerialPortTest, ANumberOutsideTheTableCannotBeOpened) {
   for (const int number : {-1, 0, 13}) {
     port_.SetPortNumber(static_cast<std::int16_t>(number));
     EXPECT_EQ(FaultOfOpening(port_),
@@ -103,13 +103,13 @@ TEST_F(QtSerialPortTest, NumberOutsideTheTableCannotBeOpened) {
   }
 }
 
-TEST_F(QtSerialPortTest, AbsentDeviceCannotBeOpened) {
+TEST_F(QtSerialPortTest, AnAbsentDeviceCannotBeOpened) {
   table_.Assign({1, "/dev/no-such-device"});
   EXPECT_EQ(FaultOfOpening(port_), "cannot open \"/dev/no-such-device\": there is no such device");
   EXPECT_FALSE(port_.IsOpen());
 }
 
-TEST_F(QtSerialPortTest, ClosedPortTakesEverythingAndHasNothing) {
+TEST_F(QtSerialPortTest, AClosedPortAcceptsEveryCallAndHasNoInput) {
   port_.SetOpen(false);
   port_.SetBreak(true);
   EXPECT_FALSE(port_.IsBreak());
@@ -122,7 +122,7 @@ TEST_F(QtSerialPortTest, ClosedPortTakesEverythingAndHasNothing) {
   EXPECT_FALSE(port_.IsOpen());
 }
 
-TEST_F(QtSerialPortTest, BreakFlagIsThePortsOwnAndEndsWithClosing) {
+TEST_F(QtSerialPortTest, TheBreakFlagIsKeptUntilThePortIsClosed) {
   Open();
   EXPECT_FALSE(port_.IsBreak());
   port_.SetBreak(true);
@@ -135,7 +135,7 @@ TEST_F(QtSerialPortTest, BreakFlagIsThePortsOwnAndEndsWithClosing) {
   EXPECT_FALSE(port_.IsBreak());
 }
 
-TEST_F(QtSerialPortTest, ReceiverMayTakeOneCharacterAtATime) {
+TEST_F(QtSerialPortTest, TheReceiverMayTakeOneCharacterAtATime) {
   std::string sent;
   for (int line = 0; line < 300; ++line) {
     sent += "line " + std::to_string(line) + "\n";
@@ -154,7 +154,7 @@ TEST_F(QtSerialPortTest, ReceiverMayTakeOneCharacterAtATime) {
   EXPECT_GT(most, 1U);
 }
 
-TEST_F(QtSerialPortTest, ReceiverThatTakesNothingIsNotAskedAgainUntilMoreComes) {
+TEST_F(QtSerialPortTest, AReceiverThatTakesNothingIsNotNotifiedAgainUntilMoreArrives) {
   int notifications = 0;
   port_.SetReceiveNotification([&] { ++notifications; });
   Open();
@@ -170,7 +170,7 @@ TEST_F(QtSerialPortTest, ReceiverThatTakesNothingIsNotAskedAgainUntilMoreComes) 
   EXPECT_EQ(port_.Input(kEverything), "cd");
 }
 
-TEST_F(QtSerialPortTest, NotificationsDoNotLieInsideEachOther) {
+TEST_F(QtSerialPortTest, NotificationsAreNotNested) {
   int running = 0;
   int deepest = 0;
   std::string received;
@@ -190,7 +190,7 @@ TEST_F(QtSerialPortTest, NotificationsDoNotLieInsideEachOther) {
   EXPECT_EQ(deepest, 1);
 }
 
-TEST_F(QtSerialPortTest, WhatArrivesWhileTheReceiverRunsIsNotified) {
+TEST_F(QtSerialPortTest, InputThatArrivesWhileTheReceiverRunsIsNotified) {
   int notifications = 0;
   port_.SetReceiveNotification([&] {
     if (++notifications == 1) {
@@ -205,7 +205,7 @@ TEST_F(QtSerialPortTest, WhatArrivesWhileTheReceiverRunsIsNotified) {
   EXPECT_EQ(notifications, 2);
 }
 
-TEST_F(QtSerialPortTest, ReceiverMayReopenThePort) {
+TEST_F(QtSerialPortTest, TheReceiverMayReopenThePort) {
   std::string received;
   port_.SetReceiveNotification([&] {
     received += port_.Input(kEverything);
@@ -220,7 +220,7 @@ TEST_F(QtSerialPortTest, ReceiverMayReopenThePort) {
   EXPECT_TRUE(RunUntil([&] { return received == "xy"; }));
 }
 
-TEST_F(QtSerialPortTest, DiscardedInputIsGoneAndNewInputComesThrough) {
+TEST_F(QtSerialPortTest, DiscardedInputIsGoneAndNewInputArrives) {
   Open();
   // More than the buffer holds, so that some of it still waits in the system.
   ASSERT_EQ(terminal_.Write(std::string(3000, 'x')), 3000U);
@@ -234,7 +234,7 @@ TEST_F(QtSerialPortTest, DiscardedInputIsGoneAndNewInputComesThrough) {
   EXPECT_EQ(port_.Input(kEverything), "abc");
 }
 
-TEST_F(QtSerialPortTest, WritingNeverWaitsForALineThatTakesNothing) {
+TEST_F(QtSerialPortTest, WritingNeverWaitsForABlockedLine) {
   Open();
   QElapsedTimer clock;
   clock.start();
@@ -246,7 +246,7 @@ TEST_F(QtSerialPortTest, WritingNeverWaitsForALineThatTakesNothing) {
   EXPECT_LT(clock.elapsed(), 1000);
   EXPECT_TRUE(port_.HasDevice());
 
-  // What was queued last is dropped; what the line had taken before comes, and then the next text.
+  // Queued text is dropped. What the line had already accepted arrives, followed by the next text.
   port_.DiscardOutput();
   port_.Output("rfps\r");
   std::string sent;
@@ -262,7 +262,7 @@ TEST_F(QtSerialPortTest, WritingNeverWaitsForALineThatTakesNothing) {
   EXPECT_LT(clock.elapsed(), 500);
 }
 
-TEST_F(QtSerialPortTest, QueuesNoMoreThanItsBuffer) {
+TEST_F(QtSerialPortTest, QueuesNoMoreThanItsBufferHolds) {
   Open();
   const std::string piece(100, 'y');
   for (int count = 0; count < 1000; ++count) {

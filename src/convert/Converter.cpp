@@ -23,8 +23,8 @@ std::string DelayText(const SyncUnits& units) { return base::FormatFixed(units.d
 
 std::string HexText(std::int16_t rpn) { return sync::HexPad(rpn, 1); }
 
-/// A hexadecimal literal: up to four digits are a 16-bit two's complement, up to eight a 32-bit one
-/// that has to fit into 16 bits.
+/// Reads a hexadecimal literal. Up to four digits are a 16-bit two's complement; up to eight are a
+/// 32-bit one that must fit in 16 bits.
 std::int16_t ReadHexadecimalLiteral(std::string_view text) {
   constexpr std::size_t kDigits16 = 4;
   constexpr std::size_t kDigits32 = 8;

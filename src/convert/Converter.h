@@ -28,13 +28,13 @@ struct FieldText {
   friend bool operator==(const FieldText&, const FieldText&) = default;
 };
 
-/// The converter: relates RFPS phase, AA Sync units, cable length, loop resistance and delay, and
-/// an antenna's RPN and port number.
+/// Converts between RFPS phase, AA Sync units, cable length, loop resistance and delay, and between
+/// an antenna's RPN and its port number.
 class Converter {
  public:
-  /// Computes the other fields of the source field's group from its text: their texts, in the order
-  /// in which they are written. A text that cannot be read, or a value that leaves 16 bits, is a
-  /// fault, and nothing is to be written.
+  /// Computes the other fields of the source field's group from its text. Returns their texts in
+  /// the order in which to write them. A text that cannot be read, or a value outside 16 bits, is a
+  /// fault; no field is to be written then.
   std::vector<FieldText> Update(Field source, std::string_view text);
 
  private:

@@ -5,7 +5,7 @@
 namespace kelvara::convert {
 namespace {
 
-// The delay field carries the texts of the resistance field.
+// The delay field has the tool tips of the resistance field.
 constexpr std::array kUnits{
     ConverterField{Field::TextRfps, "TextRfps",
                    "RFPS Phase:", "Phase, as shown in the RFPS report.", "CmdUpdateRFPS",

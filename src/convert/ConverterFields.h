@@ -14,7 +14,7 @@ struct ConverterField {
   const char* toolTip;
   const char* button;
   const char* buttonToolTip;
-  bool enterUpdates;  ///< Whether Enter in the field does what its button does.
+  bool enterUpdates;  ///< Whether Enter in the field acts like its button.
 };
 
 /// A frame of the window, with its fields from top to bottom.

@@ -15,7 +15,7 @@
 namespace kelvara::convert {
 namespace {
 
-// As many digits as a result can have, and a little room beside them.
+// A text as long as the longest usual result, with a little space beside it.
 constexpr const char* kWidestText = "-4.48275862068966E+15 ";
 
 }  // namespace
@@ -76,7 +76,7 @@ void FrmConvert::FitToFont() {
   for (const QLabel* const label : labels) {
     widestLabel = std::max(widestLabel, label->sizeHint().width());
   }
-  // One width for the labels of both frames, so that all fields stand in one column.
+  // One width for the labels of both frames, so that all fields line up.
   const QList<QGridLayout*> layouts = findChildren<QGridLayout*>();
   for (QGridLayout* const layout : layouts) {
     layout->setColumnMinimumWidth(0, widestLabel);
@@ -116,7 +116,7 @@ void FrmConvert::keyPressEvent(QKeyEvent* event) {
 
 void FrmConvert::hideEvent(QHideEvent* event) {
   QDialog::hideEvent(event);
-  // The desktop hides a window too, when it is made small; that does not close it.
+  // Minimising a window hides it too, but does not close it.
   if (!event->spontaneous()) {
     Form_Unload();
   }

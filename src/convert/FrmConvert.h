@@ -14,18 +14,19 @@ class QLineEdit;
 namespace kelvara::convert {
 
 /// The converter's window: a field for each unit and each form of an antenna's identity, with a
-/// button that updates the other fields from it. Modeless; it remembers nothing once it is closed.
+/// button that updates the other fields from it. It is modeless and keeps nothing when it is
+/// closed.
 class FrmConvert : public QDialog {
   Q_OBJECT
 
  public:
   FrmConvert(platform::Beeper& beeper, QWidget* parent);
 
-  /// Opens the window, empty; one that is open comes to the front as it is.
+  /// Opens the window with empty fields. If it is already open, it comes to the front unchanged.
   void Open() { widgets::ShowInFront(*this); }  // NOLINT(bugprone-virtual-near-miss): not modal
 
  protected:
-  /// Enter runs the Update of most fields; the key goes on.
+  /// In most fields Enter runs the Update; the key event is passed on.
   void keyPressEvent(QKeyEvent* event) override;
   void hideEvent(QHideEvent* event) override;
   void changeEvent(QEvent* event) override;
@@ -35,10 +36,11 @@ class FrmConvert : public QDialog {
   void AddField(const ConverterField& field, QWidget& frame, QGridLayout& layout);
   void FitToFont();
 
-  /// Writes the fields that follow from one. A text that cannot be used beeps once and writes none.
+  /// Updates the other fields from this one. A text that cannot be used beeps once and changes
+  /// nothing.
   void UpdateFrom(Field source);
 
-  /// Does the same from the field that has the keyboard, where Enter has that meaning.
+  /// Does the same from the field that has the focus, if Enter updates from it.
   void UpdateFromFocusedField();
 
   void Form_Unload();

@@ -6,25 +6,25 @@
 
 namespace kelvara::sync {
 
-/// The units that phases are shown in.
+/// The units in which phases are shown.
 enum class PhaseUnits { Rfps, AaSync, Metres };
 
-/// How antennas and phases are shown. Everything that formats a value reads the options at that
-/// moment, so a change shows in what is formatted next.
+/// How antennas and phases are shown. The options are read whenever a value is formatted, so a
+/// change applies to the next value.
 struct DisplayOptions {
-  /// Nothing where no unit is chosen: the grid then shows metres, and the export names no unit.
+  /// Empty if no unit is chosen: the grid then shows metres, and the export names no unit.
   std::optional<PhaseUnits> units = PhaseUnits::Rfps;
 
-  /// RPN and FPS in hexadecimal, else decimal.
+  /// Whether RPN and FPS are hexadecimal rather than decimal.
   bool rpnHex = false;
 
-  /// Whether an antenna's FPS is shown behind its RPN.
+  /// Whether an antenna's FPS is shown after its RPN.
   bool fpsShown = false;
 
-  /// An antenna's RPN in the chosen base, at least two digits.
+  /// An antenna's RPN in the chosen base, with at least two digits.
   std::string RpnText(std::int16_t rpn) const;
 
-  /// The RPN and, where FPS values are shown, the FPS in brackets: "0A[3]".
+  /// The RPN and, if FPS values are shown, the FPS in brackets: "0A[3]".
   std::string AaText(std::int16_t rpn, std::int16_t fps) const;
 };
 

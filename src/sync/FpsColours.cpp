@@ -5,7 +5,7 @@
 namespace kelvara::sync {
 namespace {
 
-/// The palette. Entries 14 and 15 are alike, and the seventeenth is left empty.
+/// The palette. Entries 14 and 15 are identical, and the seventeenth entry is empty.
 constexpr std::array<std::optional<Colour>, 17> kPalette{
     Colour{0xFFFFFF}, Colour{0xFFE6E6}, Colour{0xE6FFE6}, Colour{0xFFF2E6}, Colour{0xFFFFE6},
     Colour{0xE6FFFF}, Colour{0xE6E6FF}, Colour{0xFFE6FF}, Colour{0xFF9999}, Colour{0xFFCC99},

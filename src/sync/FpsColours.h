@@ -9,17 +9,17 @@
 
 namespace kelvara::sync {
 
-/// The colour of a diagonal cell, where an antenna meets itself.
+/// The colour of a diagonal cell, which pairs an antenna with itself.
 inline constexpr Colour kDiagonalColour{0xC0C0C0};
 
-/// The colours that FPS values are given in the grid: palette colours in the order in which they
-/// are first asked for, white first, kept until the next clear.
+/// Assigns colours to the FPS values in the grid. A value gets the next palette colour, starting
+/// with white, when it is first asked for, and keeps it until the next clear.
 class FpsColours {
  public:
   /// The colour of an FPS value; a value outside 0 to 16 is a subscript fault.
   Colour GetRpsColour(std::int16_t iRps);
 
-  /// Takes every colour back.
+  /// Forgets all assigned colours.
   void Clear();
 
  private:

@@ -4,7 +4,7 @@
 
 namespace kelvara::sync {
 
-/// Paints a cell of the grid: its colour, its text in the middle, a frame where it is selected.
+/// Paints a cell of the grid: its colour, its text in the middle, and a frame if it is selected.
 class GridCellDelegate : public QStyledItemDelegate {
  public:
   using QStyledItemDelegate::QStyledItemDelegate;

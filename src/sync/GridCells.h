@@ -10,9 +10,9 @@
 
 namespace kelvara::sync {
 
-/// The cells of the sync grid, header row 0 and header column 0 included, and the widths of its
-/// columns. It starts with one cell. A row or column outside it is a subscript fault. The window
-/// derives from it to learn what changes.
+/// The cells of the sync grid, including header row 0 and header column 0, and the widths of its
+/// columns. It starts with one cell. A row or column outside the grid is a subscript fault. The
+/// window derives from it to learn of changes.
 class GridCells {
  public:
   struct Cell {
@@ -26,14 +26,14 @@ class GridCells {
   GridCells(const GridCells&) = delete;
   GridCells& operator=(const GridCells&) = delete;
 
-  /// Cells that remain keep what they hold; new ones are empty.
+  /// Cells that remain keep their contents; new cells are empty.
   virtual void SetSize(int rows, int columns);
   virtual void SetColumnWidth(int column, int twips);
   virtual void SetText(int row, int column, std::string_view text);
   virtual void SetCentred(int row, int column);
   virtual void SetBackground(int row, int column, Colour colour);
 
-  /// Between these two calls the cells may change without being painted; the end paints once.
+  /// Between these two calls the cells may change without being painted; `EndRedraw` paints once.
   /// Pairs may be nested.
   virtual void BeginRedraw() {}
   virtual void EndRedraw() {}
@@ -43,7 +43,7 @@ class GridCells {
   const Cell& At(int row, int column) const { return cells_[Index(row, column)]; }
   const std::string& Text(int row, int column) const { return At(row, column).text; }
 
-  /// In twips; 0 where none was set.
+  /// In twips; 0 if none was set.
   int ColumnWidth(int column) const;
 
  private:

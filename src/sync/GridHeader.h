@@ -4,12 +4,13 @@
 
 namespace kelvara::sync {
 
-/// A header of the grid: fixed sections, texts centred and never shortened for a margin's sake.
+/// A header of the grid. Its sections are fixed; its texts are centred and not shortened to keep a
+/// margin.
 class GridHeader : public QHeaderView {
  public:
   explicit GridHeader(Qt::Orientation orientation, QWidget* parent = nullptr);
 
-  /// The size that the grid has fixed. The texts, which a header would measure, have no part in it.
+  /// The size that the grid has set; the header does not measure its texts.
   QSize sizeHint() const override { return minimumSize(); }
 
  protected:

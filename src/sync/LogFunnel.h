@@ -4,16 +4,16 @@
 
 namespace kelvara::sync {
 
-/// The one funnel that every log entry passes through, as those who log see it.
+/// The single entry point for log entries.
 class LogFunnel {
  public:
   virtual ~LogFunnel() = default;
 
-  /// Logs one entry with its time stamp; an empty text writes nothing anywhere. A file write that
-  /// fails is a fault.
+  /// Logs one entry with its time stamp; an empty text logs nothing. A failed file write is a
+  /// fault.
   virtual void PrintLogEntry(std::string_view strLog) = 0;
 
-  /// Whether an entry would reach anything at all, so that nobody builds one for nothing.
+  /// Whether an entry would be shown or stored anywhere. If not, callers need not build one.
   virtual bool IsListening() const = 0;
 };
 

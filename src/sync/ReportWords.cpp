@@ -17,7 +17,7 @@ constexpr std::array<Spelling, 3> kSpellings{{{ReportWord::Marker, "100ec"},
 
 constexpr std::uint8_t kNone = kSpellings.size();
 
-/// For each byte the spelling that begins with it, in either letter case; nearly every character of
+/// For each byte, the spelling that begins with it in either letter case. Nearly every character of
 /// a report begins none.
 constexpr std::array<std::uint8_t, 256> kSpellingOfFirst = [] {
   std::array<std::uint8_t, 256> spellings{};

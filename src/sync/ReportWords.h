@@ -6,8 +6,7 @@
 
 namespace kelvara::sync {
 
-/// The words that an RFPS report is understood by: "100ec", "Sync" and "Neighbour", in any letter
-/// case.
+/// The words that structure an RFPS report: "100ec", "Sync" and "Neighbour", in any letter case.
 enum class ReportWord { Marker, Sync, Neighbour };
 
 /// One word, and the index of its first character in the text.
@@ -19,10 +18,10 @@ struct FoundWord {
 /// Finds the words of a report in the order of the text.
 class ReportWords {
  public:
-  /// The text has to outlive the search.
+  /// The text must exist as long as this object.
   explicit ReportWords(std::string_view text) : text_(text) {}
 
-  /// The next word; nothing when there is none left.
+  /// The next word, or nothing if none is left.
   std::optional<FoundWord> Next();
 
  private:

@@ -28,7 +28,7 @@ void RfpsParser::Record(RfpsReport report) {
       Log(entry);
     }
     const std::int16_t from = model_.FindOrAddAa(entry.FromRpn, entry.FromFps, entry.FromFpn);
-    // A neighbour joins with the FPN of the antenna it was heard from, not with its own.
+    // A new neighbour gets the FPN of the antenna it was heard from, not its own.
     const std::int16_t to = model_.FindOrAddAa(entry.ToRpn, entry.ToFps, entry.FromFpn);
     if (from != to) {
       model_.AddPhase(from, to, entry.Phase);

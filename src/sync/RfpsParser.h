@@ -14,10 +14,10 @@
 
 namespace kelvara::sync {
 
-/// Takes whole RFPS reports into the sync model, with one log line per neighbour.
+/// Adds complete RFPS reports to the sync model and logs one line per neighbour.
 class RfpsParser {
  public:
-  /// `reportCounted` is called after each report that was counted, and may be empty.
+  /// `reportCounted` is called after each report that was counted. It may be empty.
   RfpsParser(SyncModel& model, const DisplayOptions& options, LogFunnel& log,
              platform::Beeper& beeper, std::function<void()> reportCounted = {})
       : model_(model),
@@ -26,9 +26,9 @@ class RfpsParser {
         beeper_(beeper),
         reportCounted_(std::move(reportCounted)) {}
 
-  /// Reads one report, line ends included, and adds it to the model. A fault beeps once and
-  /// abandons the rest of the report: what was logged and added before stays, the report is not
-  /// counted.
+  /// Reads one report, including its line ends, and adds it to the model. A fault beeps once and
+  /// abandons the rest of the report: what was already logged and added stays, but the report is
+  /// not counted.
   void ProcessRfpsReport(std::string_view report);
 
   /// How many reports ended in a fault.

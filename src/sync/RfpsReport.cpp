@@ -16,14 +16,13 @@ constexpr std::size_t kPhaseOffset = 19;
 constexpr std::size_t kPhaseWidth = 3;
 constexpr std::size_t kMaxReadings = 3;
 
-/// Marker positions count the text's first character as 1, and 0 stands for "no further marker".
-/// As an index such a position is that of the character after the marker's first one: just where
-/// the marker's block begins.
+/// Marker positions are counted from 1; 0 means that there is no further marker. Used as an index,
+/// a position is that of the marker's second character, which is where the marker's block begins.
 using Position = std::size_t;
 constexpr Position kNoMarker = 0;
 
-/// A marker's part of the text, and the words in it: up to the next marker's first character, or
-/// to the text's end.
+/// The part of the text that belongs to a marker, and the words in it. It includes the next
+/// marker's first character, or ends with the text.
 struct Block {
   Position marker = kNoMarker;
   std::size_t end = 0;
@@ -40,12 +39,12 @@ void AddWord(const FoundWord& found, Block& block) {
   }
 }
 
-/// Up to `width` characters, fewer or none where the text ends before.
+/// Up to `width` characters; fewer or none if the text ends first.
 std::string_view Middle(std::string_view text, std::size_t index, std::size_t width) {
   return index < text.size() ? text.substr(index, width) : std::string_view();
 }
 
-/// Hexadecimal digits up to the first character that is none; no digit at all gives 0.
+/// Reads hexadecimal digits up to the first other character. No digit at all gives 0.
 std::int16_t ReadHexadecimal(std::string_view text) {
   int value = 0;
   for (const char character : text) {
@@ -64,14 +63,14 @@ std::int16_t ReadHexadecimal(std::string_view text) {
   return static_cast<std::int16_t>(value);
 }
 
-/// The identity behind a marker: two digits of FPN, one of FPS, two of RPN.
+/// Reads the identity after a marker: two digits of FPN, one of FPS, two of RPN.
 void ReadIdentity(std::string_view text, Position marker, RfpsEntry& entry) {
   entry.ToFpn = ReadHexadecimal(Middle(text, marker + 4, 2));
   entry.ToFps = ReadHexadecimal(Middle(text, marker + 6, 1));
   entry.ToRpn = ReadHexadecimal(Middle(text, marker + 7, 2));
 }
 
-/// The block's first three readings, as far as they are valid, averaged in 16-bit steps. False when
+/// Averages the valid readings among the block's first three, in 16-bit steps. Returns false if
 /// none is valid.
 bool ReadMeanPhase(std::string_view text, const Block& block, std::int16_t& phase) {
   std::int16_t sum = 0;
@@ -91,7 +90,8 @@ bool ReadMeanPhase(std::string_view text, const Block& block, std::int16_t& phas
   return true;
 }
 
-/// Reads one block into the entry behind those kept so far, and keeps it if it says anything.
+/// Reads one block into the next free entry, and keeps it if the block has the word "Sync" or a
+/// valid reading.
 void ReadBlock(std::string_view text, const Block& block, RfpsReport& report) {
   RfpsEntry& entry = base::At(report.entries, report.count);
   ReadIdentity(text, block.marker, entry);
@@ -107,8 +107,8 @@ void ReadBlock(std::string_view text, const Block& block, RfpsReport& report) {
 
 RfpsReport ReadRfpsReport(std::string_view text) {
   RfpsReport report;
-  // The text before the first marker is a block too. It is read last, with an identity from the
-  // text's own first characters.
+  // The text before the first marker is a block too. It is read last, with an identity taken from
+  // the start of the text.
   Block head;
   head.end = text.size();
   bool isHead = true;
@@ -120,7 +120,7 @@ RfpsReport ReadRfpsReport(std::string_view text) {
       continue;
     }
     (isHead ? head : block).end = found->index + 1;
-    // A marker at the very start of the text is not seen: nobody reads its block.
+    // A marker at the very start of the text is ignored: its block is not read.
     if (!isHead && block.marker > 1) {
       ReadBlock(text, block, report);
     }

@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::string_view kCornerText = "RPN";
 
-/// Keeps the grid from painting until the redraw is over, whichever way it ends.
+/// Keeps the grid from painting until the redraw is over, even if it ends in a fault.
 class RedrawScope {
  public:
   explicit RedrawScope(GridCells& grid) : grid_(grid) { grid_.BeginRedraw(); }

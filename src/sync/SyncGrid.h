@@ -22,15 +22,15 @@ class SyncGrid {
            const platform::Machine& machine)
       : model_(model), grid_(grid), options_(options), machine_(machine) {}
 
-  /// Redraws the whole grid, letting pending events run before each data cell; the model may change
-  /// meanwhile. A fault, which a clear in the middle of the redraw is too, beeps once and leaves
-  /// the grid as it is then. Returns whether the whole grid was drawn.
+  /// Redraws the whole grid. Pending events run before each data cell, so the model may change
+  /// meanwhile. A fault beeps once and leaves the grid as it is; clearing the model during the
+  /// redraw counts as a fault. Returns whether the whole grid was drawn.
   bool UpdateSyncGrid();
 
-  /// Leaves the single cell "RPN" and takes the colours back.
+  /// Reduces the grid to the single cell "RPN" and forgets the colours.
   void Clear();
 
-  /// The colour given to an FPS value; outside 0 to 16 a subscript fault.
+  /// The colour of an FPS value; a value outside 0 to 16 is a subscript fault.
   Colour GetRpsColour(std::int16_t iRps) { return colours_.GetRpsColour(iRps); }
 
  private:

@@ -32,7 +32,7 @@ QVariant SyncGridModel::data(const QModelIndex& index, int role) const {
                                           cell.background->Blue())))
                  : QVariant();
     case Qt::ForegroundRole:
-      // The palette's colours are light, so their text is dark in every theme.
+      // The palette's colours are light, so text on them is dark in every theme.
       return cell.background ? QVariant(QBrush(Qt::black)) : QVariant();
     default:
       return {};
@@ -107,9 +107,9 @@ void SyncGridModel::SetBackground(int row, int column, Colour colour) {
 void SyncGridModel::BeginRedraw() { ++redrawDepth_; }
 
 void SyncGridModel::EndRedraw() {
-  // A redraw within another one tells what it knows too: the outer one may wait for a dialog.
+  // A nested redraw reports its changes too, because the outer one may be waiting for a dialog.
   --redrawDepth_;
-  TellChanges();
+  ReportChanges();
   if (paintingSuspended_) {
     paintingSuspended_ = false;
     emit PaintingResumed();
@@ -119,11 +119,11 @@ void SyncGridModel::EndRedraw() {
 void SyncGridModel::Changed(int row, int column) {
   changed_ |= QRect(column, row, 1, 1);
   if (redrawDepth_ == 0) {
-    TellChanges();
+    ReportChanges();
   }
 }
 
-void SyncGridModel::TellChanges() {
+void SyncGridModel::ReportChanges() {
   if (changed_.isEmpty()) {
     return;
   }

@@ -8,8 +8,8 @@
 namespace kelvara::sync {
 
 /// The sync grid for Qt's views. Views learn of changed cells once, at the end of a redraw, and of
-/// another size at once; a redraw that changes the size tells them when to stop painting and when
-/// to go on.
+/// a new size at once. A redraw that changes the size also tells them to suspend painting until it
+/// is over.
 class SyncGridModel : public QAbstractTableModel, public GridCells {
   Q_OBJECT
 
@@ -40,7 +40,7 @@ class SyncGridModel : public QAbstractTableModel, public GridCells {
 
  private:
   void Changed(int row, int column);
-  void TellChanges();
+  void ReportChanges();
 
   int redrawDepth_ = 0;
   bool paintingSuspended_ = false;

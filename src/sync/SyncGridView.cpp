@@ -19,12 +19,12 @@
 namespace kelvara::sync {
 namespace {
 
-/// The widest texts that a cell has to show whole.
+/// The widest texts that must fit in a cell.
 const std::initializer_list<QString> kWidestTexts = {QStringLiteral("-12350"),
                                                      QStringLiteral("63[15]")};
 constexpr int kSmallestFontPixels = 6;
 constexpr int kRowPadding = 8;
-/// The line between two cells, and a pixel of air on either side of the text.
+/// The line between two cells, and one pixel on either side of the text.
 constexpr int kColumnPadding = 3;
 
 }  // namespace
@@ -75,7 +75,8 @@ QString SyncGridView::GridText() const {
 
 bool SyncGridView::event(QEvent* event) {
   const bool done = QTableView::event(event);
-  // A font of another size alone is no change of the view's own font, which has set its size.
+  // The view has set its own font size, so a new size of the application's font does not change the
+  // view's font.
   if (event->type() == QEvent::ApplicationFontChange) {
     FitFont();
   }
@@ -127,8 +128,8 @@ void SyncGridView::FitFont() {
   }
   const QScopedValueRollback fitting(fitting_, true);
   const int columnWidth = widgets::TwipsToPixels(*this, kGridColumnTwips);
-  const int room = columnWidth - kColumnPadding;
-  // The program's font, not the view's own: that one was fitted before and would only ever shrink.
+  const int available = columnWidth - kColumnPadding;
+  // Starts from the program's font, because the view's own, fitted earlier, could only shrink.
   QFont fitted = QApplication::font(this);
   int pixels = QFontInfo(fitted).pixelSize();
   const auto widest = [&] {
@@ -140,9 +141,9 @@ void SyncGridView::FitFont() {
     }
     return width;
   };
-  // Each size that is tried loads a font: a text's width tells about where to look.
-  for (int width = widest(); width > room && pixels > kSmallestFontPixels; width = widest()) {
-    pixels = std::clamp(pixels * room / width + 1, kSmallestFontPixels, pixels - 1);
+  // Trying a size loads a font, so the text's width is used to estimate the next size.
+  for (int width = widest(); width > available && pixels > kSmallestFontPixels; width = widest()) {
+    pixels = std::clamp(pixels * available / width + 1, kSmallestFontPixels, pixels - 1);
   }
   setFont(fitted);
   corner_->setFont(fitted);

@@ -17,15 +17,16 @@ class SyncGridView : public QTableView {
  public:
   explicit SyncGridView(QWidget* parent = nullptr);
 
-  /// Shows this model, which outlives the view. It is set once.
+  /// Sets the model to show, which must exist as long as the view. Called once.
   void SetGridModel(SyncGridModel* model);
 
-  /// Gives the tool tip of a data cell; called with the grid's row and column.
+  /// Sets the function that gives the tool tip of a data cell, called with the grid's row and
+  /// column.
   void SetToolTips(std::function<QString(int row, int column)> toolTips) {
     toolTips_ = std::move(toolTips);
   }
 
-  /// The whole grid as text, cells parted by tabs and rows by line feeds.
+  /// The whole grid as text, with tabs between cells and a line feed after each row.
   QString GridText() const;
 
  protected:

@@ -29,7 +29,7 @@ std::int16_t SyncModel::FindOrAddAa(std::int16_t rpn, std::int16_t fps, std::int
   if (aaCount_ > static_cast<std::int16_t>(kMaxAas)) {
     base::ThrowSubscript();
   }
-  // The count goes up before the table is asked for its place, and stays up when there is none.
+  // The count increases before the index is checked, and does not go back if the table is full.
   const std::int16_t added = aaCount_++;
   At(aaRpn_, added) = rpn;
   At(aaFps_, added) = fps;

@@ -6,11 +6,11 @@
 
 namespace kelvara::sync {
 
-/// The most antennas that the model holds.
+/// The maximum number of antennas in the model.
 inline constexpr std::size_t kMaxAas = 51;
 
-/// What has been heard of one antenna while synchronised to another, in RFPS units. With `Count` 0
-/// there is no data and `Max` and `Min` hold their cleared values.
+/// The phases of one antenna as heard while synchronised to another, in RFPS units. If `Count` is
+/// 0, there is no data and `Max` and `Min` hold their cleared values.
 struct PhaseCell {
   static constexpr std::int16_t kClearedMax = -32767;
   static constexpr std::int16_t kClearedMin = 32767;
@@ -20,20 +20,20 @@ struct PhaseCell {
   std::int16_t Max = kClearedMax;
   std::int16_t Min = kClearedMin;
 
-  /// The mean phase, not rounded. There has to be data.
+  /// The mean phase, not rounded. `Count` must not be 0.
   double Mean() const { return static_cast<double>(Sum) / Count; }
 };
 
 /// Everything learned from RFPS reports since the last clear: the antennas in order of first
 /// appearance, and for every ordered pair of them the phase of one as heard while synchronised to
-/// the other. Tables are read with checked indices: one outside 0 to 50 is a subscript fault.
+/// the other. Table indices are checked: one outside 0 to 50 is a subscript fault.
 class SyncModel {
  public:
   /// Empties the model.
   void Clear();
 
-  /// The index of the antenna with this RPN, which is added if it is new. Only the RPN is compared:
-  /// a known antenna keeps the FPS and FPN it was first entered with. The 52nd antenna is a
+  /// Returns the index of the antenna with this RPN, which is added if it is new. Only the RPN is
+  /// compared: a known antenna keeps the FPS and FPN with which it was added. The 52nd antenna is a
   /// subscript fault, and the count stays at 52 from then on.
   std::int16_t FindOrAddAa(std::int16_t rpn, std::int16_t fps, std::int16_t fpn);
 
@@ -43,7 +43,7 @@ class SyncModel {
   /// Counts one processed report.
   void CountReport();
 
-  /// 0 to 51, and 52 once a 52nd antenna has been refused.
+  /// 0 to 51, or 52 once a 52nd antenna has been refused.
   std::int16_t AaCount() const { return aaCount_; }
   std::int16_t AaRpn(int index) const;
   std::int16_t AaFps(int index) const;
@@ -55,8 +55,8 @@ class SyncModel {
   /// Reports processed since the last clear.
   std::int32_t ReportCount() const { return reportCount_; }
 
-  /// How often the model has been cleared, so that a loop that let events run can tell that what it
-  /// was showing is gone.
+  /// How often the model has been cleared. A loop that lets events run can tell from it that the
+  /// data it was showing is gone.
   std::uint64_t ClearCount() const { return clearCount_; }
 
  private:

@@ -66,7 +66,7 @@ TEST(CmdUpdateAASync, WritesOhmsMetresRfpsAndDelay) {
                                              {TextDelay, "12.539"}}));
 }
 
-TEST(CmdUpdateAASync, OutsidePlusMinus252TheMetresOverflow) {
+TEST(CmdUpdateAASync, TheMetresOverflowOutsidePlusMinus252) {
   EXPECT_EQ(Written(TextAASync, "252", TextMetres), "32760.000");
   EXPECT_EQ(Written(TextAASync, "-252", TextMetres), "-32760.000");
   EXPECT_EQ(UpdateFault(TextAASync, "253"), FaultKind::Overflow);
@@ -84,7 +84,7 @@ TEST(CmdUpdateMetres, WritesOhmsRfpsAaSyncAndDelay) {
             (Texts{{TextOhms, "5.753"}, {TextRfps, "1"}, {TextAASync, "0"}, {TextDelay, "0.096"}}));
 }
 
-TEST(CmdUpdateMetres, TiesOfAaSyncUnitsGoToTheEvenOne) {
+TEST(CmdUpdateMetres, AaSyncUnitsRoundHalfToEven) {
   EXPECT_EQ(Written(TextMetres, "65", TextAASync), "0");
   EXPECT_EQ(Written(TextMetres, "195", TextAASync), "2");
   EXPECT_EQ(Written(TextMetres, "-65", TextAASync), "0");
@@ -107,21 +107,21 @@ TEST(CmdUpdateDelay, WritesRfpsOhmsMetresAndAaSync) {
       (Texts{{TextRfps, "1"}, {TextOhms, "5.753"}, {TextMetres, "29.000"}, {TextAASync, "0"}}));
 }
 
-TEST(UnitFields, NeverSayMinusZero) {
+TEST(UnitFields, NeverShowMinusZero) {
   EXPECT_EQ(
       Update(TextRfps, "-0.00001"),
       (Texts{{TextOhms, "0.301"}, {TextMetres, "0.000"}, {TextAASync, "0"}, {TextDelay, "0.000"}}));
   EXPECT_EQ(Written(TextMetres, "-0", TextRfps), "0");
 }
 
-TEST(UnitFields, TakeTheStrictConversion) {
+TEST(UnitFields, UseTheStrictConversion) {
   EXPECT_EQ(Written(TextRfps, "  1e1 ", TextMetres), "290.000");
   EXPECT_EQ(Written(TextMetres, "+13.", TextOhms), "2.745");
   EXPECT_EQ(Written(TextRfps, "1e-400", TextMetres), "0.000");
   EXPECT_EQ(Written(TextRfps, "0." + std::string(400, '0') + "1", TextMetres), "0.000");
 }
 
-TEST(UnitFields, ATextThatIsNoNumberFaultsBeforeAnythingIsWritten) {
+TEST(UnitFields, ATextThatIsNotANumberFaultsBeforeAnythingIsWritten) {
   for (const Field source : {TextRfps, TextAASync, TextMetres, TextOhms, TextDelay, TextPortNum}) {
     for (const std::string_view text :
          {"", "   ", "abc", "12x", "1 2", "1,5", "inf", "nan", "0x1", "&h1", "1e"}) {
@@ -152,7 +152,7 @@ TEST(CmdRpn, UpToFourDigitsAreATwosComplement) {
   EXPECT_EQ(Update(TextRpn, "ffFe"), (Texts{{TextRpnDec, "-2"}, {TextPortNum, "588"}}));
 }
 
-TEST(CmdRpn, MoreDigitsAreThirtyTwoBits) {
+TEST(CmdRpn, MoreDigitsAreAThirtyTwoBitNumber) {
   EXPECT_EQ(Update(TextRpn, "000FF"), (Texts{{TextRpnDec, "255"}, {TextPortNum, "1346"}}));
   EXPECT_EQ(Update(TextRpn, "0000000A"), (Texts{{TextRpnDec, "10"}, {TextPortNum, "660"}}));
   EXPECT_EQ(Update(TextRpn, "FFFFFFFF"), (Texts{{TextRpnDec, "-1"}, {TextPortNum, "594"}}));
@@ -162,7 +162,7 @@ TEST(CmdRpn, MoreDigitsAreThirtyTwoBits) {
   EXPECT_EQ(UpdateFault(TextRpn, "80000000"), FaultKind::Overflow);
 }
 
-TEST(CmdRpn, APortNumberThatLeavesSixteenBitsFaults) {
+TEST(CmdRpn, APortNumberOutsideSixteenBitsFaults) {
   EXPECT_EQ(Update(TextRpn, "14F1"), (Texts{{TextRpnDec, "5361"}, {TextPortNum, "31982"}}));
   EXPECT_EQ(UpdateFault(TextRpn, "14F2"), FaultKind::Overflow);
   EXPECT_EQ(UpdateFault(TextRpn, "8000"), FaultKind::Overflow);
@@ -215,13 +215,13 @@ TEST(CmdPortNum, RoundsItsTextHalfToEven) {
   EXPECT_EQ(Written(TextPortNum, "603.5", TextRpnDec), "1");
 }
 
-TEST(CmdPortNum, AnIntermediateThatLeavesSixteenBitsFaults) {
+TEST(CmdPortNum, AnIntermediateResultOutsideSixteenBitsFaults) {
   EXPECT_EQ(Update(TextPortNum, "-32568"), (Texts{{TextRpn, "EAEB"}, {TextRpnDec, "-5397"}}));
   EXPECT_EQ(UpdateFault(TextPortNum, "-32569"), FaultKind::Overflow);
   EXPECT_EQ(UpdateFault(TextPortNum, "32768"), FaultKind::Overflow);
 }
 
-TEST(Converter, GoesOnAfterAFault) {
+TEST(Converter, WorksAfterAFault) {
   Converter converter;
   EXPECT_EQ(FaultOf([&] { return converter.Update(TextRpn, "14F2"); }), FaultKind::Overflow);
   EXPECT_EQ(FaultOf([&] { return converter.Update(TextPortNum, "-32569"); }), FaultKind::Overflow);

@@ -21,7 +21,7 @@ namespace {
 
 using namespace test;
 
-/// One row of the window, as its users see it.
+/// One row of the window, as users see it.
 struct Row {
   const char* field;
   const char* label;
@@ -72,7 +72,7 @@ class FrmConvertTest : public testing::Test {
     return texts;
   }
 
-  /// Gives each field a text of its own, without any Update.
+  /// Fills each field with its own text, without any Update.
   void FillAll() {
     for (const Row& row : kRows) {
       Edit(row.field).setText(QString("old ") + row.field);
@@ -111,7 +111,7 @@ TEST_F(FrmConvertTest, FramesAndOkHaveTheirTexts) {
   }
 }
 
-TEST_F(FrmConvertTest, ScreenReadersNameEveryFieldAndButton) {
+TEST_F(FrmConvertTest, EveryFieldAndButtonHasANameForScreenReaders) {
   for (const Row& row : kRows) {
     QString name = QString(row.label).remove(u':');
     EXPECT_EQ(QAccessible::queryAccessibleInterface(&Edit(row.field))->text(QAccessible::Name),
@@ -121,7 +121,7 @@ TEST_F(FrmConvertTest, ScreenReadersNameEveryFieldAndButton) {
   }
 }
 
-TEST_F(FrmConvertTest, LabelsAndTabGoInReadingOrder) {
+TEST_F(FrmConvertTest, LabelsAndTabFollowTheReadingOrder) {
   Open();
   int above = -1;
   std::string order;
@@ -136,7 +136,7 @@ TEST_F(FrmConvertTest, LabelsAndTabGoInReadingOrder) {
   EXPECT_EQ(TabOrder(window_), order + "CmdOK");
 }
 
-/// What is typed into one field, and what is then in all of them.
+/// The text typed into one field, and the resulting texts of all fields.
 struct Example {
   const char* field;
   const char* typed;
@@ -182,7 +182,7 @@ TEST_F(FrmConvertTest, ButtonsUpdateTheOtherFieldsOfTheGroup) {
   EXPECT_EQ(beeper_.count, 0);
 }
 
-TEST_F(FrmConvertTest, EnterUpdatesFromSevenFieldsAndNotFromTheDecimalRpn) {
+TEST_F(FrmConvertTest, EnterUpdatesFromSevenFieldsButNotFromTheDecimalRpn) {
   for (const auto& [field, typed, texts] : kExamples) {
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
       Open();
@@ -218,7 +218,7 @@ TEST_F(FrmConvertTest, UpdateLeavesTheOtherGroupAlone) {
   EXPECT_EQ(Text("TextMetres"), "29.000");
 }
 
-TEST_F(FrmConvertTest, WhatCannotBeUsedBeepsOnceAndChangesNothing) {
+TEST_F(FrmConvertTest, TextThatCannotBeUsedBeepsOnceAndChangesNothing) {
   struct Refused {
     const char* field;
     const char* typed;
@@ -257,7 +257,7 @@ TEST_F(FrmConvertTest, WhatCannotBeUsedBeepsOnceAndChangesNothing) {
   }
 }
 
-TEST_F(FrmConvertTest, FieldThatUsersCannotTypeInEightBitsBeeps) {
+TEST_F(FrmConvertTest, ADigitOutsideAsciiBeeps) {
   Open();
   Edit("TextRfps").setText(QString::fromUtf8("１"));
   Click(Button("CmdUpdateRFPS"));
@@ -265,7 +265,7 @@ TEST_F(FrmConvertTest, FieldThatUsersCannotTypeInEightBitsBeeps) {
   EXPECT_EQ(Text("TextMetres"), "");
 }
 
-TEST_F(FrmConvertTest, EnterWithAnotherModifierIsAnotherKey) {
+TEST_F(FrmConvertTest, EnterWithControlOrAltDoesNotUpdate) {
   Open();
   Fill(Edit("TextRfps"), "1");
   Press(window_, Qt::Key_Return, Qt::ControlModifier);
@@ -303,7 +303,7 @@ TEST_F(FrmConvertTest, ClosesByOkEscAccessKeyAndFrame) {
   EXPECT_FALSE(window_.isVisible());
 }
 
-TEST_F(FrmConvertTest, IsFoundFreshAfterItWasClosed) {
+TEST_F(FrmConvertTest, IsEmptyWhenOpenedAgainAfterClosing) {
   const auto empty = std::vector<std::string>(8);
   for (const Qt::Key closing : {Qt::Key_Escape, Qt::Key_O}) {
     Open();
@@ -321,7 +321,7 @@ TEST_F(FrmConvertTest, IsFoundFreshAfterItWasClosed) {
   }
 }
 
-TEST_F(FrmConvertTest, StaysAsItIsWhenOpenedAgainOrMadeSmall) {
+TEST_F(FrmConvertTest, StaysAsItIsWhenOpenedAgainOrMinimised) {
   Open();
   Fill(Edit("TextRpn"), "0A");
   window_.Open();

@@ -27,7 +27,7 @@ TEST(SyncUnits, TheOffsetIsALengthAddedBeforeTheResistance) {
   EXPECT_DOUBLE_EQ(FromMetres(100.0).ohms, 19.1008);
 }
 
-TEST(SyncUnits, EveryUnitLeadsToTheSameCable) {
+TEST(SyncUnits, EveryUnitGivesTheSameCable) {
   const SyncUnits fromRfps = FromRfps(12.5);
   for (const SyncUnits& units :
        {FromMetres(fromRfps.metres), FromOhms(fromRfps.ohms), FromDelay(fromRfps.delay)}) {
@@ -59,7 +59,7 @@ TEST(SyncUnits, AaSyncUnitsOutsideSixteenBitsAreAnOverflow) {
             FaultKind::Overflow);
 }
 
-TEST(SyncUnits, MetresOfAaSyncUnitsAreFormedInSixteenBits) {
+TEST(SyncUnits, MetresOfAaSyncUnitsAreComputedInSixteenBits) {
   EXPECT_DOUBLE_EQ(FromAaSync(252.0).metres, 32760.0);
   EXPECT_DOUBLE_EQ(FromAaSync(-252.0).metres, -32760.0);
   EXPECT_EQ(FaultOf([] { return FromAaSync(253.0); }), FaultKind::Overflow);

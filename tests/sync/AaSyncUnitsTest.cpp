@@ -25,7 +25,7 @@ TEST(AaSyncUnits, FourAndAHalfPhaseUnitsAreOne) {
   EXPECT_EQ(ToAaSyncUnits(-2), 0);
 }
 
-TEST(AaSyncUnits, OneIs130MetresSoThatEveryLengthIsAMultipleOfIt) {
+TEST(AaSyncUnits, OneIs130MetresSoEveryLengthIsAMultipleOfThat) {
   EXPECT_EQ(ToMetres(9), 260);
   EXPECT_EQ(ToMetres(7), 260);
   EXPECT_EQ(ToMetres(2), 0);
@@ -40,12 +40,12 @@ TEST(AaSyncUnits, RoundToTheNearestOverTheWholeRangeOfReadings) {
   }
 }
 
-TEST(AaSyncUnits, TheEndsOfThirtyTwoBits) {
+TEST(AaSyncUnits, AreRightAtTheLimitsOfThirtyTwoBits) {
   EXPECT_EQ(ToAaSyncUnits(kHighest), 477218588);
   EXPECT_EQ(ToAaSyncUnits(kLowest), -477218588);
 }
 
-TEST(AaSyncUnits, MetresThatLeaveThirtyTwoBitsAreAnOverflow) {
+TEST(AaSyncUnits, MetresOutsideThirtyTwoBitsAreAnOverflow) {
   EXPECT_EQ(ToMetres(74335968), 2147483520);
   EXPECT_EQ(FaultOf([] { return ToMetres(74335971); }), FaultKind::Overflow);
   EXPECT_EQ(FaultOf([] { return ToMetres(kHighest); }), FaultKind::Overflow);

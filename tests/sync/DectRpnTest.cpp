@@ -30,7 +30,7 @@ std::int16_t RpnOf(int port) {
 
 bool Fits(long value) { return value >= kLowest && value <= kHighest; }
 
-/// The port rule in wide integers; nothing where a step leaves 16 bits.
+/// The port rule in wide integers; nothing if a step exceeds 16 bits.
 std::optional<long> WidePort(long rpn) {
   const long product = rpn * 6;
   const long port = product + 600;
@@ -40,7 +40,7 @@ std::optional<long> WidePort(long rpn) {
   return port >= 984 ? port - 784 : port;
 }
 
-/// The RPN rule in wide integers; nothing where a step leaves 16 bits.
+/// The RPN rule in wide integers; nothing if a step exceeds 16 bits.
 std::optional<long> WideRpn(long port) {
   if (port < 600 && !Fits(port - 200)) {
     return std::nullopt;
@@ -57,7 +57,7 @@ TEST(DectRpn, IsCreatedWithRpnZero) {
   EXPECT_EQ(identity.iPortNum(), 600);
 }
 
-TEST(DectRpn, StoresTheRpnAsItIs) {
+TEST(DectRpn, StoresTheRpnUnchanged) {
   DectRpn identity;
   identity.SetRpn(255);
   EXPECT_EQ(identity.iRpn(), 255);
@@ -89,7 +89,7 @@ TEST(DectRpn, APortNumberGoesToTheNearestBasePort) {
   EXPECT_EQ(RpnOf(599), 130);
 }
 
-TEST(DectRpn, EachRpnStandsForItsGroupOfPorts) {
+TEST(DectRpn, EachRpnCoversItsGroupOfPorts) {
   for (int rpn = 1; rpn <= 132; ++rpn) {
     const int basePort = rpn < 64 ? 600 + 6 * rpn : 6 * rpn - 184;
     for (int port = basePort - 2; port <= basePort + 2; ++port) {
@@ -103,19 +103,19 @@ TEST(DectRpn, EachRpnStandsForItsGroupOfPorts) {
   }
 }
 
-TEST(DectRpn, TheDirectionsAreNoInversesAboveTheWrap) {
+TEST(DectRpn, TheConversionsAreNotInversesAboveTheWrap) {
   EXPECT_EQ(RpnOf(984), 64);
   EXPECT_EQ(PortOf(RpnOf(984)), 200);
   EXPECT_EQ(RpnOf(PortOf(64)), 64);
 }
 
-TEST(DectRpn, APortThatLeavesSixteenBitsIsAnOverflow) {
+TEST(DectRpn, APortOutsideSixteenBitsIsAnOverflow) {
   EXPECT_EQ(PortOf(5361), 31982);
   EXPECT_EQ(FaultOf([] { return PortOf(5362); }), FaultKind::Overflow);
   EXPECT_EQ(FaultOf([] { return PortOf(-5462); }), FaultKind::Overflow);
 }
 
-TEST(DectRpn, APortLess200OutsideSixteenBitsIsAnOverflowThatKeepsTheRpn) {
+TEST(DectRpn, APortMinus200OutsideSixteenBitsIsAnOverflowThatKeepsTheRpn) {
   EXPECT_EQ(RpnOf(-32568), -5397);
   DectRpn identity;
   identity.SetRpn(17);
@@ -130,7 +130,7 @@ TEST(DectRpn, AFaultWhileReadingThePortKeepsTheRpn) {
   EXPECT_EQ(identity.iRpn(), 6000);
 }
 
-TEST(DectRpn, FollowsTheRulesOverEverySixteenBitValue) {
+TEST(DectRpn, FollowsTheRulesForEverySixteenBitValue) {
   for (int value = kLowest; value <= kHighest; ++value) {
     std::optional<long> port;
     std::optional<long> rpn;

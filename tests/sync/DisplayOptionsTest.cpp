@@ -16,7 +16,7 @@ TEST(DisplayOptions, RpnsHaveAtLeastTwoDigits) {
   EXPECT_EQ(hexadecimal.RpnText(255), "FF");
 }
 
-TEST(DisplayOptions, TheFpsIsInBracketsWhereItIsShown) {
+TEST(DisplayOptions, TheFpsIsShownInBrackets) {
   const DisplayOptions decimal{.fpsShown = true};
   EXPECT_EQ(decimal.AaText(31, 12), "31[12]");
   const DisplayOptions hexadecimal{.rpnHex = true, .fpsShown = true};

@@ -39,7 +39,7 @@ constexpr std::array<PaletteEntry, 16> kPalette{{
     {0xFF99FF, 255, 153, 255},
 }};
 
-TEST(FpsColours, AreGivenInTheOrderOfThePaletteAsTheyAreAskedFor) {
+TEST(FpsColours, AreAssignedInPaletteOrderWhenFirstAskedFor) {
   FpsColours colours;
   for (std::int16_t asked = 0; asked < 16; ++asked) {
     const auto iRps = static_cast<std::int16_t>(15 - asked);
@@ -74,7 +74,7 @@ TEST(FpsColours, TheSixteenthLooksLikeTheFifteenth) {
   EXPECT_EQ(colours.GetRpsColour(15), Colour{0xFF99FF});
 }
 
-TEST(FpsColours, AnFpsOutsideTheTableIsASubscriptFaultThatTakesNoColour) {
+TEST(FpsColours, AnFpsOutsideTheTableIsASubscriptFaultThatUsesNoColour) {
   FpsColours colours;
   EXPECT_EQ(FaultOf([&] { return colours.GetRpsColour(17); }), FaultKind::Subscript);
   EXPECT_EQ(FaultOf([&] { return colours.GetRpsColour(-1); }), FaultKind::Subscript);
@@ -83,8 +83,8 @@ TEST(FpsColours, AnFpsOutsideTheTableIsASubscriptFaultThatTakesNoColour) {
   EXPECT_EQ(colours.GetRpsColour(16), Colour{0xFFFFFF});
 }
 
-// With every FPS from 0 to 16 asked for, the last gets the palette's empty entry: no colour, and so
-// the next time it is asked for there is no palette entry left.
+// When every FPS from 0 to 16 is asked for, the last gets the palette's empty entry. It has no
+// colour, so it is looked up again the next time, when no palette entry is left.
 TEST(FpsColours, TheSeventeenthPaletteEntryIsEmpty) {
   FpsColours colours;
   for (std::int16_t iRps = 0; iRps < 16; ++iRps) {

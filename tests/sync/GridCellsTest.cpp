@@ -20,7 +20,7 @@ TEST(GridCells, StartsAsOneEmptyCell) {
   EXPECT_EQ(grid.ColumnWidth(0), 0);
 }
 
-TEST(GridCells, RemembersWhatEachCellWasGiven) {
+TEST(GridCells, KeepsWhatIsSetInEachCell) {
   GridCells grid;
   grid.SetSize(2, 3);
   grid.SetText(1, 2, "-11");
@@ -38,7 +38,7 @@ TEST(GridCells, RemembersWhatEachCellWasGiven) {
   EXPECT_EQ(grid.ColumnWidth(1), 0);
 }
 
-TEST(GridCells, CellsThatStayInsideKeepWhatTheyHold) {
+TEST(GridCells, CellsThatRemainKeepTheirContents) {
   GridCells grid;
   grid.SetSize(2, 2);
   grid.SetText(0, 0, "RPN");
@@ -56,7 +56,7 @@ TEST(GridCells, CellsThatStayInsideKeepWhatTheyHold) {
   EXPECT_EQ(grid.Text(3, 2), "");
 }
 
-TEST(GridCells, CellsThatWereCutOffComeBackEmpty) {
+TEST(GridCells, CellsThatWereRemovedComeBackEmpty) {
   GridCells grid;
   grid.SetSize(3, 3);
   grid.SetText(0, 2, "a");

@@ -43,7 +43,7 @@ TEST(ReportWords, FindsTheWordsInAnyLetterCase) {
   EXPECT_EQ(All("100EcsYnCnEiGhBoUr"), expected);
 }
 
-TEST(ReportWords, TakesNoOtherCharacterForOneOfAWord) {
+TEST(ReportWords, MatchesNoOtherCharacters) {
   for (const std::string_view word : {"100ec", "sync", "neighbour"}) {
     for (std::size_t place = 0; place < word.size(); ++place) {
       for (int value = 0; value < 256; ++value) {
@@ -59,22 +59,22 @@ TEST(ReportWords, TakesNoOtherCharacterForOneOfAWord) {
   }
 }
 
-TEST(ReportWords, FindsWordsSideBySideAndBehindTheirOwnBeginnings) {
-  const std::vector<FoundWord> sideBySide{
+TEST(ReportWords, FindsAdjacentWordsAndWordsAfterTheirOwnBeginnings) {
+  const std::vector<FoundWord> adjacent{
       {ReportWord::Neighbour, 0}, {ReportWord::Sync, 9}, {ReportWord::Marker, 13}};
-  EXPECT_EQ(All("neighboursync100ec"), sideBySide);
-  const std::vector<FoundWord> behindBeginnings{
+  EXPECT_EQ(All("neighboursync100ec"), adjacent);
+  const std::vector<FoundWord> afterBeginnings{
       {ReportWord::Marker, 1}, {ReportWord::Sync, 8}, {ReportWord::Neighbour, 15}};
-  EXPECT_EQ(All("1100ecsysyncneineighbour"), behindBeginnings);
+  EXPECT_EQ(All("1100ecsysyncneineighbour"), afterBeginnings);
 }
 
-TEST(ReportWords, LeavesAWordCutShortAlone) {
+TEST(ReportWords, IgnoresATruncatedWord) {
   EXPECT_TRUE(All("100e").empty());
   EXPECT_TRUE(All("syn").empty());
   EXPECT_TRUE(All("neighbou").empty());
 }
 
-TEST(ReportWords, GoesOnSayingThatThereIsNothingLeft) {
+TEST(ReportWords, KeepsReportingThatNothingIsLeft) {
   ReportWords words("sync");
   EXPECT_TRUE(words.Next());
   EXPECT_FALSE(words.Next());

@@ -34,7 +34,7 @@ void ExpectEntry(const RfpsReport& report, int index, int rpn, int fps, int fpn,
   EXPECT_EQ(entry.Phase, phase);
 }
 
-/// The phase that a neighbour with these readings is kept with; nothing when it is not kept.
+/// The phase kept for a neighbour with these readings; nothing if it is not kept.
 std::optional<int> PhaseOf(std::initializer_list<std::string_view> fields) {
   const RfpsReport report = ReadRfpsReport(Report({kSync1, NeighbourBlock("100ec5A302", fields)}));
   if (report.count < 2) {
@@ -43,9 +43,9 @@ std::optional<int> PhaseOf(std::initializer_list<std::string_view> fields) {
   return report.entries[1].Phase;
 }
 
-/// The same for a last block with this text behind its identity.
-std::optional<int> PhaseOfBlock(const std::string& behindIdentity) {
-  const RfpsReport report = ReadRfpsReport(Report({kSync1, "100ec5A302" + behindIdentity}));
+/// The same for a last block with this text after its identity.
+std::optional<int> PhaseOfBlock(const std::string& afterIdentity) {
+  const RfpsReport report = ReadRfpsReport(Report({kSync1, "100ec5A302" + afterIdentity}));
   if (report.count < 2) {
     return std::nullopt;
   }
@@ -75,13 +75,13 @@ TEST(RfpsReport, AnIdentityIsFpnFpsAndRpnInHexadecimalOfAnyCase) {
   ExpectEntry(report, 0, 0xCB, 0xD, 0xFE, 0);
 }
 
-TEST(RfpsReport, AFieldIsReadUpToTheFirstCharacterThatIsNoHexadecimalDigit) {
+TEST(RfpsReport, AFieldIsReadUpToTheFirstCharacterThatIsNotAHexadecimalDigit) {
   ExpectEntry(ReadRfpsReport(Report({"100ec5x3Ax Sync"})), 0, 0xA, 3, 5, 0);
   ExpectEntry(ReadRfpsReport(Report({"100ecx5gx1 Sync"})), 0, 0, 0, 0, 0);
   ExpectEntry(ReadRfpsReport(Report({"100ec 5- 1 Sync"})), 0, 0, 0, 0, 0);
 }
 
-TEST(RfpsReport, AnIdentityCutShortByTheEndOfTheTextReadsAsFarAsItGoes) {
+TEST(RfpsReport, AnIdentityCutShortByTheEndOfTheTextIsReadAsFarAsItGoes) {
   ExpectEntry(ReadRfpsReport("rfps 100ecSync"), 0, 0xC, 0, 0, 0);
   const RfpsReport report = ReadRfpsReport("rfps 100ec5A301 Neighbour phase =    7 100ec5A3");
   ExpectEntry(report, 0, 1, 3, 90, 7);
@@ -98,26 +98,26 @@ TEST(RfpsReport, TheThreeWordsMatchInAnyLetterCase) {
   ExpectEntry(report, 2, 3, 3, 90, -12);
 }
 
-TEST(RfpsReport, AMarkerAtTheVeryFirstCharacterIsNotSeen) {
+TEST(RfpsReport, AMarkerAtTheVeryFirstCharacterIsIgnored) {
   const RfpsReport report =
       ReadRfpsReport(SyncBlock("100ec5A301") + NeighbourBlock("100ec5A302", {"  4"}));
   EXPECT_EQ(report.count, 1);
   EXPECT_EQ(report.syncIndex, 0);
   ExpectEntry(report, 0, 2, 3, 90, 4);
 
-  const RfpsReport seen =
+  const RfpsReport preceded =
       ReadRfpsReport(" " + SyncBlock("100ec5A301") + NeighbourBlock("100ec5A302", {"  4"}));
-  EXPECT_EQ(seen.count, 2);
+  EXPECT_EQ(preceded.count, 2);
 }
 
-// The final round looks for the first marker from the first character on, so the block in front of
-// that marker is a single character and the word behind it is out of reach.
-TEST(RfpsReport, AMarkerAtTheVeryFirstCharacterStillEndsTheFinalRoundsBlock) {
+// The block before the first marker ends with that marker's first character. Here that is its only
+// character, so the word after the marker is not part of it.
+TEST(RfpsReport, AMarkerAtTheVeryFirstCharacterStillEndsTheBlockBeforeIt) {
   EXPECT_EQ(ReadRfpsReport("100ec5A301 Sync").count, 0);
   EXPECT_EQ(ReadRfpsReport("100ec5A301 " + Reading("  4")).count, 0);
 }
 
-TEST(RfpsReport, TheSyncBlockMayStandAnywhere) {
+TEST(RfpsReport, TheSyncBlockMayBeAnywhere) {
   const RfpsReport report = ReadRfpsReport(Report(
       {NeighbourBlock("100ec5A302", {"  4"}), kSync1, NeighbourBlock("100ec5A303", {" -4"})}));
   EXPECT_EQ(report.count, 3);
@@ -182,7 +182,7 @@ TEST(RfpsReport, OnlyTheFirstThreeReadingsAreExamined) {
   EXPECT_EQ(PhaseOf({"  ?", "  ?", "  ?", "  5"}), std::nullopt);
 }
 
-TEST(RfpsReport, AQuestionMarkAnywhereInTheFieldOrThreeBlanksAreNoReading) {
+TEST(RfpsReport, AFieldWithAQuestionMarkOrThreeBlanksIsNoReading) {
   for (const std::string_view field : {"  ?", " ? ", "?  ", "?12", "1?2", "12?", "???", "   "}) {
     EXPECT_EQ(PhaseOf({field}), std::nullopt) << field;
     EXPECT_EQ(PhaseOf({field, "  8"}), 8) << field;
@@ -209,7 +209,7 @@ TEST(RfpsReport, ANonNumericFieldReadsAsZero) {
   }
 }
 
-TEST(RfpsReport, TheFieldBegins19CharactersBehindTheN) {
+TEST(RfpsReport, TheFieldBegins19CharactersAfterTheN) {
   EXPECT_EQ(PhaseOfBlock(" Neighbour0123456789 42"), 42);
   EXPECT_EQ(PhaseOfBlock(" Neighbour0123456789-427"), -42);
   EXPECT_EQ(PhaseOfBlock(" Neighbour\r\n\r\n\r\n\r\n\r\n 42"), 42);
@@ -220,7 +220,7 @@ TEST(RfpsReport, ReadingsMayOverlap) {
   EXPECT_EQ(PhaseOfBlock("NeighbourNeighbour? 10?????? 20"), 15);
 }
 
-TEST(RfpsReport, AFieldCutShortByTheEndOfTheTextIsReadAsItStands) {
+TEST(RfpsReport, AFieldCutShortByTheEndOfTheTextIsReadAsFarAsItGoes) {
   EXPECT_EQ(PhaseOfBlock(" Neighbour phase =  -1"), -1);
   EXPECT_EQ(PhaseOfBlock(" Neighbour phase =  8"), 8);
   EXPECT_EQ(PhaseOfBlock(" Neighbour phase =  "), 0);
@@ -253,13 +253,13 @@ TEST(RfpsReport, AnIdentityMayReachIntoTheNextMarker) {
   ExpectEntry(report, 1, 2, 3, 90, 4);
 }
 
-TEST(RfpsReport, AMarkerRightBehindAMarkerBeginsABlock) {
+TEST(RfpsReport, AMarkerRightAfterAMarkerBeginsABlock) {
   const RfpsReport report = ReadRfpsReport("rfps 100ec100ec5A301 Sync");
   EXPECT_EQ(report.count, 1);
   ExpectEntry(report, 0, 1, 3, 90, 0);
 }
 
-TEST(RfpsReport, TheWordSyncInFrontOfTheFirstMarkerKeepsABogusEntry) {
+TEST(RfpsReport, TheWordSyncBeforeTheFirstMarkerKeepsABogusEntry) {
   const RfpsReport report =
       ReadRfpsReport("abcd1B407 sYnc\r\n" + kSync1 + NeighbourBlock("100ec5A302", {"  4"}));
   EXPECT_EQ(report.count, 3);
@@ -268,7 +268,7 @@ TEST(RfpsReport, TheWordSyncInFrontOfTheFirstMarkerKeepsABogusEntry) {
   ExpectEntry(report, 2, 7, 4, 0x1B, 0);
 }
 
-TEST(RfpsReport, AReadingInFrontOfTheFirstMarkerKeepsABogusNeighbour) {
+TEST(RfpsReport, AReadingBeforeTheFirstMarkerKeepsABogusNeighbour) {
   const RfpsReport report = ReadRfpsReport("abcd1B407 " + Reading("-31") + kSync1);
   EXPECT_EQ(report.count, 2);
   EXPECT_EQ(report.syncIndex, 0);
@@ -290,7 +290,7 @@ TEST(RfpsReport, WithoutAMarkerAReadingKeepsOneBogusEntry) {
   ExpectEntry(report, 0, 7, 4, 0x1B, 12);
 }
 
-TEST(RfpsReport, TenEntriesAreTheMost) {
+TEST(RfpsReport, ElevenEntriesAreASubscriptFault) {
   EXPECT_EQ(ReadRfpsReport(ReportOfMany(0, 1, 9)).count, 10);
   EXPECT_EQ(FaultOf([] { return ReadRfpsReport(ReportOfMany(0, 1, 10)); }), FaultKind::Subscript);
   EXPECT_EQ(FaultOf([] { return ReadRfpsReport(ReportOfMany(0, 1, 11)); }), FaultKind::Subscript);
@@ -305,7 +305,7 @@ TEST(RfpsReport, BlocksThatAreNotKeptDoNotFillTheTable) {
   EXPECT_EQ(ReadRfpsReport(text).count, 10);
 }
 
-TEST(RfpsReport, AnEleventhEntryThatOnlyTheFinalRoundKeepsIsKept) {
+TEST(RfpsReport, AnEleventhEntryFromBeforeTheFirstMarkerIsKept) {
   std::string text = ReportOfMany(0, 1, 9);
   text.replace(0, 4, "abcd1B407 sync ");
   const RfpsReport report = ReadRfpsReport(text);

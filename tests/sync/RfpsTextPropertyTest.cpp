@@ -53,7 +53,7 @@ void ExpectSameReading(const std::string& text) {
   }
 }
 
-void ExpectInsideBounds(const SyncModel& model) {
+void ExpectWithinBounds(const SyncModel& model) {
   ASSERT_GE(model.AaCount(), 0);
   ASSERT_LE(model.AaCount(), 52);
   for (int from = 0; from <= 50; ++from) {
@@ -81,24 +81,24 @@ void ExpectInsideBounds(const SyncModel& model) {
   }
 }
 
-void ExpectSameModel(const SyncRig& room, const PlainSyncModel& plain) {
-  ASSERT_EQ(room.model.AaCount(), plain.aaCount);
-  ASSERT_EQ(room.model.ReportCount(), plain.reports);
-  ASSERT_EQ(room.beeper.count, plain.beeps);
-  ASSERT_EQ(room.parser.AbandonedCount(), plain.beeps);
-  ASSERT_EQ(room.log.entries, plain.log);
+void ExpectSameModel(const SyncRig& rig, const PlainSyncModel& plain) {
+  ASSERT_EQ(rig.model.AaCount(), plain.aaCount);
+  ASSERT_EQ(rig.model.ReportCount(), plain.reports);
+  ASSERT_EQ(rig.beeper.count, plain.beeps);
+  ASSERT_EQ(rig.parser.AbandonedCount(), plain.beeps);
+  ASSERT_EQ(rig.log.entries, plain.log);
   for (int index = 0; index < static_cast<int>(plain.aas.size()); ++index) {
     const PlainSyncModel::Aa& aa = plain.aas[static_cast<std::size_t>(index)];
-    ASSERT_EQ(room.model.AaRpn(index), aa.rpn);
-    ASSERT_EQ(room.model.AaFps(index), aa.fps);
-    ASSERT_EQ(room.model.AaFpn(index), aa.fpn);
+    ASSERT_EQ(rig.model.AaRpn(index), aa.rpn);
+    ASSERT_EQ(rig.model.AaFps(index), aa.fps);
+    ASSERT_EQ(rig.model.AaFpn(index), aa.fpn);
   }
   for (int from = 0; from <= 50; ++from) {
     for (int to = 0; to <= 50; ++to) {
       const auto found = plain.cells.find({from, to});
       const PlainSyncModel::Cell expected =
           found == plain.cells.end() ? PlainSyncModel::Cell() : found->second;
-      const PhaseCell& cell = room.model.Cell(from, to);
+      const PhaseCell& cell = rig.model.Cell(from, to);
       ASSERT_EQ(cell.Sum, expected.sum);
       ASSERT_EQ(cell.Count, expected.count);
       ASSERT_EQ(cell.Max, expected.max);
@@ -115,7 +115,7 @@ TEST(AnyReportText, IsReadAsThePlainRulesReadIt) {
   }
 }
 
-TEST(AnyReportText, IsReadTheSameWhereverItIsCutOff) {
+TEST(AnyReportText, IsReadAsThePlainRulesReadItWhereverItIsCutOff) {
   RandomText random(82);
   for (int round = 0; round < 40; ++round) {
     std::string text = random.DamagedReport(2);
@@ -126,7 +126,7 @@ TEST(AnyReportText, IsReadTheSameWhereverItIsCutOff) {
   }
 }
 
-// The reader must not look past the end of the text that it is given.
+// The reader must not read past the end of its text.
 TEST(AnyReportText, EndsWhereTheViewEnds) {
   RandomText random(83);
   for (int round = 0; round < 2000; ++round) {
@@ -140,7 +140,7 @@ TEST(AnyReportText, EndsWhereTheViewEnds) {
     const auto wholeFault = FaultOf([&] { whole = ReadRfpsReport(cut); });
     const auto viewFault =
         FaultOf([&] { view = ReadRfpsReport(std::string_view(text).substr(0, length)); });
-    // A sanitizer sees a look past the end of these bytes.
+    // A sanitizer detects a read past the end of these bytes.
     const auto exactFault =
         FaultOf([&] { exact = ReadRfpsReport(std::string_view(bytes.data(), bytes.size())); });
     ASSERT_EQ(exactFault, wholeFault) << cut;
@@ -151,62 +151,62 @@ TEST(AnyReportText, EndsWhereTheViewEnds) {
   }
 }
 
-TEST(AnyReportText, LeavesTheModelInsideItsBounds) {
+TEST(AnyReportText, KeepsTheModelWithinItsBounds) {
   RandomText random(84);
-  SyncRig room;
+  SyncRig rig;
   for (int round = 0; round < 20000; ++round) {
     if (round % 500 == 0) {
-      ASSERT_NO_FATAL_FAILURE(ExpectInsideBounds(room.model));
-      room.Clear();
+      ASSERT_NO_FATAL_FAILURE(ExpectWithinBounds(rig.model));
+      rig.Clear();
     }
-    room.Process(AnyText(random));
-    ASSERT_LE(room.model.AaCount(), 52);
+    rig.Process(AnyText(random));
+    ASSERT_LE(rig.model.AaCount(), 52);
   }
-  ASSERT_NO_FATAL_FAILURE(ExpectInsideBounds(room.model));
+  ASSERT_NO_FATAL_FAILURE(ExpectWithinBounds(rig.model));
 }
 
 TEST(AnyReportText, FillsTheModelAsThePlainRulesFillIt) {
   RandomText random(85);
   for (int session = 0; session < 100; ++session) {
-    SyncRig room;
-    room.options.rpnHex = true;
+    SyncRig rig;
+    rig.options.rpnHex = true;
     PlainSyncModel plain;
     for (int round = random.Below(60); round >= 0; --round) {
       const std::string text = AnyText(random);
-      room.Process(text);
+      rig.Process(text);
       plain.Process(text);
     }
-    ASSERT_NO_FATAL_FAILURE(ExpectSameModel(room, plain)) << "session " << session;
+    ASSERT_NO_FATAL_FAILURE(ExpectSameModel(rig, plain)) << "session " << session;
   }
 }
 
 TEST(AnyReportText, OverfillsTheAntennaListAsThePlainRulesDo) {
   RandomText random(86);
   for (int session = 0; session < 20; ++session) {
-    SyncRig room;
-    room.options.rpnHex = true;
+    SyncRig rig;
+    rig.options.rpnHex = true;
     PlainSyncModel plain;
     for (int round = 0; round < 40; ++round) {
       const std::string text =
           test::ReportOfMany(random.Below(80), random.Below(70), random.Below(11));
-      room.Process(text);
+      rig.Process(text);
       plain.Process(text);
     }
     ASSERT_EQ(plain.aaCount, 52);
-    ASSERT_NO_FATAL_FAILURE(ExpectSameModel(room, plain)) << "session " << session;
-    ASSERT_NO_FATAL_FAILURE(ExpectInsideBounds(room.model));
+    ASSERT_NO_FATAL_FAILURE(ExpectSameModel(rig, plain)) << "session " << session;
+    ASSERT_NO_FATAL_FAILURE(ExpectWithinBounds(rig.model));
   }
 }
 
 TEST(AnyReportText, CanBeDrawnUnlessTheAntennaListOverflowed) {
   RandomText random(87);
-  SyncRig room;
+  SyncRig rig;
   for (int round = 0; round < 200; ++round) {
-    room.Process(AnyText(random));
+    rig.Process(AnyText(random));
     if (round % 20 == 0) {
-      room.Clear();
+      rig.Clear();
     }
-    ASSERT_EQ(room.syncGrid.UpdateSyncGrid(), room.model.AaCount() <= 51) << round;
+    ASSERT_EQ(rig.syncGrid.UpdateSyncGrid(), rig.model.AaCount() <= 51) << round;
   }
 }
 

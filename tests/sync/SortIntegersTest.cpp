@@ -27,7 +27,7 @@ TEST(SortIntegers, SortsAscendingBetweenTwoInclusiveIndices) {
   EXPECT_EQ(Sorted({32767, -32768, 0}, 0, 2), (Values{-32768, 0, 32767}));
 }
 
-TEST(SortIntegers, WithFirstNotBelowLastNothingHappens) {
+TEST(SortIntegers, NothingHappensIfFirstIsNotBelowLast) {
   EXPECT_EQ(Sorted({3, 2, 1}, 1, 1), (Values{3, 2, 1}));
   EXPECT_EQ(Sorted({3, 2, 1}, 2, 0), (Values{3, 2, 1}));
   EXPECT_EQ(Sorted({}, 0, -1), Values{});

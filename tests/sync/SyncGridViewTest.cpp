@@ -50,21 +50,21 @@ TEST_F(SyncGridViewTest, HoldsTextBackgroundAndAlignmentInTheUsualRoles) {
   EXPECT_FALSE(Data(0, 1, Qt::BackgroundRole).isValid());
 }
 
-TEST_F(SyncGridViewTest, GivesColumnsTheirTwips) {
+TEST_F(SyncGridViewTest, GivesColumnsTheirWidthInTwips) {
   Fill(3);
   EXPECT_EQ(view_.columnWidth(1), 37) << "550 twips at 96 dots per inch";
   EXPECT_EQ(view_.columnWidth(3), 37);
   EXPECT_EQ(view_.verticalHeader()->width(), 37);
 }
 
-TEST_F(SyncGridViewTest, HasAFontInWhichSixCharactersAreNotCut) {
+TEST_F(SyncGridViewTest, HasAFontInWhichSixCharactersFit) {
   const QFontMetrics metrics(view_.font());
   for (const char* const text : {"-12350", "63[15]", "3F[15]", "-99999"}) {
     EXPECT_LE(metrics.horizontalAdvance(QString::fromLatin1(text)), 36) << text;
   }
 }
 
-TEST_F(SyncGridViewTest, FollowsTheProgramsFontToSmallerAndBack) {
+TEST_F(SyncGridViewTest, FollowsTheSizeOfTheProgramsFont) {
   const auto pixels = [](const QWidget& widget) { return QFontInfo(widget.font()).pixelSize(); };
   const QWidget& header = *view_.horizontalHeader();
   const int usual = pixels(view_);
@@ -76,7 +76,7 @@ TEST_F(SyncGridViewTest, FollowsTheProgramsFontToSmallerAndBack) {
     EXPECT_LT(pixels(header), usual);
     const UseFont large(4);
     QCoreApplication::processEvents();
-    EXPECT_GE(pixels(view_), usual) << "as large as the columns let it be";
+    EXPECT_GE(pixels(view_), usual) << "as large as the columns allow";
     EXPECT_LE(QFontMetrics(view_.font()).horizontalAdvance(QStringLiteral("-12350")), 36);
   }
   QCoreApplication::processEvents();
@@ -99,7 +99,7 @@ TEST_F(SyncGridViewTest, KeepsHeaderRowAndColumnInPlaceWhileScrolling) {
   EXPECT_EQ(view_.findChild<QLabel*>()->text(), "0") << "the corner";
 }
 
-TEST_F(SyncGridViewTest, TellsViewsOnceOfARedraw) {
+TEST_F(SyncGridViewTest, NotifiesViewsOncePerRedraw) {
   Fill(4);
   const QSignalSpy changed(&model_, &QAbstractItemModel::dataChanged);
   model_.BeginRedraw();
@@ -112,7 +112,7 @@ TEST_F(SyncGridViewTest, TellsViewsOnceOfARedraw) {
   EXPECT_EQ(changed[0][1].toModelIndex(), model_.index(3, 4));
 }
 
-TEST_F(SyncGridViewTest, TellsOfARedrawWithinOneThatWaits) {
+TEST_F(SyncGridViewTest, NotifiesViewsOfANestedRedrawAtItsEnd) {
   Fill(4);
   const QSignalSpy changed(&model_, &QAbstractItemModel::dataChanged);
   model_.BeginRedraw();
@@ -129,7 +129,7 @@ TEST_F(SyncGridViewTest, TellsOfARedrawWithinOneThatWaits) {
   EXPECT_EQ(changed[1][0].toModelIndex(), model_.index(3, 4));
 }
 
-TEST_F(SyncGridViewTest, PaintsNothingUntilARedrawIsOverThatChangesTheSize) {
+TEST_F(SyncGridViewTest, PaintsNothingDuringARedrawThatChangesTheSize) {
   class PaintCounter : public QObject {
    public:
     bool eventFilter(QObject* /*watched*/, QEvent* event) override {
@@ -160,14 +160,14 @@ TEST_F(SyncGridViewTest, PaintsNothingUntilARedrawIsOverThatChangesTheSize) {
   }
 }
 
-TEST_F(SyncGridViewTest, SaysNothingOfARedrawThatChangesNothing) {
+TEST_F(SyncGridViewTest, DoesNotNotifyViewsOfARedrawThatChangesNothing) {
   Fill(4);
   const QSignalSpy changed(&model_, &QAbstractItemModel::dataChanged);
   Fill(4);
   EXPECT_EQ(changed.count(), 0);
 }
 
-TEST_F(SyncGridViewTest, KeepsWhatStaysInsideWhenItGrowsAndShrinks) {
+TEST_F(SyncGridViewTest, KeepsTheCellsThatRemainWhenItGrowsAndShrinks) {
   Fill(2);
   model_.SetSize(5, 5);
   EXPECT_EQ(model_.Text(2, 2), "202");
@@ -179,7 +179,7 @@ TEST_F(SyncGridViewTest, KeepsWhatStaysInsideWhenItGrowsAndShrinks) {
   EXPECT_THROW(model_.SetText(3, 0, ""), std::exception);
 }
 
-TEST_F(SyncGridViewTest, ShowsNewRowsAndColumnsAtTheirWidthsBehindTheHeaders) {
+TEST_F(SyncGridViewTest, ShowsNewRowsAndColumnsWithTheirWidths) {
   Fill(2);
   model_.SetSize(1, 1);
   Fill(4);

@@ -60,7 +60,7 @@ TEST(SyncModel, MatchesOnRpnAloneAndKeepsTheFirstFpsAndFpn) {
   EXPECT_EQ(model.AaFpn(0), 90);
 }
 
-// An emptied table is full of zeros, which are no antenna.
+// An empty table is full of zeros, which must not be taken for RPN 0.
 TEST(SyncModel, RpnZeroIsNewInAnEmptyList) {
   SyncModel model;
   EXPECT_EQ(model.FindOrAddAa(1, 1, 1), 0);
@@ -95,7 +95,7 @@ TEST(SyncModel, TheClearedMaximumIsMinus32767SoThatMinus32768NeverRaisesIt) {
   EXPECT_EQ(model.Cell(1, 0).Min, 32767);
 }
 
-TEST(SyncModel, ASumThatLeavesThirtyTwoBitsIsAnOverflow) {
+TEST(SyncModel, ASumOutsideThirtyTwoBitsIsAnOverflow) {
   SyncModel model;
   AddAas(model, 2);
   for (int round = 0; round < 65538; ++round) {
@@ -132,7 +132,7 @@ TEST(SyncModel, AClearEmptiesEverything) {
   EXPECT_EQ(model.FindOrAddAa(42, 1, 2), 0);
 }
 
-TEST(SyncModel, ThereIsRoomFor51Antennas) {
+TEST(SyncModel, Holds51Antennas) {
   SyncModel model;
   AddAas(model, 51);
   EXPECT_EQ(model.AaCount(), 51);
@@ -151,7 +151,7 @@ TEST(SyncModel, The52ndAntennaFaultsAndTheCountStaysAt52) {
   EXPECT_EQ(model.AaCount(), 52);
 }
 
-TEST(SyncModel, KnownAntennasAreStillFoundBehindThe52nd) {
+TEST(SyncModel, KnownAntennasAreStillFoundAfterThe52nd) {
   SyncModel model;
   AddAas(model, 51);
   ASSERT_NE(FaultOf([&] { return model.FindOrAddAa(100, 3, 0x5A); }), std::nullopt);

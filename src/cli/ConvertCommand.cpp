@@ -63,8 +63,8 @@ void ConvertCommand::AddTo(CLI::App& program) {
                    "port")
       ->check(CLI::IsMember(Names()))
       ->type_name("");
-  value_ = command->add_option("VALUE", text_, "The value, as it would be typed into the converter")
-               ->type_name("");
+  value_ =
+      command->add_option("VALUE", text_, "The value, as typed into the converter")->type_name("");
 }
 
 ExitCode ConvertCommand::Run(const Streams& streams, const CommandMachine& /*machine*/) {

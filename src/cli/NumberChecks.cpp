@@ -19,7 +19,7 @@ std::string CheckWholeNumber(const std::string& text, std::uint64_t least, std::
   if (isPlain && value >= least && value <= most) {
     return {};
   }
-  return Quoted(text) + " is no whole number from " + std::to_string(least) + " to " +
+  return Quoted(text) + " is not a whole number from " + std::to_string(least) + " to " +
          std::to_string(most);
 }
 
@@ -32,7 +32,7 @@ std::string CheckPositiveNumber(const std::string& text, double most) {
   } catch (const base::Fault&) {
     // Reported below, like a number out of range.
   }
-  return Quoted(text) + " is no number above 0 and up to " + base::FormatGeneral(most);
+  return Quoted(text) + " is not a number above 0 and up to " + base::FormatGeneral(most);
 }
 
 }  // namespace kelvara::cli

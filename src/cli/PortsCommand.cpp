@@ -13,8 +13,8 @@ void PortsCommand::AddTo(CLI::App& program) {
   CLI::App* command = program.add_subcommand(
       "ports",
       "List COM1 to COM12: the port, the device it stands for, and \"present\" or \"absent\".\n"
-      "Why a device that is present cannot be opened is told on standard error.");
-  command->add_option("--com", assignments_, "Let port N stand for DEVICE in this run")
+      "If a device is present but cannot be opened, the reason goes to standard error.");
+  command->add_option("--com", assignments_, "Use DEVICE as port N in this run")
       ->check(ports::PortAssignmentFault)
       ->allow_extra_args(false)
       ->type_name("N=DEVICE");

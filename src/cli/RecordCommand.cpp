@@ -76,8 +76,8 @@ int Interval(int milliseconds, double speed) {
 void RecordCommand::AddTo(CLI::App& program) {
   CLI::App* command = program.add_subcommand(
       "record",
-      "Poll a beltpack over a serial port and write the results at the end: after so many reports\n"
-      "or seconds, or at Ctrl+C.");
+      "Poll a beltpack over a serial port and write the results at the end: after a number of\n"
+      "reports or seconds, or at Ctrl+C.");
   // A plain heading: the parser does not terminate on an empty argument before an option group.
   constexpr const char* kSource = "Source (one of them)";
   command->add_option("--port", device_, "This device")->type_name("DEVICE")->group(kSource);
@@ -90,15 +90,15 @@ void RecordCommand::AddTo(CLI::App& program) {
       ->check(WholeNumber(kMaxBaud))
       ->type_name("RATE")
       ->capture_default_str();
-  command->add_option("--reports", reports_, "End after so many reports")
+  command->add_option("--reports", reports_, "End after N reports")
       ->check(WholeNumber(kMaxReports))
       ->type_name("N");
-  command->add_option("--for", seconds_, "End after so many seconds")
+  command->add_option("--for", seconds_, "End after this many seconds")
       ->check(PositiveNumber(kMaxSeconds))
       ->type_name("SECONDS");
   command->add_option("--raw", rawPath_, "Write a trace of the line to this file, for replay")
       ->type_name("PATH");
-  command->add_option("--speed", speed_, "With --demo: the clock runs so many times as fast")
+  command->add_option("--speed", speed_, "With --demo: the clock runs X times as fast")
       ->needs(demo)
       ->check(PositiveNumber(kMaxSpeed))
       ->type_name("X");

@@ -133,7 +133,7 @@ void ReplayCommand::AddTo(CLI::App& program) {
       "line; a trace made by \"record --raw\" is replayed as it was live.");
   command->add_option("FILE", files_, "Recorded beltpack text (- is standard input)")
       ->type_name("");
-  command->add_flag("--whole", whole_, "Take each file as one report, whatever its lines");
+  command->add_flag("--whole", whole_, "Take each file as one report, however many lines it has");
   options_.AddTo(*command);
 }
 

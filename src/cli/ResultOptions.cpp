@@ -15,7 +15,7 @@ void ResultOptions::AddTo(CLI::App& command) {
       ->type_name("BASE")
       ->capture_default_str()
       ->group("Display");
-  command.add_option("--fps", fps, "Show the FPS behind each RPN: on or off")
+  command.add_option("--fps", fps, "Show the FPS after each RPN: on or off")
       ->check(CLI::IsMember({"on", "off"}))
       ->type_name("SWITCH")
       ->capture_default_str()

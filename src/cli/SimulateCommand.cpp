@@ -55,7 +55,7 @@ bool TakeControl(sim::ControlLines& control, const Streams& streams) {
     return false;
   }
   for (const std::string& line : control.Feed({piece.data(), static_cast<std::size_t>(got)})) {
-    streams.Complain("\"" + line + "\" is no command of the simulated beltpack");
+    streams.Complain("\"" + line + "\" is not a command of the simulated beltpack");
   }
   return true;
 }
@@ -108,12 +108,12 @@ void SimulateCommand::AddTo(CLI::App& program) {
       "until it is ended by a signal.");
   command
       ->add_option("--site", sitePath_,
-                   "The site that the beltpack walks in: RPN, FPS, FPN and cable length of an "
+                   "The beltpack's site: RPN, FPS, FPN and cable length of an "
                    "antenna on each line (default: a site of 12 antennas)")
       ->type_name("FILE");
   command->add_option("--link", linkPath_, "Make this symbolic link to the terminal")
       ->type_name("PATH");
-  command->add_option("--seed", seed_, "Where the beltpack's walk and its readings begin")
+  command->add_option("--seed", seed_, "Seed of the beltpack's walk and readings")
       ->type_name("N")
       ->capture_default_str()
       ->check([](const std::string& text) {
@@ -122,19 +122,19 @@ void SimulateCommand::AddTo(CLI::App& program) {
   command
       ->add_option("--fault", fault_,
                    "What goes wrong on the line: " + FaultNames() +
-                       "; with :once, :always or :N (every Nth answer) behind it")
+                       "; optionally followed by :once, :always or :N (every Nth answer)")
       ->type_name("NAME[:RULE]")
       ->check([](const std::string& text) {
-        return sim::ParseFaultRule(text) ? std::string() : "\"" + text + "\" is no fault";
+        return sim::ParseFaultRule(text) ? std::string() : "\"" + text + "\" is not a fault";
       });
   command
       ->add_option("--log-commands", commandLogPath_,
-                   "Write each command that arrives to this file, with the milliseconds since the "
+                   "Write each received command to this file, with the milliseconds since the "
                    "start")
       ->type_name("PATH");
   command->add_flag("--control", takesControl_,
                     "Take \"fault NAME[:RULE]\", \"unplug\" and \"plug\" as lines from standard "
-                    "input, and end where it ends");
+                    "input, and end when it ends");
 }
 
 ExitCode SimulateCommand::Run(const Streams& streams, const CommandMachine& /*machine*/) {

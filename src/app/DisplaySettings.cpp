@@ -52,21 +52,21 @@ void DisplaySettings::GetDisplaySettings() {
       Selected(keyBefore, settings_.Read(keyBefore, "0")).choose(options_);
     }
   }
-  OptionsChanged();
+  OptionsChanged(nullptr);
 }
 
 void DisplaySettings::Choose(const OptionEntry& entry) {
   entry.choose(options_);
-  OptionsChanged();
+  OptionsChanged(&entry);
   if (entry.key != nullptr) {
     // Last, so that an option that cannot be stored holds until the settings are read again.
     settings_.Write(entry.key, entry.value);
   }
 }
 
-void DisplaySettings::OptionsChanged() {
+void DisplaySettings::OptionsChanged(const OptionEntry* chosen) {
   if (optionsChanged_) {
-    optionsChanged_();
+    optionsChanged_(chosen);
   }
 }
 

@@ -17,7 +17,8 @@ class DisplaySettings {
 
   /// Sets what is called after an option has been set, so that the menus and the log box can
   /// follow.
-  void SetOptionsChanged(std::function<void()> optionsChanged) {
+  /// It is given the entry that the user chose, or null when all options were set.
+  void SetOptionsChanged(std::function<void(const OptionEntry* chosen)> optionsChanged) {
     optionsChanged_ = std::move(optionsChanged);
   }
 
@@ -29,11 +30,11 @@ class DisplaySettings {
   void Choose(const OptionEntry& entry);
 
  private:
-  void OptionsChanged();
+  void OptionsChanged(const OptionEntry* chosen);
 
   platform::SettingsStore& settings_;
   Options& options_;
-  std::function<void()> optionsChanged_;
+  std::function<void(const OptionEntry* chosen)> optionsChanged_;
 };
 
 }  // namespace kelvara::app

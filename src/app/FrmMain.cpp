@@ -106,10 +106,11 @@ void FrmMain::BuildSession() {
                                                        .silenceTimer = silenceTimer_},
                                         desktop_.settings);
   Session& results = live_->Results();
-  live_->SetReportCommand([this] { mnuGenReport_Click(); });
+  live_->SetReportCommand(
+      [this](const std::function<void()>& afterwards) { GenerateReportThen(afterwards); });
   live_->Link().SetStateChanged([this] { ShowLinkState(); });
   live_->Port().SetStateChanged([this] { ShowLinkState(); });
-  live_->Display().SetOptionsChanged([this] { ShowOptions(); });
+  live_->Display().SetOptionsChanged([this](const OptionEntry* chosen) { ShowOptions(chosen); });
   results.Capture().SetStateChanged([this] { ShowCaptureState(); });
   results.SetTotalsChanged([this] { ShowTotals(); });
   menu_->Entry("mnuCaptureData").setEnabled(false);

@@ -135,7 +135,8 @@ class FrmMain : public QMainWindow {
   void ShowLinkState();
   void ShowCaptureState();
   void ShowTotals();
-  void ShowOptions();
+  /// `chosen`: the entry that the user chose, or null when all options were set.
+  void ShowOptions(const OptionEntry* chosen);
   /// Sets the options from the check marks, whatever changed them.
   void ReadCheckMarks();
 
@@ -146,6 +147,8 @@ class FrmMain : public QMainWindow {
 
   void mnuComPort_Click();
   void mnuGenReport_Click();
+  /// Calls `afterwards` when the report dialog, opened now or before, has closed.
+  void GenerateReportThen(const std::function<void()>& afterwards);
   void mnuConvertor_Click();
   void mnuViewDebugOn_Click();
   void mnuViewDebugOff_Click();

@@ -1,8 +1,8 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
-#include <QEventLoop>
 #include <QPushButton>
+#include <string_view>
 
 #include "app/FrmMain.h"
 #include "app/OptionTable.h"
@@ -75,10 +75,13 @@ void FrmMain::ReadCheckMarks() {
   }
 }
 
-void FrmMain::ShowOptions() {
+void FrmMain::ShowOptions(const OptionEntry* chosen) {
   const Options options = live_->Results().Options();
   for (const OptionEntry& entry : OptionEntries()) {
     menu_->Entry(entry.name).setChecked(entry.isChosen(options));
+  }
+  if (chosen != nullptr && std::string_view(chosen->group) != "mnuDisplayLog") {
+    return;
   }
   menu_->Entry("mnuClearLog").setEnabled(options.logShown);
   TextLog_->SetShown(options.logShown);
@@ -144,19 +147,27 @@ void FrmMain::mnuComPort_Click() {
 }
 
 void FrmMain::mnuGenReport_Click() {
-  if (report_ != nullptr) {
-    // A lost link may ask for a report while the dialog is open already; that dialog is used.
-    QEventLoop untilClosed;
-    connect(report_, &QDialog::finished, &untilClosed, &QEventLoop::quit);
-    widgets::ShowInFront(*report_);
-    untilClosed.exec();
-    return;
-  }
   if (reportDialog_->HasPhaseInformation()) {
     report::FrmReport dialog(*reportDialog_, desktop_.beeper, this);
     report_ = &dialog;
     dialog.exec();
   }
+}
+
+void FrmMain::GenerateReportThen(const std::function<void()>& afterwards) {
+  if (report_ == nullptr) {
+    mnuGenReport_Click();
+    afterwards();
+    return;
+  }
+  // The dialog that is open already is used. Waiting for it here would keep a question of its own
+  // from returning.
+  connect(report_, &QDialog::finished, this, [this, afterwards] {
+    if (!isUnloaded_) {
+      afterwards();
+    }
+  });
+  widgets::ShowInFront(*report_);
 }
 
 void FrmMain::mnuConvertor_Click() {
@@ -176,9 +187,10 @@ void FrmMain::mnuViewDebugOn_Click() {
 }
 
 void FrmMain::mnuViewDebugOff_Click() {
-  DebugClosed();
-  if (debug_ != nullptr) {
+  if (debug_ != nullptr && debug_->isVisible()) {
     debug_->close();
+  } else {
+    DebugClosed();
   }
 }
 

@@ -15,7 +15,10 @@ LiveSession::LiveSession(const platform::Machine& machine, sync::GridCells& grid
             {.processRfpsReport = [this](std::string_view report) { ProcessRfpsReport(report); },
              .clearSyncResults = [this] { ClearSyncResults(); },
              .updateSyncGrid = [this] { UpdateSyncGrid(); },
-             .generateReport = [this] { GenerateReport(); }}),
+             .generateReport =
+                 [this](std::function<void()> afterwards) {
+                   GenerateReport(std::move(afterwards));
+                 }}),
       comPort_(line.MSComm1, line.TimerComPort, settings),
       displaySettings_(settings, session_.Options()) {}
 
@@ -72,9 +75,11 @@ void LiveSession::ClearSyncResults() {
   link_.ResultsCleared();
 }
 
-void LiveSession::GenerateReport() {
+void LiveSession::GenerateReport(std::function<void()> afterwards) {
   if (reportCommand_) {
-    reportCommand_();
+    reportCommand_(std::move(afterwards));
+  } else {
+    afterwards();
   }
 }
 

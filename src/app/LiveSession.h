@@ -44,7 +44,10 @@ class LiveSession {
   std::string TraceFailure() const;
 
   /// Sets what runs when the user wants a report before lost results are cleared.
-  void SetReportCommand(std::function<void()> command) { reportCommand_ = std::move(command); }
+  /// It calls `afterwards` when the report dialog has closed.
+  void SetReportCommand(std::function<void(std::function<void()> afterwards)> command) {
+    reportCommand_ = std::move(command);
+  }
 
   /// Sets what is called after each report taken from the line.
   void SetReportTaken(std::function<void()> taken) { reportTaken_ = std::move(taken); }
@@ -63,7 +66,7 @@ class LiveSession {
   void UpdateSyncGrid() { session_.Grid().UpdateSyncGrid(); }
 
  private:
-  void GenerateReport();
+  void GenerateReport(std::function<void()> afterwards);
 
   platform::FileSystem& fileSystem_;
   link::LinkLine line_;
@@ -72,7 +75,7 @@ class LiveSession {
   link::ComPort comPort_;
   DisplaySettings displaySettings_;
   std::unique_ptr<sessions::LineTrace> trace_;
-  std::function<void()> reportCommand_;
+  std::function<void(std::function<void()> afterwards)> reportCommand_;
   std::function<void()> reportTaken_;
 };
 

@@ -18,8 +18,8 @@ bool IsSameFile(const std::string& one, const std::string& other) {
     return fs::is_regular_file(status) && fs::equivalent(one, other, unknown);
   }
   // A file that does not exist yet can only be compared by name.
-  return fs::weakly_canonical(fs::absolute(one, unknown), unknown) ==
-         fs::weakly_canonical(fs::absolute(other, unknown), unknown);
+  const fs::path name = fs::weakly_canonical(fs::absolute(one, unknown), unknown);
+  return !name.empty() && name == fs::weakly_canonical(fs::absolute(other, unknown), unknown);
 }
 
 }  // namespace

@@ -40,7 +40,7 @@ class NewTrace {
  public:
   /// Throws a file fault if the path cannot be written to. Does nothing without a path.
   NewTrace(platform::FileSystem& fileSystem, const std::optional<std::string>& path)
-      : madePath_(path && !std::filesystem::exists(*path) ? path : std::nullopt),
+      : madePath_(path && !Exists(*path) ? path : std::nullopt),
         file_(path ? fileSystem.OpenForAppend(*path) : nullptr) {}
 
   /// Removes the file if it did not exist before.
@@ -52,6 +52,11 @@ class NewTrace {
   }
 
  private:
+  static bool Exists(const std::string& path) {
+    std::error_code unknown;
+    return std::filesystem::exists(path, unknown);
+  }
+
   std::optional<std::string> madePath_;
   std::unique_ptr<platform::OutputFile> file_;
 };

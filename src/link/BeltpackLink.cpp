@@ -215,11 +215,13 @@ void BeltpackLink::AskAboutLoss() {
           "\r\n\r\nDo you wish to generate a report, then clear the results?",
       "Beltpack Comms Lost", platform::MessageIcon::Question, platform::MessageButtons::YesNo);
   if (answer == platform::MessageAnswer::Yes) {
-    actions_.generateReport();
-    actions_.clearSyncResults();
-  } else {
-    bLinkLossPending_ = 0;
+    actions_.generateReport([this, closed] {
+      actions_.clearSyncResults();
+      SetStatusText(kAttemptingText);
+    });
+    return;
   }
+  bLinkLossPending_ = 0;
   SetStatusText(kAttemptingText);
 }
 

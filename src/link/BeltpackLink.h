@@ -37,8 +37,9 @@ struct LinkActions {
   std::function<void(std::string_view report)> processRfpsReport;
   std::function<void()> clearSyncResults;
   std::function<void()> updateSyncGrid;
-  /// The user's report command; returns when its dialog has closed.
-  std::function<void()> generateReport;
+  /// The user's report command. Calls `afterwards` when the report dialog has closed, which may be
+  /// after this has returned.
+  std::function<void(std::function<void()> afterwards)> generateReport;
 };
 
 /// The beltpack on the line: polls it, collects its reports, and knows whether it is connected,

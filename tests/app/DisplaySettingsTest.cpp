@@ -13,7 +13,7 @@ using sync::PhaseUnits;
 class DisplaySettingsTest : public ::testing::Test {
  protected:
   DisplaySettingsTest() {
-    display.SetOptionsChanged([this] { ++changes; });
+    display.SetOptionsChanged([this](const OptionEntry* /*chosen*/) { ++changes; });
   }
 
   test::ScriptedSettingsStore store;

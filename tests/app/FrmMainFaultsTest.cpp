@@ -2,6 +2,7 @@
 
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTest>
 #include <functional>
 #include <string>
@@ -259,6 +260,30 @@ TEST(LossQuestionFaults, YesUsesTheOpenReportDialogAndClearsAfterItHasClosed) {
   EXPECT_EQ(dialogs, 1);
   EXPECT_EQ(rig.Reports(), 0);
   EXPECT_EQ(rig.Grid().model()->rowCount(), 1);
+}
+
+TEST(LossQuestionFaults, YesDuringAQuestionOfTheReportDialogClearsAfterTheReportIsWritten) {
+  FaultyLineRig rig;
+  const int reports = rig.Reports();
+  rig.files.files["/report.html"] = "old";
+  const WhenShown shown("FrmReport", [&](QWidget& dialog) {
+    Fill(Find<QLineEdit>(dialog, "TxtFileName"), "/report.html");
+    const BoxAnswer replace(QMessageBox::Yes, [&] {
+      const QuestionAnswer answer(QMessageBox::Yes);
+      rig.beltpack.SetFault({sim::LineFault::Silent});
+      rig.PassPolls(kPollsToTheLoss);
+      EXPECT_EQ(answer.count, 1);
+      EXPECT_GE(rig.Reports(), reports) << "nothing is cleared while the dialog is open";
+    });
+    Click(Find<QPushButton>(dialog, "CommandGenerate"));
+    EXPECT_TRUE(replace.HasCome());
+    EXPECT_TRUE(Closes(dialog));
+  });
+  rig.Choose("mnuGenReport");
+  EXPECT_TRUE(shown.HasCome());
+  EXPECT_NE(rig.files.files["/report.html"].find("<td width=75>"), std::string::npos)
+      << "the report lists antennas";
+  EXPECT_EQ(rig.Reports(), 0);
 }
 
 TEST(LossQuestionFaults, NoLineFaultLosesDataWhileTheQuestionIsOpen) {

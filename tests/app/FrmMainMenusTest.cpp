@@ -107,6 +107,15 @@ TEST(OptionMenus, ChoosingTheCheckedEntryAgainLeavesItChecked) {
   EXPECT_TRUE(rig.Entry("mnuDispRFPS").isChecked());
 }
 
+TEST(OptionMenus, OtherOptionsLeaveTheClearLogCommandAlone) {
+  FrmMainRig rig;
+  EXPECT_TRUE(rig.Entry("mnuClearLog").isEnabled()) << "before the stored options are applied";
+  rig.Choose("mnuDispMetres");
+  EXPECT_TRUE(rig.Entry("mnuClearLog").isEnabled());
+  rig.Choose("mnuDisplayLogOff");
+  EXPECT_FALSE(rig.Entry("mnuClearLog").isEnabled());
+}
+
 TEST(DisplayLog, OffAndOnAgainShowsAnEmptyBox) {
   FrmMainRig rig;
   rig.Open();

@@ -24,11 +24,12 @@ struct RecordedActions {
                 },
             .updateSyncGrid = [this] { ++redraws; },
             .generateReport =
-                [this] {
+                [this](const std::function<void()>& afterwards) {
                   ++reportCommands;
                   if (onReportCommand) {
                     onReportCommand();
                   }
+                  afterwards();
                 }};
   }
 

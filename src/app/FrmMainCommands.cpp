@@ -64,8 +64,8 @@ void FrmMain::ConnectOptions() {
 
 void FrmMain::ReadCheckMarks() {
   Options& options = live_->Results().Options();
+  options = {};
   options.units.reset();
-  options.rpnHex = options.fpsShown = options.logShown = options.debugShown = false;
   const auto entries = OptionEntries();
   // From the last to the first: where several of a group are checked, the first counts.
   for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry) {

@@ -4,6 +4,8 @@
 #include <sys/stat.h>
 
 #include <array>
+#include <cerrno>
+#include <system_error>
 #include <thread>
 
 #include "base/Fault.h"
@@ -62,7 +64,8 @@ TEST_F(QtFileSystemTest, AFaultNamesTheFileAndTheReason) {
 }
 
 TEST_F(QtFileSystemTest, RefusesAFolder) {
-  const std::string reason = "cannot open \"" + folder.Path() + "\": Is a directory";
+  const std::string reason =
+      "cannot open \"" + folder.Path() + "\": " + std::generic_category().message(EISDIR);
   EXPECT_EQ(FaultOf([&] { files.OpenForInput(folder.Path()); }), reason);
   EXPECT_EQ(FaultOf([&] { files.OpenForOutput(folder.Path()); }), reason);
   EXPECT_EQ(FaultOf([&] { ExpectReadable(folder.Path()); }), reason);

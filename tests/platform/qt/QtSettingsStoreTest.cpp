@@ -7,6 +7,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
+#include <system_error>
+
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
@@ -180,8 +183,8 @@ TEST_F(QtSettingsStoreTest, AFolderThatCannotBeWrittenIsAFault) {
   const QString blockedPath = path_ + "/CorvanaSync/CorvanaSync.ini";
   QtSettingsStore blocked(blockedPath, kSection);
   EXPECT_EQ(blocked.Read("ComPort", "1"), "1");
-  EXPECT_EQ(faultOfWriting(blocked),
-            "cannot write \"" + blockedPath.toStdString() + "\": Not a directory");
+  EXPECT_EQ(faultOfWriting(blocked), "cannot write \"" + blockedPath.toStdString() +
+                                         "\": " + std::generic_category().message(ENOTDIR));
 }
 
 TEST_F(QtSettingsStoreTest, WaitsForAnotherProgramNoLongerThanItsPatience) {

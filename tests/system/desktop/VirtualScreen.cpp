@@ -2,6 +2,7 @@
 
 #include <QImage>
 #include <array>
+#include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <stdexcept>
@@ -24,6 +25,12 @@ VirtualScreen::VirtualScreen(const std::string& folder)
       name_(":" + server_.ReadLine().value_or("")),
       connection_(xcb_connect(name_.c_str(), nullptr)),
       root_(RootOf(connection_.get())) {}
+
+VirtualScreen::~VirtualScreen() {
+  connection_.reset();
+  server_.Signal(SIGTERM);
+  server_.Finish();
+}
 
 ProcessRequest VirtualScreen::Server(const std::string& folder) {
   ProcessRequest request;

@@ -24,6 +24,8 @@ struct DesktopWindow {
 class VirtualScreen {
  public:
   explicit VirtualScreen(const std::string& folder);
+  /// Ends the server with a signal that lets it remove its socket.
+  ~VirtualScreen();
   VirtualScreen(const VirtualScreen&) = delete;
   VirtualScreen& operator=(const VirtualScreen&) = delete;
 

@@ -1,0 +1,20 @@
+# Read by Qt's project file: excludes from the unity build what does not compile in one.
+function(kelvara_exclude_from_unity_build)
+  foreach(library IN ITEMS BundledFreetype BundledLibpng BundledPcre2 BundledZLIB)
+    if(TARGET ${library})
+      set_target_properties(${library} PROPERTIES UNITY_BUILD OFF)
+    endif()
+  endforeach()
+  file(STRINGS ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/unity-exceptions.txt exceptions REGEX "^[^#]")
+  foreach(exception IN LISTS exceptions)
+    separate_arguments(exception)
+    list(GET exception 0 target)
+    list(GET exception 1 file)
+    if(TARGET ${target})
+      set_source_files_properties(${PROJECT_SOURCE_DIR}/${file} TARGET_DIRECTORY ${target}
+        PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+    endif()
+  endforeach()
+endfunction()
+# Qt's targets exist only at the end of its project file.
+cmake_language(DEFER CALL kelvara_exclude_from_unity_build)

@@ -1,21 +1,20 @@
 #pragma once
 
-#include <cstdlib>
 #include <filesystem>
-#include <stdexcept>
+#include <random>
 #include <string>
 
 namespace kelvara::test {
 
-/// A fresh folder that is removed by the destructor. Every user may write to it. POSIX only.
+/// A fresh folder that is removed by the destructor. Every user may write to it.
 class TemporaryFolder {
  public:
   TemporaryFolder() {
-    std::string path = (std::filesystem::temp_directory_path() / "kelvara-test-XXXXXX").string();
-    if (::mkdtemp(path.data()) == nullptr) {
-      throw std::runtime_error("no temporary folder");
-    }
-    path_ = path;
+    const std::filesystem::path parent = std::filesystem::temp_directory_path();
+    std::random_device random;
+    do {
+      path_ = (parent / ("kelvara-test-" + std::to_string(random()))).string();
+    } while (!std::filesystem::create_directory(path_));
     std::filesystem::permissions(path_, std::filesystem::perms::all);
   }
   ~TemporaryFolder() {

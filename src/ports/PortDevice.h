@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 namespace kelvara::ports {
@@ -60,7 +61,7 @@ class PortLock {
  private:
   PortFinding Take(const std::string& device);
 
-  int handle_ = -1;
+  std::intptr_t handle_ = -1;
   PortFinding finding_;
 };
 

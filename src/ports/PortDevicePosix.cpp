@@ -192,7 +192,7 @@ PortFinding LookAt(const std::string& device) {
 
 PortLock::~PortLock() {
   if (handle_ >= 0) {
-    ::close(handle_);
+    ::close(static_cast<int>(handle_));
   }
 }
 
@@ -201,11 +201,12 @@ PortFinding PortLock::Take(const std::string& device) {
   if (finding.state != PortState::Free) {
     return finding;
   }
-  handle_ = ::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+  const int handle = ::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+  handle_ = handle;
   // A built-in port that the machine lacks can be opened, but its settings cannot be read.
   struct termios settings {};
-  if (handle_ < 0 || ::flock(handle_, LOCK_EX | LOCK_NB) != 0 ||
-      ::tcgetattr(handle_, &settings) != 0) {
+  if (handle < 0 || ::flock(handle, LOCK_EX | LOCK_NB) != 0 ||
+      ::tcgetattr(handle, &settings) != 0) {
     return FindingOf(StateOfError(errno), device);
   }
   return finding;

@@ -1,44 +1,14 @@
 #include "ports/PortTable.h"
 
-#include <QFileInfo>
-#include <array>
 #include <charconv>
 
 #include "base/Fault.h"
 #include "platform/SerialPort.h"
 #include "platform/qt/Trimmed.h"
+#include "ports/PortNames.h"
 
 namespace kelvara::ports {
 namespace {
-
-#ifdef Q_OS_WIN
-
-std::string DefaultDevice(int port) { return "COM" + std::to_string(port); }
-
-std::string WholeName(const std::string& device) { return device; }
-
-#else
-
-constexpr int kPortsOfAKind = 4;
-constexpr std::array<const char*, 3> kKinds{"/dev/ttyUSB", "/dev/ttyACM", "/dev/ttyS"};
-static_assert(kPortsOfAKind * kKinds.size() == platform::kLastComPort);
-
-std::string DefaultDevice(int port) {
-  const int index = port - 1;
-  return kKinds.at(static_cast<std::size_t>(index / kPortsOfAKind)) +
-         std::to_string(index % kPortsOfAKind);
-}
-
-std::string WholeName(const std::string& device) {
-  if (device.starts_with('/')) {
-    return device;
-  }
-  const QFileInfo here(QFile::decodeName(device.c_str()));
-  return here.exists() ? QFile::encodeName(here.absoluteFilePath()).toStdString()
-                       : "/dev/" + device;
-}
-
-#endif
 
 void ExpectPort(int port) {
   if (port < 1 || port > platform::kLastComPort) {
@@ -98,13 +68,7 @@ std::string PortTable::DeviceOf(int port) const {
   if (assigned != assigned_.end()) {
     return WholeName(assigned->second);
   }
-#ifndef Q_OS_WIN
-  const std::string stored = settings_.Read("COM" + std::to_string(port), "");
-  if (!stored.empty()) {
-    return WholeName(stored);
-  }
-#endif
-  return DefaultDevice(port);
+  return UsualDevice(port, settings_);
 }
 
 }  // namespace kelvara::ports

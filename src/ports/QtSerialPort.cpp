@@ -1,10 +1,7 @@
 #include "ports/QtSerialPort.h"
 
-#include <QFile>
 #include <QScopedValueRollback>
-#include <QSignalBlocker>
 #include <algorithm>
-#include <array>
 #include <utility>
 
 #include "base/Fault.h"
@@ -12,37 +9,24 @@
 namespace kelvara::ports {
 namespace {
 
-constexpr qint64 kOutputCharacters = 512;
-
-/// Why a device that could be locked could not be opened.
-PortFinding FindingOf(const QSerialPort& device) {
-  if (device.error() == QSerialPort::PermissionError) {
-    // The device itself could be opened, so the lock file is the obstacle.
-    return {PortState::HeldElsewhere,
-            "in use by another program, or one that died left its lock file behind"};
-  }
-  return {PortState::Dead, device.errorString().toStdString()};
-}
+constexpr std::size_t kOutputCharacters = 512;
 
 }  // namespace
 
-QtSerialPort::QtSerialPort(const PortTable& ports) : ports_(ports) {
-  device_.setReadBufferSize(static_cast<qint64>(platform::kInputBufferBytes));
-  QObject::connect(&device_, &QSerialPort::readyRead, &device_, [this] { TakeArrival(); });
-  QObject::connect(&device_, &QSerialPort::errorOccurred, &device_,
-                   [this](QSerialPort::SerialPortError error) { TakeError(error); });
-}
+QtSerialPort::QtSerialPort(const PortTable& ports)
+    : ports_(ports),
+      device_(SerialDevice::Create([this] { TakeArrival(); }, [this] { TakeFailure(); })) {}
 
 QtSerialPort::~QtSerialPort() { CloseDevice(); }
 
 void QtSerialPort::SetSettings(std::string_view settings) {
   const std::int32_t rate = platform::ReadRate(settings);
   if (HasDevice()) {
-    const QSignalBlocker refusalIsNoFailure(device_);
-    if (!device_.setBaudRate(rate)) {
-      throw base::Fault(base::FaultKind::Port,
-                        "\"" + deviceName_ + "\" cannot take the settings \"" +
-                            std::string(settings) + "\": " + device_.errorString().toStdString());
+    const std::string refusal = device_->SetRate(rate);
+    if (!refusal.empty()) {
+      throw base::Fault(base::FaultKind::Port, "\"" + deviceName_ +
+                                                   "\" cannot take the settings \"" +
+                                                   std::string(settings) + "\": " + refusal);
     }
   }
   rate_ = rate;
@@ -71,20 +55,13 @@ void QtSerialPort::OpenDevice() {
   if (lock->Finding().state != PortState::Free) {
     Refuse(device, lock->Finding());
   }
-  const QSignalBlocker failureIsThrown(device_);
-  device_.setPortName(QFile::decodeName(device.c_str()));
-  device_.setBaudRate(rate_);
-  device_.setDataBits(QSerialPort::Data8);
-  device_.setParity(QSerialPort::NoParity);
-  device_.setStopBits(QSerialPort::OneStop);
-  device_.setFlowControl(QSerialPort::NoFlowControl);
-  if (!device_.open(QIODevice::ReadWrite)) {
-    Refuse(device, FindingOf(device_));
+  if (PortFinding finding = device_->Open(device, rate_); finding.state != PortState::Free) {
+    Refuse(device, std::move(finding));
   }
   lock_ = std::move(lock);
   refusedDevice_.clear();
   if (break_) {
-    device_.setBreakEnabled(true);
+    device_->SetBreak(true);
   }
 }
 
@@ -112,29 +89,22 @@ std::string QtSerialPort::Describe(int port) const {
 }
 
 void QtSerialPort::CloseDevice() {
+  if (HasDevice()) {
+    device_->Close();
+    lock_.reset();
+  }
+}
+
+void QtSerialPort::TakeFailure() {
   if (!HasDevice()) {
     return;
   }
-  const QSignalBlocker errorsNoLongerCount(device_);
-  // Otherwise closing would wait until the queued text is sent.
-  device_.clear();
-  device_.close();
-  lock_.reset();
-}
-
-void QtSerialPort::TakeError(QSerialPort::SerialPortError error) {
-  constexpr std::array kHarmless{QSerialPort::NoError, QSerialPort::NotOpenError,
-                                 QSerialPort::TimeoutError, QSerialPort::UnsupportedOperationError};
-  if (!HasDevice() || std::find(kHarmless.begin(), kHarmless.end(), error) != kHarmless.end()) {
-    return;
-  }
-  {
-    const QSignalBlocker oneErrorIsEnough(device_);
-    const std::size_t space =
-        platform::kInputBufferBytes - std::min(leftover_.size(), platform::kInputBufferBytes);
-    leftover_ += device_.read(static_cast<qint64>(space)).toStdString();
-  }
-  CloseDevice();
+  // One failure is enough: reading what is left may fail again.
+  const std::unique_ptr<PortLock> lock = std::move(lock_);
+  const std::size_t space =
+      platform::kInputBufferBytes - std::min(leftover_.size(), platform::kInputBufferBytes);
+  leftover_ += device_->Input(space);
+  device_->Close();
   if (!leftover_.empty()) {
     TakeArrival();
   }
@@ -146,22 +116,15 @@ void QtSerialPort::SetBreak(bool asserted) {
   }
   break_ = asserted;
   if (HasDevice()) {
-    const QSignalBlocker failureIsIgnored(device_);
-    device_.setBreakEnabled(asserted);
+    device_->SetBreak(asserted);
   }
 }
 
-std::size_t QtSerialPort::InputCount() const {
-  return leftover_.size() + static_cast<std::size_t>(device_.bytesAvailable());
-}
+std::size_t QtSerialPort::InputCount() const { return leftover_.size() + device_->InputCount(); }
 
 void QtSerialPort::DiscardInput() {
   if (HasDevice()) {
-    device_.clear(QSerialPort::Input);
-  }
-  if (HasDevice()) {
-    // A full buffer has stopped the reading, and only a read restarts it.
-    device_.readAll();
+    device_->DiscardInput();
   }
   leftover_.clear();
 }
@@ -170,8 +133,7 @@ std::string QtSerialPort::Input(std::size_t most) {
   std::string input = leftover_.substr(0, most);
   leftover_.erase(0, input.size());
   if (HasDevice()) {
-    const auto wanted = std::min(platform::kInputBufferBytes, most - input.size());
-    input += device_.read(static_cast<qint64>(wanted)).toStdString();
+    input += device_->Input(most - input.size());
   }
   charactersTaken_ += input.size();
   return input;
@@ -179,14 +141,15 @@ std::string QtSerialPort::Input(std::size_t most) {
 
 void QtSerialPort::Output(std::string_view text) {
   if (HasDevice()) {
-    const qint64 space = std::max(kOutputCharacters - device_.bytesToWrite(), qint64{0});
-    device_.write(text.data(), std::min(static_cast<qint64>(text.size()), space));
+    const std::size_t space =
+        kOutputCharacters - std::min(device_->OutputCount(), kOutputCharacters);
+    device_->Output(text.substr(0, space));
   }
 }
 
 void QtSerialPort::DiscardOutput() {
   if (HasDevice()) {
-    device_.clear(QSerialPort::Output);
+    device_->DiscardOutput();
   }
 }
 
@@ -217,7 +180,7 @@ void QtSerialPort::PostNotification() {
   }
   notificationPosted_ = true;
   QMetaObject::invokeMethod(
-      &device_, [this] { Notify(); }, Qt::QueuedConnection);
+      &notificationContext_, [this] { Notify(); }, Qt::QueuedConnection);
 }
 
 void QtSerialPort::Notify() {

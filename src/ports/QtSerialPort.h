@@ -1,12 +1,13 @@
 #pragma once
 
-#include <QSerialPort>
+#include <QObject>
 #include <memory>
 
 #include "platform/PortSettings.h"
 #include "platform/SerialPort.h"
 #include "ports/PortDevice.h"
 #include "ports/PortTable.h"
+#include "ports/SerialDevice.h"
 
 namespace kelvara::ports {
 
@@ -67,7 +68,7 @@ class QtSerialPort : public platform::SerialPort {
   void OpenDevice();
   [[noreturn]] void Refuse(const std::string& device, PortFinding finding);
   void CloseDevice();
-  void TakeError(QSerialPort::SerialPortError error);
+  void TakeFailure();
   void TakeArrival();
   void PostNotification();
   void Notify();
@@ -92,8 +93,9 @@ class QtSerialPort : public platform::SerialPort {
   bool arrived_ = false;
   std::size_t charactersTaken_ = 0;
 
-  // The last member, so that none of its signals reaches a half destroyed port.
-  QSerialPort device_;
+  QObject notificationContext_;
+  // The last member, so that nothing that it reports reaches a half destroyed port.
+  std::unique_ptr<SerialDevice> device_;
 };
 
 }  // namespace kelvara::ports

@@ -23,6 +23,8 @@ struct CommandMachine {
   std::function<std::unique_ptr<platform::Clock>(double speed)> makeClock;
   /// Makes a closed port that opens the devices in `table`.
   std::function<std::unique_ptr<platform::SerialPort>(const ports::PortTable& table)> makePort;
+  /// What to call the adapter behind a device; empty if it has no known name.
+  std::function<std::string(const std::string& device)> adapterName;
   /// Calls `stop` when the user wants the program to end, for as long as the result exists.
   std::function<std::shared_ptr<void>(std::function<void()> stop)> atStop;
 };

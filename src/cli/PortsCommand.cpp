@@ -18,6 +18,7 @@ void PortsCommand::AddTo(CLI::App& program) {
       ->check(ports::PortAssignmentFault)
       ->allow_extra_args(false)
       ->type_name("N=DEVICE");
+  command->add_flag("--long", long_, "Name the adapter behind each device, where it is known");
 }
 
 ExitCode PortsCommand::Run(const Streams& streams, const CommandMachine& machine) {
@@ -30,8 +31,9 @@ ExitCode PortsCommand::Run(const Streams& streams, const CommandMachine& machine
     const std::string device = table.DeviceOf(port);
     const ports::PortFinding finding = ports::LookAt(device);
     const std::string name = "COM" + std::to_string(port);
+    const std::string adapter = long_ ? machine.adapterName(device) : std::string();
     streams.out << name << ' ' << device << ' ' << (finding.IsPresent() ? "present" : "absent")
-                << '\n';
+                << (adapter.empty() ? "" : " ") << adapter << '\n';
     if (finding.IsPresent() && !finding.reason.empty()) {
       obstacles.push_back(name + " cannot be opened: " + finding.reason);
     }

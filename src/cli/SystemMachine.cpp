@@ -5,6 +5,7 @@
 
 #include "platform/posix/StopSignal.h"
 #include "platform/qt/QtClock.h"
+#include "ports/AdapterName.h"
 #include "ports/QtSerialPort.h"
 
 #ifdef _WIN32
@@ -35,6 +36,7 @@ CommandMachine SystemMachine::Machine() {
               [](const ports::PortTable& table) {
                 return std::make_unique<ports::QtSerialPort>(table);
               },
+          .adapterName = ports::AdapterName,
           .atStop =
               [](std::function<void()> stop) {
                 return std::make_shared<posix::StopSignal>(std::move(stop));

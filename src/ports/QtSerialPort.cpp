@@ -13,8 +13,9 @@ constexpr std::size_t kOutputCharacters = 512;
 
 }  // namespace
 
-QtSerialPort::QtSerialPort(const PortTable& ports)
+QtSerialPort::QtSerialPort(const PortTable& ports, AdapterNaming adapterName)
     : ports_(ports),
+      adapterName_(std::move(adapterName)),
       device_(SerialDevice::Create([this] { TakeArrival(); }, [this] { TakeFailure(); })) {}
 
 QtSerialPort::~QtSerialPort() { CloseDevice(); }
@@ -82,7 +83,8 @@ std::string QtSerialPort::Describe(int port) const {
     } else if (finding.state == PortState::Free && device == refusedDevice_) {
       finding = refusal_;
     }
-    return name + ": " + finding.Description();
+    const std::string adapter = adapterName_(device);
+    return name + (adapter.empty() ? "" : " (" + adapter + ")") + ": " + finding.Description();
   } catch (const base::Fault& fault) {
     return fault.what();
   }

@@ -1,10 +1,13 @@
 #pragma once
 
 #include <QObject>
+#include <functional>
 #include <memory>
+#include <string>
 
 #include "platform/PortSettings.h"
 #include "platform/SerialPort.h"
+#include "ports/AdapterName.h"
 #include "ports/PortDevice.h"
 #include "ports/PortTable.h"
 #include "ports/SerialDevice.h"
@@ -22,8 +25,11 @@ namespace kelvara::ports {
 /// repeats while characters remain, if the last one consumed some or more have arrived.
 class QtSerialPort : public platform::SerialPort {
  public:
+  /// Returns what to call the adapter behind a device, or an empty text.
+  using AdapterNaming = std::function<std::string(const std::string& device)>;
+
   /// The table must exist as long as the port. A port number is looked up at each opening.
-  explicit QtSerialPort(const PortTable& ports);
+  explicit QtSerialPort(const PortTable& ports, AdapterNaming adapterName = AdapterName);
   ~QtSerialPort() override;
   QtSerialPort(const QtSerialPort&) = delete;
   QtSerialPort& operator=(const QtSerialPort&) = delete;
@@ -59,9 +65,10 @@ class QtSerialPort : public platform::SerialPort {
   /// Whether the port is open and its device is present.
   bool HasDevice() const { return lock_ != nullptr; }
 
-  /// What to tell a user who is about to choose a port: its device and whether that can be opened;
-  /// if not, why and what to do. Opens nothing. If the last opening failed for a reason that shows
-  /// only on opening, this reason is given until the next opening.
+  /// What to tell a user who is about to choose a port: its device, the adapter behind it, and
+  /// whether the device can be opened; if not, why and what to do. Opens nothing. If the last
+  /// opening failed for a reason that shows only on opening, this reason is given until the next
+  /// opening.
   std::string Describe(int port) const;
 
  private:
@@ -74,6 +81,7 @@ class QtSerialPort : public platform::SerialPort {
   void Notify();
 
   const PortTable& ports_;
+  AdapterNaming adapterName_;
   std::int16_t portNumber_ = 1;
   std::int32_t rate_ = platform::kUsualRate;
   bool open_ = false;

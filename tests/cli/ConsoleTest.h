@@ -85,6 +85,7 @@ class ConsoleTest : public ::testing::Test {
           [](const ports::PortTable& table) {
             return std::make_unique<ports::QtSerialPort>(table);
           },
+      .adapterName = [](const std::string&) { return std::string(); },
       .atStop = [](const std::function<void()>&) { return nullptr; }};
 
  private:

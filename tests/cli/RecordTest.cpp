@@ -1,3 +1,4 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <QTimer>
@@ -71,6 +72,19 @@ TEST_F(RecordTest, PortsListsTheDevicesInTheSettings) {
   EXPECT_NE(result.output.find("COM3 /dev/no-such-adapter absent\nCOM4 /dev/no-other absent\n"),
             std::string::npos)
       << result.output;
+}
+
+TEST_F(RecordTest, PortsNamesTheAdaptersOnlyWhenAsked) {
+  machine.adapterName = [](const std::string& name) {
+    return std::string(name == "/dev/no-other" ? "Example USB Serial" : "");
+  };
+  const Arguments ports = {"ports", "--com", "3=/dev/no-such-adapter", "--com", "4=/dev/no-other"};
+  const std::string third = "COM3 /dev/no-such-adapter absent\n";
+  EXPECT_THAT(Run(ports).output, testing::HasSubstr(third + "COM4 /dev/no-other absent\n"));
+  Arguments longer = ports;
+  longer.push_back("--long");
+  EXPECT_THAT(Run(longer).output,
+              testing::HasSubstr(third + "COM4 /dev/no-other absent Example USB Serial\n"));
 }
 
 }  // namespace

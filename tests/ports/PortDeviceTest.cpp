@@ -79,6 +79,17 @@ TEST_F(PortDeviceTest, IsDescribedForTheUser) {
   EXPECT_EQ(port_.Describe(3), link.toStdString() + ": open now, in this program.");
 }
 
+TEST_F(PortDeviceTest, IsDescribedWithItsAdapter) {
+  const ports::QtSerialPort port(table_, [this](const std::string& device) {
+    return std::string(device == terminal_.Device() ? "Example USB Serial" : "");
+  });
+  EXPECT_EQ(port.Describe(1), terminal_.Device() + " (Example USB Serial): ready to be opened.");
+  const QString link = folder_.filePath("link");
+  ASSERT_TRUE(QFile::link(QString::fromStdString(terminal_.Device()), link));
+  table_.Assign({2, link.toStdString()});
+  EXPECT_EQ(port.Describe(2), link.toStdString() + " (Example USB Serial): ready to be opened.");
+}
+
 TEST_F(PortDeviceTest, IsOpenedOnlyWhenThePortIsOpened) {
   const DeviceOpenings openings(terminal_.Device());
   LookAt(terminal_.Device());

@@ -1,23 +1,24 @@
 #include "app/DesktopProgram.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QPixmapCache>
 #include <QTimer>
 #include <chrono>
 #include <iostream>
+#include <memory>
 
 #include "app/DemoSettings.h"
 #include "app/FrmMain.h"
 #include "help/ProgramIcon.h"
 #include "help/ProgramTitle.h"
-#include "platform/posix/StopSignal.h"
+#include "platform/qt/Console.h"
+#include "platform/qt/PathText.h"
 #include "platform/qt/QtClock.h"
 #include "platform/qt/QtDateFormat.h"
 #include "platform/qt/QtFileSystem.h"
 #include "platform/qt/QtSettingsStore.h"
 #include "platform/qt/QtTimer.h"
-#include "platform/qt/Text.h"
+#include "platform/qt/StopSignal.h"
 #include "platform/widgets/QtDesktop.h"
 #include "platform/widgets/QtFileChooser.h"
 #include "platform/widgets/QtMessageBoxes.h"
@@ -74,7 +75,7 @@ int RunDesktopProgram(const DesktopOptions& options) {
       fileChooser,
       documentOpener,
       options.demo ? static_cast<platform::SettingsStore&>(demoSettings) : storedSettings,
-      qt::ToText(QDir::toNativeSeparators(QCoreApplication::applicationDirPath()))};
+      qt::PathFromQString(QCoreApplication::applicationDirPath())};
   FrmMain window(
       desktop, options.demo ? static_cast<platform::SerialPort&>(demoPort) : machinePort,
       [&](int port) { return options.demo ? DescribeDemoPort(port) : machinePort.Describe(port); });
@@ -86,7 +87,7 @@ int RunDesktopProgram(const DesktopOptions& options) {
     window.Live().StartTrace(*options.rawPath, true);
   }
   window.SetUnloaded([] { QCoreApplication::exit(0); });
-  const posix::StopSignal stopSignal([&window] { window.close(); });
+  const std::shared_ptr<void> stopSignal = qt::AtStopSignal([&window] { window.close(); });
   // The style caches a picture of each mark that it paints, and paints the marks of a menu again at
   // every opening: without a limit the cache would grow to 10 MB.
   QPixmapCache::setCacheLimit(kStylePictureKilobytes);
@@ -98,7 +99,8 @@ int RunDesktopProgram(const DesktopOptions& options) {
                      [] { QApplication::setWindowIcon(help::ProgramIcon()); });
   const int result = QCoreApplication::exec();
   if (const std::string failure = window.Live().TraceFailure(); !failure.empty()) {
-    std::cerr << "kelvara: " << failure << '\n';
+    const std::shared_ptr<void> console = qt::JoinConsole();
+    std::cerr << "kelvara: " << qt::ConsoleText(failure) << '\n';
   }
   return result;
 }

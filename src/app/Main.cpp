@@ -2,15 +2,19 @@
 #include <QApplication>
 #include <QList>
 #include <QMutex>
-#include <csignal>
+#include <algorithm>
 #include <cstdlib>
 #include <exception>
 #include <iostream>
 #include <memory>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "app/DesktopProgram.h"
 #include "help/ProgramTitle.h"
+#include "platform/qt/Console.h"
+#include "platform/qt/ProgramArguments.h"
 #include "ports/PortTable.h"
 
 namespace {
@@ -18,7 +22,10 @@ namespace {
 constexpr int kFailed = 1;
 constexpr int kWrongCommandLine = 2;
 
-void Complain(const char* text) { std::cerr << "kelvara: " << text << '\n'; }
+void Complain(const char* text) {
+  const std::shared_ptr<void> console = kelvara::qt::JoinConsole();
+  std::cerr << "kelvara: " << kelvara::qt::ConsoleText(text) << '\n';
+}
 
 /// Holds the desktop library's messages while it connects to a display. Without a display it prints
 /// many lines and then ends the program; one line says enough.
@@ -60,10 +67,8 @@ std::unique_ptr<QApplication> ConnectToDisplay(int& argumentCount, char** argume
 }  // namespace
 
 int main(int argumentCount, char** arguments) {
-#ifndef _WIN32
   // The reader of standard error may be gone; a message to it must not end the session.
-  std::signal(SIGPIPE, SIG_IGN);
-#endif
+  kelvara::qt::OutliveReaders();
   kelvara::app::DesktopOptions options;
   CLI::App program("Commission the radio side of a wireless intercom.", "kelvara");
   program.set_version_flag("--version", kelvara::help::ProgramTitleAndVersion());
@@ -79,9 +84,12 @@ int main(int argumentCount, char** arguments) {
       ->type_name("PATH");
   program.add_flag("--test-report", options.testReport, "Run the test report and end");
   try {
-    program.parse(argumentCount, arguments);
+    std::vector<std::string> given = kelvara::qt::ProgramArguments(argumentCount, arguments);
+    std::reverse(given.begin(), given.end());  // The parser reads from the back.
+    program.parse(std::move(given));
   } catch (const CLI::ParseError& error) {
     if (error.get_exit_code() == 0) {
+      const std::shared_ptr<void> console = kelvara::qt::JoinConsole();
       program.exit(error);
       if (!std::cout.flush()) {
         Complain("cannot write to standard output");

@@ -6,7 +6,7 @@
 #include <QVBoxLayout>
 
 #include "platform/EventHandler.h"
-#include "platform/qt/Text.h"
+#include "platform/qt/PathText.h"
 #include "platform/widgets/DialogControls.h"
 
 namespace kelvara::capture {
@@ -77,7 +77,7 @@ void FrmCapture::FitToFont() {
 }
 
 void FrmCapture::Form_Load() {
-  TxtFileName_->setText(qt::ToFieldText(captureDialog_.Form_Load()));
+  TxtFileName_->setText(qt::QStringFromPath(captureDialog_.Form_Load()));
   StartButton_->setEnabled(!TxtFileName_->text().isEmpty());
 }
 
@@ -87,7 +87,7 @@ void FrmCapture::CommandBrowse_Click() {
   platform::HandleEvent(beeper_, [&] {
     const std::optional<std::string> chosen = captureDialog_.CommandBrowse_Click();
     if (self && chosen) {
-      TxtFileName_->setText(qt::ToFieldText(*chosen));
+      TxtFileName_->setText(qt::QStringFromPath(*chosen));
       StartButton_->setEnabled(true);
     }
   });
@@ -96,7 +96,7 @@ void FrmCapture::CommandBrowse_Click() {
 void FrmCapture::StartButton_Click() {
   const QPointer<FrmCapture> self(this);
   platform::HandleEvent(beeper_, [&] {
-    if (captureDialog_.StartButton_Click(qt::ToText(TxtFileName_->text())) && self) {
+    if (captureDialog_.StartButton_Click(qt::PathFromQString(TxtFileName_->text())) && self) {
       accept();
     }
   });

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+
 #include "cli/CommandMachine.h"
 #include "cli/Streams.h"
 
@@ -19,6 +21,12 @@ class Command {
 
   /// Does the work. Called after the options have been read.
   virtual ExitCode Run(const Streams& streams, const CommandMachine& machine) = 0;
+};
+
+/// A sub-command and its name on the command line.
+struct NamedCommand {
+  const char* name;
+  std::unique_ptr<Command> command;
 };
 
 }  // namespace kelvara::cli

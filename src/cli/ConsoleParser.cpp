@@ -8,10 +8,8 @@
 #include "cli/PortsCommand.h"
 #include "cli/RecordCommand.h"
 #include "cli/ReplayCommand.h"
+#include "cli/SystemCommands.h"
 #include "help/ProgramTitle.h"
-#ifndef _WIN32
-#include "cli/SimulateCommand.h"
-#endif
 
 namespace kelvara::cli {
 namespace {
@@ -67,9 +65,9 @@ ConsoleParser::ConsoleParser()
   Add("convert", std::make_unique<ConvertCommand>());
   Add("record", std::make_unique<RecordCommand>());
   Add("ports", std::make_unique<PortsCommand>());
-#ifndef _WIN32
-  Add("simulate", std::make_unique<SimulateCommand>());
-#endif
+  for (NamedCommand& named : SystemCommands()) {
+    Add(named.name, std::move(named.command));
+  }
 }
 
 void ConsoleParser::Add(const char* name, std::unique_ptr<Command> command) {

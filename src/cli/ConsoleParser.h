@@ -25,11 +25,6 @@ class ConsoleParser {
   const CLI::App& Program() const { return program_; }
 
  private:
-  struct NamedCommand {
-    const char* name;
-    std::unique_ptr<Command> command;
-  };
-
   void Add(const char* name, std::unique_ptr<Command> command);
 
   /// The parser writes into members of the sub-commands, so it is destroyed before them.

@@ -3,6 +3,8 @@
 #include <ostream>
 #include <utility>
 
+#include "platform/qt/Console.h"
+
 namespace kelvara::cli {
 namespace {
 
@@ -30,7 +32,7 @@ void ProgressLine::Advance(std::size_t bytes) {
   const int percent = static_cast<int>(done_ * 100 / size_);
   if (percent != percentShown_) {
     percentShown_ = percent;
-    streams_.err << '\r' << name_ << ": " << percent << " %" << std::flush;
+    streams_.err << '\r' << qt::ConsoleText(name_) << ": " << percent << " %" << std::flush;
   }
 }
 

@@ -7,6 +7,7 @@
 #include "cli/GridTable.h"
 #include "cli/JsonResults.h"
 #include "cli/Quoted.h"
+#include "platform/qt/ProgramArguments.h"
 
 namespace kelvara::cli {
 namespace {
@@ -23,8 +24,9 @@ bool StopLog(app::Session& session, const std::string& path, const Streams& stre
 
 bool WriteReport(app::Session& session, const ResultOptions& options, const Streams& streams) {
   try {
-    if (session.Report().GenerateReport(*options.reportPath, options.site, options.tester,
-                                        options.notes)) {
+    if (session.Report().GenerateReport(*options.reportPath, qt::TextOfArgument(options.site),
+                                        qt::TextOfArgument(options.tester),
+                                        qt::TextOfArgument(options.notes))) {
       return true;
     }
     streams.Complain("Error occured while generating report. Check the filename and path: " +

@@ -3,6 +3,8 @@
 #include <istream>
 #include <ostream>
 
+#include "platform/qt/Console.h"
+
 namespace kelvara::cli {
 
 void Streams::Complain(std::string_view text) const {
@@ -10,7 +12,7 @@ void Streams::Complain(std::string_view text) const {
   if (errIsTerminal) {
     err << kWipeLine;
   }
-  err << "kelvara-cli: " << text << '\n' << std::flush;
+  err << "kelvara-cli: " << qt::ConsoleText(text) << '\n' << std::flush;
 }
 
 ExitCode Streams::FlushOutput() const {

@@ -7,6 +7,7 @@
 #include <QTextDocument>
 
 #include "platform/EventHandler.h"
+#include "platform/qt/PathText.h"
 #include "platform/qt/Text.h"
 #include "platform/widgets/DialogControls.h"
 
@@ -96,7 +97,7 @@ void FrmReport::FitToFont() {
 
 void FrmReport::Form_Load() {
   ReportFields fields = Fields();
-  TxtFileName_->setText(qt::ToFieldText(reportDialog_.Form_Load(fields)));
+  TxtFileName_->setText(qt::QStringFromPath(reportDialog_.Form_Load(fields)));
   TxtSite_->setText(qt::ToFieldText(fields.site));
   TxtTester_->setText(qt::ToFieldText(fields.tester));
   CheckOpenReport_->setChecked(fields.showReport);
@@ -114,7 +115,7 @@ void FrmReport::CommandBrowse_Click() {
   platform::HandleEvent(beeper_, [&] {
     const std::optional<std::string> chosen = reportDialog_.CommandBrowse_Click();
     if (self && chosen) {
-      TxtFileName_->setText(qt::ToFieldText(*chosen));
+      TxtFileName_->setText(qt::QStringFromPath(*chosen));
     }
   });
 }
@@ -122,7 +123,8 @@ void FrmReport::CommandBrowse_Click() {
 void FrmReport::CommandGenerate_Click() {
   const QPointer<FrmReport> self(this);
   platform::HandleEvent(beeper_, [&] {
-    if (reportDialog_.CommandGenerate_Click(qt::ToText(TxtFileName_->text()), Fields()) && self) {
+    if (reportDialog_.CommandGenerate_Click(qt::PathFromQString(TxtFileName_->text()), Fields()) &&
+        self) {
       accept();
     }
   });

@@ -2,10 +2,7 @@
 
 #include <QString>
 #include <chrono>
-
-#ifdef Q_OS_WIN
-#include <QLockFile>
-#endif
+#include <cstdint>
 
 namespace kelvara::qt {
 
@@ -24,13 +21,8 @@ class FolderLock {
   bool IsHeld() const { return held_; }
 
  private:
-  bool TryToTake();
-
-#ifdef Q_OS_WIN
-  QLockFile file_;
-#else
-  int handle_;
-#endif
+  /// The system's handle.
+  std::intptr_t handle_;
   bool held_ = false;
 };
 

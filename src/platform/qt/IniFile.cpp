@@ -3,28 +3,15 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <filesystem>
-#include <system_error>
 
 #include "base/Fault.h"
+#include "platform/qt/DurableFile.h"
 #include "platform/qt/FolderLock.h"
-
-#ifdef Q_OS_WIN
-#include <io.h>
-#else
-#include <unistd.h>
-#endif
+#include "platform/qt/PathText.h"
+#include "platform/qt/Text.h"
 
 namespace kelvara::qt {
 namespace {
-
-bool Synchronise(QFile& file) {
-#ifdef Q_OS_WIN
-  return file.flush() && ::_commit(file.handle()) == 0;
-#else
-  return file.flush() && ::fsync(file.handle()) == 0;
-#endif
-}
 
 QString FolderOf(const QString& path) { return QFileInfo(path).path(); }
 
@@ -82,8 +69,9 @@ std::optional<IniText> IniFile::Load() const {
     return std::nullopt;
   }
   QFile file(path_);
-  const QByteArray bytes = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-  if (file.error() != QFile::NoError) {
+  const bool isOpen = OpenShared(file, patience_);
+  const QByteArray bytes = isOpen ? file.readAll() : QByteArray();
+  if (!isOpen || file.error() != QFile::NoError) {
     ThrowFault(QStringLiteral("it cannot be read"));
   }
   return IniText::Parse(bytes.toStdString());
@@ -111,22 +99,17 @@ void IniFile::Replace(const IniText& text) const {
     file.remove();
     ThrowFault(reason);
   }
-  if (const QFileInfo old(path_); old.exists()) {
-    file.setPermissions(old.permissions());
-  }
   file.close();
-  std::error_code error;
-  std::filesystem::rename(QFileInfo(file).filesystemFilePath(),
-                          QFileInfo(path_).filesystemFilePath(), error);
-  if (error) {
+  const QString reason = PutInPlace(file.fileName(), path_, patience_);
+  if (!reason.isEmpty()) {
     file.remove();
-    ThrowFault(QString::fromStdString(error.message()));
+    ThrowFault(reason);
   }
 }
 
 void IniFile::ThrowFault(const QString& reason) const {
   throw base::Fault(base::FaultKind::File,
-                    "cannot write \"" + path_.toStdString() + "\": " + reason.toStdString());
+                    "cannot write \"" + PathFromQString(path_) + "\": " + ToText(reason));
 }
 
 }  // namespace kelvara::qt

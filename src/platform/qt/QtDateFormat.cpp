@@ -3,6 +3,8 @@
 #include <QDateTime>
 #include <cmath>
 
+#include "platform/qt/LocaleFormats.h"
+
 namespace kelvara::qt {
 namespace {
 
@@ -42,7 +44,7 @@ QtDateFormat::QtDateFormat(const QLocale& locale)
     : locale_(locale),
       dateFormat_(locale.dateFormat(QLocale::ShortFormat)),
       timeFormat_(WithoutTimeZone(locale.timeFormat(QLocale::LongFormat))) {
-  if (dateFormat_ == QLocale::c().dateFormat(QLocale::ShortFormat)) {
+  if (!HasDateFormats(locale)) {
     dateFormat_ = QStringLiteral("yyyy-MM-dd");
     timeFormat_ = QStringLiteral("HH:mm:ss");
   }

@@ -9,8 +9,8 @@
 
 namespace kelvara::qt {
 
-/// Formats dates as the user's locale does. The C locale, which has no customary format, uses
-/// yyyy-MM-dd and HH:mm:ss.
+/// Formats dates as the user's locale does. A locale that has no customary formats uses yyyy-MM-dd
+/// and HH:mm:ss.
 class QtDateFormat : public platform::DateFormat {
  public:
   explicit QtDateFormat(const QLocale& locale = QLocale::system());

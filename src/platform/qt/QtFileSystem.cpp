@@ -1,18 +1,12 @@
 #include "platform/qt/QtFileSystem.h"
 
 #include <QFile>
-#include <algorithm>
 #include <filesystem>
 
 #include "base/Fault.h"
-
-#ifndef _WIN32
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <cerrno>
-#endif
+#include "platform/qt/OpenPath.h"
+#include "platform/qt/PathText.h"
+#include "platform/qt/Text.h"
 
 namespace kelvara::qt {
 namespace {
@@ -24,53 +18,15 @@ namespace {
 }
 
 [[noreturn]] void ThrowFileFault(const QFile& file, const std::string& name, const char* attempt) {
-  ThrowFileFault(name, attempt, file.errorString().toStdString());
+  ThrowFileFault(name, attempt, ToText(file.errorString()));
 }
-
-/// The path with the machine's separators.
-std::string MachineBytes(std::string path) {
-  std::replace(path.begin(), path.end(), '\\', '/');
-  return path;
-}
-
-#ifdef _WIN32
 
 void Open(QFile& file, const std::string& name, QIODevice::OpenMode mode) {
-  file.setFileName(MachinePath(name));
-  if (!file.open(mode | QIODevice::Unbuffered)) {
-    ThrowFileFault(file, name, "open");
+  const QString reason = OpenPath(file, name, mode);
+  if (!reason.isEmpty()) {
+    ThrowFileFault(name, "open", ToText(reason));
   }
 }
-
-#else
-
-/// A file name is a sequence of bytes that need not be text in any character set. Qt's file names
-/// are text, so Qt is given the open file instead.
-void Open(QFile& file, const std::string& name, QIODevice::OpenMode mode) {
-  const int flags = !mode.testFlag(QIODevice::WriteOnly) ? O_RDONLY
-                    : mode.testFlag(QIODevice::Append)   ? O_WRONLY | O_CREAT | O_APPEND
-                                                         : O_WRONLY | O_CREAT | O_TRUNC;
-  int handle = -1;
-  do {
-    handle = ::open(MachineBytes(name).c_str(), flags | O_CLOEXEC, 0666);
-  } while (handle < 0 && errno == EINTR);
-  struct stat status {};
-  if (handle >= 0 && ::fstat(handle, &status) == 0 && S_ISDIR(status.st_mode)) {
-    ::close(handle);
-    ThrowFileFault(name, "open", qt_error_string(EISDIR).toStdString());
-  }
-  if (handle < 0) {
-    ThrowFileFault(name, "open", qt_error_string(errno).toStdString());
-  }
-  // The open file already appends. Told to append, Qt would seek to the end, which fails on a pipe.
-  mode.setFlag(QIODevice::Append, false);
-  if (!file.open(handle, mode | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle)) {
-    ::close(handle);
-    ThrowFileFault(file, name, "open");
-  }
-}
-
-#endif
 
 class QtOutputFile : public platform::OutputFile {
  public:
@@ -84,7 +40,7 @@ class QtOutputFile : public platform::OutputFile {
     while (!bytes.empty()) {
       const qint64 written = file_.write(bytes.data(), static_cast<qint64>(bytes.size()));
       if (written <= 0) {
-        const std::string reason = file_.errorString().toStdString();
+        const std::string reason = ToText(file_.errorString());
         RemoveLast(total);
         ThrowFileFault(name_, "write", reason);
       }
@@ -147,16 +103,11 @@ std::unique_ptr<platform::InputFile> QtFileSystem::OpenForInput(const std::strin
 void ExpectReadable(const std::string& path) {
   namespace fs = std::filesystem;
   std::error_code unknown;
-  const fs::file_type type = fs::status(MachineBytes(path), unknown).type();
+  const fs::file_type type = fs::status(MachinePath(path), unknown).type();
   if (type != fs::file_type::fifo && type != fs::file_type::character &&
       type != fs::file_type::block && type != fs::file_type::socket) {
     const QtInputFile file(path);
   }
-}
-
-QString MachinePath(const std::string& path) {
-  QString machinePath = QFile::decodeName(QByteArray::fromStdString(path));
-  return machinePath.replace(u'\\', u'/');
 }
 
 }  // namespace kelvara::qt

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QString>
 #include <memory>
 #include <string>
 
@@ -19,8 +18,5 @@ class QtFileSystem : public platform::FileSystem {
 /// Throws a file fault if the path is not a readable file. Pipes and devices are not checked,
 /// because their contents can be read only once.
 void ExpectReadable(const std::string& path);
-
-/// Converts a path, which may contain backslashes, to the machine's form.
-QString MachinePath(const std::string& path);
 
 }  // namespace kelvara::qt

@@ -1,22 +1,9 @@
 #include "platform/qt/QtSettingsStore.h"
 
-#include <QDir>
-
 #include "platform/qt/IniFile.h"
+#include "platform/qt/UserFolders.h"
 
 namespace kelvara::qt {
-namespace {
-
-QString UserConfigFolder() {
-#ifdef Q_OS_WIN
-  return qEnvironmentVariable("APPDATA");
-#else
-  const QString folder = QFile::decodeName(qgetenv("XDG_CONFIG_HOME"));
-  return QDir::isAbsolutePath(folder) ? folder : QDir::homePath() + QStringLiteral("/.config");
-#endif
-}
-
-}  // namespace
 
 QString UserSettingsFile(std::string_view application) {
   const QString name = QString::fromUtf8(application.data(), qsizetype(application.size()));

@@ -10,8 +10,7 @@
 namespace kelvara::qt {
 
 /// The settings file of an application, APPLICATION/APPLICATION.ini in the user's configuration
-/// folder: XDG_CONFIG_HOME, or else .config in the home folder; on Windows, the roaming application
-/// data.
+/// folder.
 QString UserSettingsFile(std::string_view application);
 
 /// Settings in a file that people can read and edit: a group for each section, a line KEY=VALUE for

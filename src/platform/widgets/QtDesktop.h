@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QElapsedTimer>
-#include <QUrl>
 #include <string>
 
 #include "platform/Beeper.h"
@@ -15,9 +14,6 @@ class QtBeeper : public platform::Beeper {
  public:
   void Beep() override;
 };
-
-/// The URL of a file. A relative path starts at the current folder.
-QUrl AddressOf(const std::string& path);
 
 /// Opens documents and web addresses with the desktop.
 class QtDocumentOpener : public platform::DocumentOpener {

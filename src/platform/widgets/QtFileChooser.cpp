@@ -5,6 +5,8 @@
 #include <QStringList>
 #include <filesystem>
 
+#include "platform/DirectoryOf.h"
+#include "platform/qt/PathText.h"
 #include "platform/qt/Text.h"
 #include "platform/widgets/QtMessageBoxes.h"
 
@@ -25,26 +27,12 @@ QStringList NameFilters(const std::string& filter) {
   return filters;
 }
 
-/// The chosen file's path. If a name is not valid text, only the URL from a desktop's own chooser
-/// keeps its bytes.
-std::string ChosenPath(const QFileDialog& dialog) {
-  const QString name = dialog.selectedFiles().constFirst();
-  const QUrl address = dialog.selectedUrls().constFirst();
-  if (name.contains(QChar(QChar::ReplacementCharacter)) && address.isLocalFile()) {
-    return LocalPath(address);
-  }
-  return qt::ToText(name);
-}
-
 /// A path for the dialog, with the machine's separators.
-QString DialogPath(const std::string& path) { return qt::ToFieldText(path).replace(u'\\', u'/'); }
+QString DialogPath(const std::string& path) {
+  return qt::QStringFromPath(path).replace(u'\\', u'/');
+}
 
 }  // namespace
-
-std::string LocalPath(const QUrl& address) {
-  const QByteArray path = address.path(QUrl::FullyEncoded).toLatin1();
-  return QByteArray::fromPercentEncoding(path).toStdString();
-}
 
 std::optional<std::string> QtFileChooser::Choose(const platform::FileChooserRequest& request) {
   QFileDialog dialog(QApplication::activeWindow(), qt::ToQString(request.title));
@@ -66,14 +54,16 @@ std::optional<std::string> QtFileChooser::Choose(const platform::FileChooserRequ
     dialog.selectFile(DialogPath(request.initialName));
   }
   while (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty()) {
-    const std::string chosen = ChosenPath(dialog);
-    const std::filesystem::path folder = std::filesystem::path(chosen).parent_path();
+    std::string chosen =
+        qt::ChosenPath(dialog.selectedFiles().constFirst(), dialog.selectedUrls().constFirst());
     std::error_code ignored;
-    if (request.kind != FileChooserKind::Save || std::filesystem::is_directory(folder, ignored)) {
+    if (request.kind != FileChooserKind::Save ||
+        std::filesystem::is_directory(qt::MachinePath(chosen).parent_path(), ignored)) {
       return chosen;
     }
-    QtMessageBoxes().Show("There is no folder " + folder.string() + ".", request.title,
-                          platform::MessageIcon::Exclamation, platform::MessageButtons::Ok);
+    QtMessageBoxes().Show("There is no folder " + platform::DirectoryOfOrEmpty(chosen) + ".",
+                          request.title, platform::MessageIcon::Exclamation,
+                          platform::MessageButtons::Ok);
   }
   return std::nullopt;
 }

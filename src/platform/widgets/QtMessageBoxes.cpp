@@ -6,6 +6,7 @@
 #include <QMessageBox>
 #include <algorithm>
 
+#include "platform/qt/PathText.h"
 #include "platform/qt/Text.h"
 
 namespace kelvara::widgets {
@@ -67,7 +68,7 @@ MessageAnswer QtMessageBoxes::Show(std::string_view text, std::string_view title
                   WindowInFront());
   box.setObjectName(QStringLiteral("MsgBox"));
   box.setTextFormat(Qt::PlainText);
-  box.setText(qt::ToQString(text));
+  box.setText(qt::MessageText(text));
   if (auto* const layout = qobject_cast<QGridLayout*>(box.layout())) {
     // A box as narrow as its text would cut off its title.
     const int width = QFontMetrics(box.font()).horizontalAdvance(box.windowTitle()) + kTitleButtons;

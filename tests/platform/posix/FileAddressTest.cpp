@@ -2,14 +2,13 @@
 
 #include <filesystem>
 
-#include "platform/widgets/QtDesktop.h"
-#include "platform/widgets/QtFileChooser.h"
+#include "platform/posix/FileAddress.h"
 
 namespace kelvara::test {
 namespace {
 
 std::string Encoded(const std::string& path) {
-  return widgets::AddressOf(path).toEncoded().toStdString();
+  return posix::AddressOf(path).toEncoded().toStdString();
 }
 
 TEST(FileAddressTest, HoldsTheAbsolutePath) {
@@ -17,7 +16,7 @@ TEST(FileAddressTest, HoldsTheAbsolutePath) {
   EXPECT_EQ(Encoded("/folder\\Help\\index.htm"), "file:///folder/Help/index.htm");
   EXPECT_EQ(Encoded("/B\xC3\xBChne#1?.html"), "file:///B%C3%BChne%231%3F.html");
   const std::string here = std::filesystem::current_path().string();
-  EXPECT_EQ(widgets::AddressOf("report.html").toLocalFile().toStdString(), here + "/report.html");
+  EXPECT_EQ(posix::AddressOf("report.html").toLocalFile().toStdString(), here + "/report.html");
 }
 
 TEST(FileAddressTest, HoldsEachByteOfANameThatIsNotValidText) {
@@ -28,7 +27,7 @@ TEST(FileAddressTest, HoldsEachByteOfANameThatIsNotValidText) {
 TEST(FileAddressTest, ConvertsBackToTheSamePath) {
   for (const std::string path : {"/report.html", "/a folder/B\xC3\xBChne.html", "/B\xFChne.html",
                                  "/50% #1?.html", "/\xFF/\xC3\xBC\xFF+&.html"}) {
-    EXPECT_EQ(widgets::LocalPath(widgets::AddressOf(path)), path);
+    EXPECT_EQ(posix::LocalPath(posix::AddressOf(path)), path);
   }
 }
 

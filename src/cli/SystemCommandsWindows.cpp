@@ -1,0 +1,7 @@
+#include "cli/SystemCommands.h"
+
+namespace kelvara::cli {
+
+std::vector<NamedCommand> SystemCommands() { return {}; }
+
+}  // namespace kelvara::cli

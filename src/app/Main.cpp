@@ -71,6 +71,8 @@ int main(int argumentCount, char** arguments) {
   kelvara::qt::OutliveReaders();
   kelvara::app::DesktopOptions options;
   CLI::App program("Commission the radio side of a wireless intercom.", "kelvara");
+  // An argument that begins with a slash is a file on every system.
+  program.allow_windows_style_options(false);
   program.set_version_flag("--version", kelvara::help::ProgramTitleAndVersion());
   program.add_flag("--demo", options.demo, "Use the built-in beltpack behind every port number");
   program.add_option("--site", options.sitePath, "The site that the built-in beltpack walks in")

@@ -58,6 +58,8 @@ void ProtectFilesAndEmptyValues(const CLI::App& command, Arguments& arguments) {
 ConsoleParser::ConsoleParser()
     : program_("Commission the radio side of a wireless intercom, without a window.",
                "kelvara-cli") {
+  // An argument that begins with a slash is a file on every system.
+  program_.allow_windows_style_options(false);
   program_.set_version_flag("--version", help::ProgramTitleAndVersion());
   // The caller reports a missing sub-command: reported here, it would hide a wrong argument.
   program_.require_subcommand(0, 1);

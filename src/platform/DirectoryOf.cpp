@@ -1,14 +1,11 @@
 #include "platform/DirectoryOf.h"
 
-#include <filesystem>
-
 #include "base/Fault.h"
 
 namespace kelvara::platform {
 namespace {
 
-constexpr std::string_view kSeparators =
-    std::filesystem::path::preferred_separator == '/' ? "\\/" : "\\";
+constexpr std::string_view kSeparators = "\\/";
 
 }  // namespace
 

@@ -5,13 +5,16 @@
 #include <system_error>
 
 #include "cli/Quoted.h"
+#include "platform/qt/PathText.h"
 
 namespace kelvara::cli {
 namespace {
 
 namespace fs = std::filesystem;
 
-bool IsSameFile(const std::string& one, const std::string& other) {
+bool IsSameFile(const std::string& onePath, const std::string& otherPath) {
+  const fs::path one = qt::MachinePath(onePath);
+  const fs::path other = qt::MachinePath(otherPath);
   std::error_code unknown;
   const fs::file_status status = fs::status(one, unknown);
   if (fs::exists(status)) {

@@ -20,6 +20,7 @@
 #include "cli/StatusLine.h"
 #include "link/ComPort.h"
 #include "platform/MemorySettingsStore.h"
+#include "platform/qt/PathText.h"
 #include "platform/qt/QtTimer.h"
 #include "ports/PortTable.h"
 #include "sim/DemoSerialPort.h"
@@ -47,14 +48,14 @@ class NewTrace {
   void TakeBack() const {
     std::error_code ignored;
     if (madePath_) {
-      std::filesystem::remove(*madePath_, ignored);
+      std::filesystem::remove(qt::MachinePath(*madePath_), ignored);
     }
   }
 
  private:
   static bool Exists(const std::string& path) {
     std::error_code unknown;
-    return std::filesystem::exists(path, unknown);
+    return std::filesystem::exists(qt::MachinePath(path), unknown);
   }
 
   std::optional<std::string> madePath_;

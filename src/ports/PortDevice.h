@@ -37,16 +37,19 @@ PortFinding FindingOf(PortState state, const std::string& device, const std::str
 /// Finds out whether a device can be opened, and why not, without opening it: opening changes the
 /// control lines, and connected equipment may take that for a command. Two conditions show only on
 /// opening: that no hardware is present, and that a program which left neither a lock file nor a
-/// lock on the device has it in exclusive mode.
+/// lock on the device has it in exclusive mode. On Windows a third one does: that the device is not
+/// a serial port.
 PortFinding LookAt(const std::string& device);
 
-/// Resolves all links in a device's name. A name that leads nowhere is returned unchanged.
+/// Resolves all links in a device's name. A name that leads nowhere is returned unchanged. On
+/// Windows, the short name in capitals: "COM10" for "\\.\com10".
 std::string FollowLinks(const std::string& device);
 
 /// An exclusive lock on a device. The system's own exclusive mode does not bind the superuser, and
 /// lock files bind only programs that check them, so an advisory lock on the device itself is held
 /// while the port is open. It is acquired before anything on the line changes: a running session is
-/// not disturbed.
+/// not disturbed. Windows opens a port only once; there the lock binds nobody else, but tells other
+/// instances of this program who has the port.
 class PortLock {
  public:
   /// Tries to lock the device, which must not be a link.

@@ -57,6 +57,8 @@ void QtSerialPort::OpenDevice() {
     Refuse(device, lock->Finding());
   }
   if (PortFinding finding = device_->Open(device, rate_); finding.state != PortState::Free) {
+    // With the lock, the device would look as if this program had it open.
+    lock.reset();
     Refuse(device, std::move(finding));
   }
   lock_ = std::move(lock);

@@ -1,0 +1,22 @@
+#include "ports/PortTable.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/MemorySettingsStore.h"
+
+namespace kelvara::test {
+namespace {
+
+TEST(PortTableTest, APortIsTheOneOfItsNameUnlessAssigned) {
+  platform::MemorySettingsStore settings;
+  settings.Write("COM3", "/dev/ttyUSB0");
+  ports::PortTable table(settings);
+  table.Assign({2, "COM15"});
+  EXPECT_EQ(table.DeviceOf(1), "COM1");
+  EXPECT_EQ(table.DeviceOf(2), "COM15");
+  EXPECT_EQ(table.DeviceOf(3), "COM3");
+  EXPECT_EQ(table.DeviceOf(12), "COM12");
+}
+
+}  // namespace
+}  // namespace kelvara::test

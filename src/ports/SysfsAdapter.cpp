@@ -26,7 +26,7 @@ std::string LineOf(const fs::path& file) {
 
 std::string UsbName(const fs::path& usbDevice) {
   const std::string maker = LineOf(usbDevice / "manufacturer");
-  const std::string product = LineOf(usbDevice / "product");
+  std::string product = LineOf(usbDevice / "product");
   if (maker.empty() || product.starts_with(maker)) {
     return product;
   }

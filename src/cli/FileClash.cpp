@@ -22,7 +22,8 @@ bool IsSameFile(const std::string& onePath, const std::string& otherPath) {
   }
   // A file that does not exist yet can only be compared by name.
   const fs::path name = fs::weakly_canonical(fs::absolute(one, unknown), unknown);
-  return !name.empty() && name == fs::weakly_canonical(fs::absolute(other, unknown), unknown);
+  return !name.empty() &&
+         qt::IsSamePath(name, fs::weakly_canonical(fs::absolute(other, unknown), unknown));
 }
 
 }  // namespace

@@ -44,8 +44,10 @@ class NewTrace {
       : madePath_(path && !Exists(*path) ? path : std::nullopt),
         file_(path ? fileSystem.OpenForAppend(*path) : nullptr) {}
 
-  /// Removes the file if it did not exist before.
-  void TakeBack() const {
+  /// Removes the file if it did not exist before. It is closed, since not every system removes an
+  /// open file.
+  void TakeBack() {
+    file_.reset();
     std::error_code ignored;
     if (madePath_) {
       std::filesystem::remove(qt::MachinePath(*madePath_), ignored);
@@ -177,7 +179,7 @@ ExitCode RecordCommand::RunOn(const CommandMachine& machine, ConsoleMachine& con
   app::Session& session = live.Results();
   session.Options() = {options_.Display()};
   // The trace replaces an existing file, so until the log has started it is only opened as a check.
-  const NewTrace newTrace(console.Machine().fileSystem, rawPath_);
+  NewTrace newTrace(console.Machine().fileSystem, rawPath_);
   if (StartLog(session, options_, console.Out()) != ExitCode::Done) {
     newTrace.TakeBack();
     return ExitCode::Failed;

@@ -33,7 +33,8 @@ TEST_F(BadInputTest, AnOutputOverAnInputAndTwoOutputsToOneFileAreRefused) {
   Write("csv.txt", "older");
   const std::string good = Read("good.txt");
   for (const char* option : {"--log", "--report", "--csv", "--json"}) {
-    for (const char* name : {"good.txt", "folder/../good.txt", "linked.txt", "symbolic.txt"}) {
+    for (const char* name :
+         {"good.txt", "folder/../good.txt", "folder\\..\\good.txt", "linked.txt", "symbolic.txt"}) {
       ExpectWrong({"replay", "good.txt", option, name}, name);
     }
   }

@@ -50,6 +50,13 @@ TEST(ConsoleParser, RefusesAnUnexpectedEmptyArgument) {
   }
 }
 
+TEST(ConsoleParser, TakesAnArgumentThatBeginsWithASlashForAFile) {
+  ConsoleParser parser;
+  EXPECT_FALSE(parser.Program().get_allow_windows_style_options());
+  Parse(parser, {"replay", "/file.txt"});
+  EXPECT_NE(dynamic_cast<ReplayCommand*>(parser.Chosen()), nullptr);
+}
+
 TEST(ConsoleParser, HelpAndVersionEndWithExitCodeZero) {
   for (const char* const argument : {"--help", "--version"}) {
     ConsoleParser parser;

@@ -26,6 +26,10 @@ std::filesystem::path MachinePath(std::string_view path) {
   return bytes;
 }
 
+bool IsSamePath(const std::filesystem::path& one, const std::filesystem::path& other) {
+  return one == other;
+}
+
 QString MessageText(std::string_view text) { return ToQString(text); }
 
 }  // namespace kelvara::qt

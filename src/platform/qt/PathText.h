@@ -29,6 +29,10 @@ std::string ChosenPath(const QString& path, const QUrl& address);
 /// functions take.
 std::filesystem::path MachinePath(std::string_view path);
 
+/// Whether two paths in the machine's form are the same to it, when written in full: on Windows, in
+/// any letter case.
+bool IsSamePath(const std::filesystem::path& one, const std::filesystem::path& other);
+
 /// The text of a message that may name paths, as the user is to see it.
 QString MessageText(std::string_view text);
 

@@ -70,8 +70,8 @@ class JoinedConsole {
     if ((hasOutput && hasError) || ::AttachConsole(ATTACH_PARENT_PROCESS) == 0) {
       return;
     }
-    output_ = hasOutput ? nullptr : std::freopen("CONOUT$", "w", stdout);
-    error_ = hasError ? nullptr : std::freopen("CONOUT$", "w", stderr);
+    output_ = hasOutput ? nullptr : Reopen(stdout);
+    error_ = hasError ? nullptr : Reopen(stderr);
     isAttached_ = true;
     characterSet_ = ::GetConsoleOutputCP();
     ::SetConsoleOutputCP(CP_UTF8);
@@ -92,6 +92,16 @@ class JoinedConsole {
   JoinedConsole& operator=(const JoinedConsole&) = delete;
 
  private:
+  /// Leads a stream to the console. Its buffer keeps the bytes of a character together.
+  static std::FILE* Reopen(std::FILE* stream) {
+    constexpr std::size_t kBufferBytes = 4096;
+    std::FILE* const opened = std::freopen("CONOUT$", "w", stream);
+    if (opened != nullptr) {
+      std::setvbuf(opened, nullptr, _IOFBF, kBufferBytes);
+    }
+    return opened;
+  }
+
   bool isAttached_ = false;
   std::FILE* output_ = nullptr;
   std::FILE* error_ = nullptr;
@@ -104,7 +114,7 @@ class JoinedConsole {
 void OutliveReaders() {}
 
 std::shared_ptr<void> PrepareConsole() {
-  for (const int stream : {::_fileno(stdin), ::_fileno(stdout)}) {
+  for (const int stream : {::_fileno(stdin), ::_fileno(stdout), ::_fileno(stderr)}) {
     // A console's own line ends and its end of input stay.
     if (::_isatty(stream) == 0) {
       ::_setmode(stream, _O_BINARY);

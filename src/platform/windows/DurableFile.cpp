@@ -52,6 +52,22 @@ bool RenameInUse(const QString& newPath, const QString& path) {
                                       static_cast<DWORD>(buffer.size())) != 0;
 }
 
+bool Move(const QString& newPath, const QString& path) {
+  return ::MoveFileExW(Native(newPath).c_str(), Native(path).c_str(),
+                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+}
+
+/// Does the same as `RenameInUse` on every system, but in two steps. Leaves the system's last error
+/// as it was.
+bool ReplaceInUse(const QString& newPath, const QString& path) {
+  const DWORD error = ::GetLastError();
+  const bool isDone =
+      Open(path, DELETE) && ::ReplaceFileW(Native(path).c_str(), Native(newPath).c_str(), nullptr,
+                                           0, nullptr, nullptr) != 0;
+  ::SetLastError(error);
+  return isDone;
+}
+
 /// Tries until it succeeds, fails for another reason than a program that has the file open, or
 /// `patience` has passed. Returns the system's last error, ERROR_SUCCESS after success.
 template <typename Attempt>
@@ -106,9 +122,7 @@ bool Synchronise(QFile& file) {
 QString PutInPlace(const QString& newPath, const QString& path,
                    std::chrono::milliseconds patience) {
   const DWORD error = Retry(patience, [&] {
-    return RenameInUse(newPath, path) ||
-           ::MoveFileExW(Native(newPath).c_str(), Native(path).c_str(),
-                         MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+    return RenameInUse(newPath, path) || Move(newPath, path) || ReplaceInUse(newPath, path);
   });
   return error == ERROR_SUCCESS ? QString() : qt_error_string(static_cast<int>(error));
 }

@@ -1,5 +1,7 @@
 #include "platform/qt/PathText.h"
 
+#include <windows.h>
+
 #include <QDir>
 #include <QUrl>
 
@@ -19,6 +21,11 @@ std::string ChosenPath(const QString& path, const QUrl& /*address*/) {
 
 std::filesystem::path MachinePath(std::string_view path) {
   return QDir::toNativeSeparators(QStringFromPath(path)).toStdWString();
+}
+
+bool IsSamePath(const std::filesystem::path& one, const std::filesystem::path& other) {
+  constexpr int kWhole = -1;
+  return ::CompareStringOrdinal(one.c_str(), kWhole, other.c_str(), kWhole, TRUE) == CSTR_EQUAL;
 }
 
 QString MessageText(std::string_view text) { return windows::Unescaped(text); }

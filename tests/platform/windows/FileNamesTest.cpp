@@ -28,9 +28,8 @@ class FileNamesTest : public ::testing::Test {
 };
 
 TEST_F(FileNamesTest, FilesWithNamesOutsideTheCharacterSetAreWrittenAndRead) {
-  for (const QString& name :
-       {QStringLiteral("\u0416\u3042.txt"), QStringLiteral("\U0001F3A7.txt"),
-        QStringLiteral("B\u00FChne.txt"), QString(QChar(0xD83C)) + QStringLiteral(".txt")}) {
+  for (const QString& name : {QStringLiteral("\u0416\u3042.txt"), QStringLiteral("\U0001F3A7.txt"),
+                              QStringLiteral("B\u00FChne.txt")}) {
     const std::string path = PathOf(name);
     files.OpenForOutput(path)->Write("one,");
     files.OpenForAppend(path)->Write("two");

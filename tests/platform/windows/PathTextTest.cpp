@@ -57,6 +57,11 @@ TEST(PathTextTest, AnEscapeThatAUserTypesStaysAsTyped) {
   EXPECT_EQ(PathFromQString(QStringLiteral("\\\\?\\C:\\a.txt")), "\\\\?\\C:\\a.txt");
 }
 
+TEST(PathTextTest, LetterCaseDoesNotDistinguishPaths) {
+  EXPECT_TRUE(IsSamePath(L"C:\\B\u00DChne.txt", L"c:\\b\u00FChne.TXT"));
+  EXPECT_FALSE(IsSamePath(L"C:\\a.txt", L"C:\\b.txt"));
+}
+
 TEST(PathTextTest, AMessageShowsNamesWithoutEscapes) {
   const QString name = QStringLiteral("C:\\") + kForeign + QStringLiteral(".html");
   EXPECT_EQ(MessageText("\"" + PathFromQString(name) + "\" already exists. Replace it?"),

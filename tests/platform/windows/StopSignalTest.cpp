@@ -30,7 +30,10 @@ TEST(StopSignalTest, ComesFromTheEventLoopAfterAKeyOfTheConsole) {
   for (const DWORD key : {CTRL_C_EVENT, CTRL_BREAK_EVENT}) {
     int stops = 0;
     const std::shared_ptr<void> stopSignal = qt::AtStopSignal([&] { ++stops; });
-    ASSERT_TRUE(::GenerateConsoleCtrlEvent(key, 0)) << ::GetLastError();
+    if (::GenerateConsoleCtrlEvent(key, 0) == 0 && ::GetLastError() == ERROR_INVALID_HANDLE) {
+      ::FreeConsole();
+      GTEST_SKIP() << "needs a system that can press keys of a console for a program";
+    }
     QThread::msleep(200);
     EXPECT_EQ(stops, 0);
     ProcessEventsUntil([&] { return stops > 0; });

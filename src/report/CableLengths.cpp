@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/CheckedInteger.h"
+#include "base/Fault.h"
 #include "base/Rounding.h"
 #include "sync/AaSyncUnits.h"
 
@@ -94,6 +95,21 @@ CableLengths::CableLengths(const sync::SyncModel& model) {
 std::int16_t CableLengths::AaDelay(int aa) const { return At(AaDelay_, aa); }
 
 std::int32_t CableLengths::Metres(int aa) const { return sync::ToMetres(AaDelay(aa)); }
+
+std::vector<std::optional<std::int32_t>> ReportedMetres(const sync::SyncModel& model) {
+  std::vector<std::optional<std::int32_t>> metres(
+      std::min<std::size_t>(static_cast<std::size_t>(model.AaCount()), sync::kMaxAas));
+  try {
+    const CableLengths lengths(model);
+    for (std::size_t aa = 0; aa < metres.size(); ++aa) {
+      metres[aa] = lengths.Metres(static_cast<int>(aa));
+    }
+  } catch (const base::Fault&) {
+    // The report has no lengths at all, not only those from here on.
+    metres.assign(metres.size(), std::nullopt);
+  }
+  return metres;
+}
 
 std::int16_t MeanPhase(const sync::PhaseCell& cell) { return base::Round16(cell.Mean()); }
 

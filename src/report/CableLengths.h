@@ -2,6 +2,8 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
+#include <vector>
 
 #include "sync/SyncModel.h"
 
@@ -24,6 +26,10 @@ class CableLengths {
  private:
   std::array<std::int16_t, sync::kMaxAas> AaDelay_{};
 };
+
+/// The cable length of every antenna that the model holds, in metres; nothing where the report
+/// faults.
+std::vector<std::optional<std::int32_t>> ReportedMetres(const sync::SyncModel& model);
 
 /// The mean phase of a cell that has readings, with halves rounded to even; a mean outside 16 bits
 /// is an overflow fault.

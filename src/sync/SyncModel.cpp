@@ -18,6 +18,7 @@ void SyncModel::Clear() {
   for (auto& row : cells_) {
     row.fill(PhaseCell());
   }
+  readings_.clear();
 }
 
 std::int16_t SyncModel::FindOrAddAa(std::int16_t rpn, std::int16_t fps, std::int16_t fpn) {
@@ -43,6 +44,13 @@ void SyncModel::AddPhase(std::int16_t from, std::int16_t to, std::int16_t phase)
   cell.Count = base::Add32(cell.Count, 1);
   cell.Max = std::max(cell.Max, phase);
   cell.Min = std::min(cell.Min, phase);
+  if (keepsReadings_) {
+    readings_.push_back({from, to, phase});
+  }
+}
+
+void SyncModel::SetCell(int from, int to, const PhaseCell& cell) {
+  At(At(cells_, from), to) = cell;
 }
 
 void SyncModel::CountReport() { reportCount_ = base::Add32(reportCount_, 1); }

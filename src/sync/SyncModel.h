@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
 namespace kelvara::sync {
 
@@ -24,6 +25,13 @@ struct PhaseCell {
   double Mean() const { return static_cast<double>(Sum) / Count; }
 };
 
+/// One phase as it was added to a cell.
+struct Reading {
+  std::int16_t from = 0;
+  std::int16_t to = 0;
+  std::int16_t phase = 0;
+};
+
 /// Everything learned from RFPS reports since the last clear: the antennas in order of first
 /// appearance, and for every ordered pair of them the phase of one as heard while synchronised to
 /// the other. Table indices are checked: one outside 0 to 50 is a subscript fault.
@@ -42,6 +50,14 @@ class SyncModel {
 
   /// Counts one processed report.
   void CountReport();
+
+  /// Replaces a cell and the number of reports, to restore results that were stored.
+  void SetCell(int from, int to, const PhaseCell& cell);
+  void SetReportCount(std::int32_t reports) { reportCount_ = reports; }
+
+  /// Also keeps every reading that is added from now on, in order. A clear removes those kept.
+  void KeepReadings() { keepsReadings_ = true; }
+  const std::vector<Reading>& Readings() const { return readings_; }
 
   /// 0 to 51, or 52 once a 52nd antenna has been refused.
   std::int16_t AaCount() const { return aaCount_; }
@@ -69,6 +85,8 @@ class SyncModel {
   AaTable aaFps_{};
   AaTable aaFpn_{};
   std::array<std::array<PhaseCell, kMaxAas>, kMaxAas> cells_{};
+  bool keepsReadings_ = false;
+  std::vector<Reading> readings_;
 };
 
 }  // namespace kelvara::sync

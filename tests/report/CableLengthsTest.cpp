@@ -114,5 +114,18 @@ TEST(CableLengthsTest, TooManyAntennasAreASubscriptFault) {
   }
 }
 
+TEST(ReportedMetresTest, ListsEveryLengthOrNoneWhereTheReportFaults) {
+  using Metres = std::vector<std::optional<std::int32_t>>;
+  EXPECT_EQ(ReportedMetres(sync::SyncModel()), Metres());
+  EXPECT_EQ(ReportedMetres(Pair(9, {})), (Metres{260, 0}));
+  EXPECT_EQ(ReportedMetres(Pair(16384, -16384)), Metres(2));
+  sync::SyncModel full;
+  for (std::int16_t rpn = 0; rpn < 51; ++rpn) {
+    full.FindOrAddAa(rpn, 0, 0);
+  }
+  EXPECT_THROW(full.FindOrAddAa(51, 0, 0), base::Fault);
+  EXPECT_EQ(ReportedMetres(full), Metres(51));
+}
+
 }  // namespace
 }  // namespace kelvara::report

@@ -110,6 +110,39 @@ TEST(SyncModel, ASumOutsideThirtyTwoBitsIsAnOverflow) {
   EXPECT_EQ(model.Cell(0, 1).Sum, 2147483647);
 }
 
+TEST(SyncModel, RestoresStoredCellsAndReports) {
+  SyncModel model;
+  AddAas(model, 2);
+  model.SetCell(1, 0, {.Sum = -30, .Count = 4, .Max = -5, .Min = -9});
+  model.SetReportCount(12);
+  model.AddPhase(1, 0, -10);
+  EXPECT_EQ(model.Cell(1, 0).Sum, -40);
+  EXPECT_EQ(model.Cell(1, 0).Count, 5);
+  EXPECT_EQ(model.Cell(1, 0).Max, -5);
+  EXPECT_EQ(model.Cell(1, 0).Min, -10);
+  EXPECT_EQ(model.ReportCount(), 12);
+}
+
+TEST(SyncModel, KeepsReadingsOnRequestUntilAClear) {
+  SyncModel model;
+  AddAas(model, 3);
+  model.AddPhase(0, 1, 5);
+  EXPECT_TRUE(model.Readings().empty());
+  model.KeepReadings();
+  model.AddPhase(2, 1, -7);
+  model.AddPhase(0, 1, 6);
+  ASSERT_EQ(model.Readings().size(), 2U);
+  EXPECT_EQ(model.Readings()[0].from, 2);
+  EXPECT_EQ(model.Readings()[0].to, 1);
+  EXPECT_EQ(model.Readings()[0].phase, -7);
+  EXPECT_EQ(model.Readings()[1].phase, 6);
+  model.Clear();
+  EXPECT_TRUE(model.Readings().empty());
+  AddAas(model, 2);
+  model.AddPhase(1, 0, 1);
+  EXPECT_EQ(model.Readings().size(), 1U);
+}
+
 TEST(SyncModel, CountsReports) {
   SyncModel model;
   model.CountReport();
@@ -175,6 +208,7 @@ TEST(SyncModel, AnIndexOutsideTheTablesIsASubscriptFault) {
     EXPECT_EQ(FaultOf([&] { return model.AaFps(index); }), FaultKind::Subscript) << index;
     EXPECT_EQ(FaultOf([&] { return model.AaFpn(index); }), FaultKind::Subscript) << index;
     EXPECT_EQ(FaultOf([&] { return model.Cell(index, 0); }), FaultKind::Subscript) << index;
+    EXPECT_EQ(FaultOf([&] { model.SetCell(0, index, {}); }), FaultKind::Subscript) << index;
     EXPECT_EQ(FaultOf([&] { return model.Cell(0, index); }), FaultKind::Subscript) << index;
     const auto index16 = static_cast<std::int16_t>(index);
     EXPECT_EQ(FaultOf([&] { model.AddPhase(index16, 0, 1); }), FaultKind::Subscript) << index;

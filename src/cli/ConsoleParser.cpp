@@ -8,6 +8,7 @@
 #include "cli/PortsCommand.h"
 #include "cli/RecordCommand.h"
 #include "cli/ReplayCommand.h"
+#include "cli/SurveyCommand.h"
 #include "cli/SystemCommands.h"
 #include "help/ProgramTitle.h"
 
@@ -64,6 +65,7 @@ ConsoleParser::ConsoleParser()
   // The caller reports a missing sub-command: reported here, it would hide a wrong argument.
   program_.require_subcommand(0, 1);
   Add("replay", std::make_unique<ReplayCommand>());
+  Add("survey", std::make_unique<SurveyCommand>());
   Add("convert", std::make_unique<ConvertCommand>());
   Add("record", std::make_unique<RecordCommand>());
   Add("ports", std::make_unique<PortsCommand>());

@@ -11,7 +11,7 @@ ROOT = pathlib.Path(__file__).resolve().parents[2]
 PACKAGING = ROOT / "packaging"
 PROGRAMS = pathlib.Path(os.environ["KELVARA_PROGRAMS"])
 VERSION = os.environ["KELVARA_VERSION"]
-COMMANDS = ("replay", "record", "convert", "ports", "simulate")
+COMMANDS = ("replay", "record", "survey", "convert", "ports", "simulate")
 
 
 def run(*command, **options):

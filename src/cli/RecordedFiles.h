@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/Session.h"
+#include "cli/CommandMachine.h"
+#include "cli/Streams.h"
+#include "sessions/RecordedText.h"
+
+namespace kelvara::cli {
+
+/// The name that stands for standard input.
+inline constexpr const char* kStandardInput = "-";
+
+/// How much of a file is read at a time.
+inline constexpr std::size_t kPieceBytes = std::size_t{256} << 10U;
+
+/// Opens a file, or standard input. One that cannot be opened is a file fault.
+std::unique_ptr<platform::InputFile> OpenRecorded(const std::string& name, const Streams& streams,
+                                                  const CommandMachine& machine);
+
+/// Throws a file fault if one of the files is not a readable file.
+void ExpectReadable(const std::vector<std::string>& names);
+
+/// Hands recorded reports to the session's parser and notes dropped reports on standard error.
+class RecordedFiles : public sessions::RecordedTextReader {
+ public:
+  RecordedFiles(app::Session& session, const Streams& streams)
+      : session_(session), streams_(streams) {}
+
+  void ProcessRfpsReport(std::string_view report) override;
+  void NoteDropped(sessions::DropReason reason) override;
+
+  /// Reads one file to its end.
+  void ReadFile(const std::string& name, platform::InputFile& file, sessions::RecordedText& text);
+
+  /// Notes on standard error if none of the files contained a report of an antenna.
+  void NoteNothingFound() const;
+
+ private:
+  std::int64_t Counted() const;
+
+  app::Session& session_;
+  Streams streams_;
+  std::string name_;
+  std::string names_;       ///< All the files, with the kind of each that is Kelvara's own.
+  std::int64_t taken_ = 0;  ///< Reports of antennas, including abandoned ones.
+  bool found_ = false;
+};
+
+}  // namespace kelvara::cli

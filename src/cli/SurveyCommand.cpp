@@ -1,6 +1,7 @@
 #include "cli/SurveyCommand.h"
 
 #include <CLI/CLI.hpp>
+#include <QString>
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -16,6 +17,7 @@
 #include "cli/SurveyText.h"
 #include "report/CableLengths.h"
 #include "survey/Survey.h"
+#include "survey/SurveyReport.h"
 
 namespace kelvara::cli {
 namespace {
@@ -38,6 +40,11 @@ std::optional<double> ReadMetres(const std::string& text) {
   } catch (const base::Fault&) {
     return std::nullopt;
   }
+}
+
+/// A name of any bytes as text.
+std::string Utf8(const std::string& name) {
+  return QString::fromLocal8Bit(QByteArray::fromStdString(name)).toStdString();
 }
 
 /// Complains if the file cannot be written.
@@ -69,6 +76,8 @@ void SurveyCommand::AddTo(CLI::App& program) {
   command->add_option("--reference", reference_, "RPN of the antenna that lengths count from")
       ->type_name("RPN");
   command->add_option("--length", length_, "Known length of the reference")->type_name("METRES");
+  command->add_option("--html", htmlPath_, "Write the survey report to this file")
+      ->type_name("PATH");
   command
       ->add_option("--json", jsonPath_,
                    "Write the survey as JSON to this file (- is standard output)")
@@ -102,6 +111,9 @@ std::string SurveyCommand::Fault() const {
   if (jsonPath_ && jsonPath_ != "-") {
     outputs.push_back(*jsonPath_);
   }
+  if (htmlPath_) {
+    outputs.push_back(*htmlPath_);
+  }
   return FileClash(inputs, outputs);
 }
 
@@ -124,7 +136,7 @@ ExitCode SurveyCommand::Run(const Streams& streams, const CommandMachine& machin
     return read;
   }
   // Files come first because the reader of standard output may stop reading.
-  const bool written = WriteFiles(output, streams, machine);
+  const bool written = WriteFiles(input, output, streams, machine);
   if (jsonPath_ == "-") {
     streams.out << SurveyJson(output);
   } else {
@@ -160,10 +172,28 @@ ExitCode SurveyCommand::Survey(const SurveyInput& input, const SurveyInput* olde
   return ExitCode::Done;
 }
 
-bool SurveyCommand::WriteFiles(const SurveyOutput& output, const Streams& streams,
-                               const CommandMachine& machine) const {
-  return !jsonPath_ || jsonPath_ == "-" ||
-         WriteFile(*jsonPath_, SurveyJson(output), streams, machine);
+bool SurveyCommand::WriteFiles(const SurveyInput& input, const SurveyOutput& output,
+                               const Streams& streams, const CommandMachine& machine) const {
+  bool written = true;
+  if (htmlPath_) {
+    std::string names;
+    for (const std::string& name : files_) {
+      names += (names.empty() ? "" : ", ") + (name == kStandardInput ? "standard input" : name);
+    }
+    const survey::SurveyReportContents contents{
+        .model = input.model,
+        .survey = output.survey,
+        .older = Utf8(comparePath_.value_or("")),
+        .changes = output.changes ? &*output.changes : nullptr,
+        .drift = output.drift ? &*output.drift : nullptr,
+        .source = Utf8(names),
+        .date = Utf8(machine.dateFormat.ShortDate(machine.makeClock(1.0)->WallTime()))};
+    written = WriteFile(*htmlPath_, survey::SurveyReportHtml(contents), streams, machine);
+  }
+  if (jsonPath_ && jsonPath_ != "-") {
+    written = WriteFile(*jsonPath_, SurveyJson(output), streams, machine) && written;
+  }
+  return written;
 }
 
 }  // namespace kelvara::cli

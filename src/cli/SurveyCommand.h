@@ -23,13 +23,14 @@ class SurveyCommand : public Command {
 
   ExitCode Survey(const SurveyInput& input, const SurveyInput* older, const Streams& streams,
                   SurveyOutput& output) const;
-  bool WriteFiles(const SurveyOutput& output, const Streams& streams,
+  bool WriteFiles(const SurveyInput& input, const SurveyOutput& output, const Streams& streams,
                   const CommandMachine& machine) const;
 
   std::vector<std::string> files_;
   std::optional<std::string> comparePath_;
   std::optional<std::string> reference_;
   std::optional<std::string> length_;
+  std::optional<std::string> htmlPath_;
   std::optional<std::string> jsonPath_;
 };
 

@@ -13,11 +13,12 @@ class SurveyArgumentsTest : public ConsoleTest {
   void ExpectRefused(Arguments arguments, int exitCode, const std::string& named) {
     SCOPED_TRACE(::testing::PrintToString(arguments));
     arguments.insert(arguments.begin(), "survey");
-    arguments.insert(arguments.end(), {"--json", "survey.json"});
+    arguments.insert(arguments.end(), {"--json", "survey.json", "--html", "survey.html"});
     const ConsoleResult result = Run(arguments);
     ExpectComplaint(result, exitCode, named);
     EXPECT_EQ(result.output, "");
     EXPECT_FALSE(Exists("survey.json"));
+    EXPECT_FALSE(Exists("survey.html"));
   }
 
   const std::string session = GoldenPath("four-antennas.session.txt");
@@ -103,11 +104,17 @@ TEST_F(SurveyArgumentsTest, NoInputIsOverwritten) {
   ExpectWrong({"survey", "session.txt", "--json", "session.txt"}, "session.txt");
   ExpectWrong({"survey", session, "--compare", "session.txt", "--json", "./session.txt"},
               "session.txt");
+  ExpectWrong({"survey", "session.txt", "--html", "session.txt"}, "session.txt");
+  ExpectWrong({"survey", session, "--html", "one.out", "--json", "one.out"}, "one.out");
   EXPECT_EQ(Read("session.txt"), Read(session));
 }
 
 TEST_F(SurveyArgumentsTest, AFileThatCannotBeWrittenIsAFailure) {
   ExpectComplaint(Run({"survey", session, "--json", "no/such/survey.json"}), 1, "survey.json");
+  ExpectComplaint(
+      Run({"survey", session, "--html", "no/such/survey.html", "--json", "survey.json"}), 1,
+      "survey.html");
+  EXPECT_TRUE(Exists("survey.json"));
 }
 
 }  // namespace

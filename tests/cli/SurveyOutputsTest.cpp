@@ -187,6 +187,18 @@ TEST_F(SurveyOutputsTest, DriftIsListed) {
   EXPECT_NEAR(drift[0]["phase"].toDouble(), 9.0, 1e-9);
 }
 
+TEST_F(SurveyOutputsTest, TheReportNamesItsFilesInUtf8) {
+  Write("caf\xE9 <1>.txt", Triangle(9));
+  Write("old.txt", Triangle(0));
+  Output({"survey", "caf\xE9 <1>.txt", "old.txt", "--compare", "old.txt", "--html", "survey.html"});
+  const std::string html = Read("survey.html");
+  EXPECT_NE(html.find("From caf\xEF\xBF\xBD &lt;1&gt;.txt, old.txt. 18 reports"),
+            std::string::npos);
+  EXPECT_NE(html.find("Changes since old.txt"), std::string::npos);
+  Output({"survey", "-", "--html", "survey.html"}, Triangle(0));
+  EXPECT_NE(Read("survey.html").find("From standard input. 9 reports"), std::string::npos);
+}
+
 TEST_F(SurveyOutputsTest, AFileContainsTheSameDocumentAndTheTextIsPrinted) {
   EXPECT_EQ(Output({"survey", session, "--json", "survey.json"}), Output({"survey", session}));
   EXPECT_EQ(Read("survey.json"), Output({"survey", session, "--json", "-"}));

@@ -3,8 +3,9 @@
 
 Each file is checked for itself. The pairs, their variances and the test values are computed here
 once more from the cells that `replay --json` lists; the adjustment itself is done by statsmodels:
-WLS with the final weights, which must agree to 1e-6, and RLM with Huber's weights and a fixed scale,
-which iterates by its own rule and must agree to 1e-3. Needs python3-statsmodels.
+WLS with the final weights, which must agree to 1e-6 (1e-3 where there are outliers), and RLM with
+Huber's weights and a fixed scale, which iterates by its own rule and must agree to 1e-3. Needs
+python3-statsmodels.
 """
 
 import json
@@ -103,6 +104,13 @@ def check(program, file):
     errors = np.max(np.abs(np.sqrt(np.diag(covariance)) - error[free]))
     limit = 1e-6 if np.all(huber == 1) else 1e-3
     assert moved < limit and errors < limit, (file, moved, errors)
+    spread = np.einsum("pi,ij,pj->p", design, covariance, design)
+    redundancy = np.where(kept, np.clip(1 - weights * spread, 0, 1), 1)
+    scale = np.where(kept, total - huber * spread, total + spread)
+    for row, pair in enumerate(listed):
+        assert abs(pair["redundancy"] - redundancy[row]) < limit, (file, pair)
+        if pair["w"] is not None:
+            assert abs(pair["w"] - residual[row] / np.sqrt(scale[row])) < 10 * limit, (file, pair)
 
     root = np.sqrt(1 / total[kept])
     rlm = UnitScaleRlm(difference[kept] * root, design[kept] * root[:, None],

@@ -96,10 +96,8 @@ void RecordedFiles::ReadFile(const std::string& name, platform::InputFile& file,
   }
 }
 
-void RecordedFiles::NoteNothingFound() const {
-  if (!found_) {
-    streams_.Complain("no report of an antenna is in " + names_);
-  }
+std::string RecordedFiles::NothingFound() const {
+  return found_ ? "" : "no report of an antenna is in " + names_;
 }
 
 std::int64_t RecordedFiles::Counted() const {

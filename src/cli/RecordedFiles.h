@@ -39,8 +39,8 @@ class RecordedFiles : public sessions::RecordedTextReader {
   /// Reads one file to its end.
   void ReadFile(const std::string& name, platform::InputFile& file, sessions::RecordedText& text);
 
-  /// Notes on standard error if none of the files contained a report of an antenna.
-  void NoteNothingFound() const;
+  /// What to note if none of the files contained a report of an antenna; empty if one did.
+  std::string NothingFound() const;
 
  private:
   std::int64_t Counted() const;

@@ -66,8 +66,8 @@ ExitCode ReplayCommand::Run(const Streams& streams, const CommandMachine& machin
       read = ExitCode::Failed;
     }
   }
-  if (read == ExitCode::Done && !whole_) {
-    recorded.NoteNothingFound();
+  if (read == ExitCode::Done && !whole_ && !recorded.NothingFound().empty()) {
+    streams.Complain(recorded.NothingFound());
   }
   const ExitCode written = WriteResults(session, grid, console, options_);
   return read == ExitCode::Done ? written : read;

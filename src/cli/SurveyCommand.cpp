@@ -1,7 +1,6 @@
 #include "cli/SurveyCommand.h"
 
 #include <CLI/CLI.hpp>
-#include <QString>
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -15,6 +14,7 @@
 #include "cli/Quoted.h"
 #include "cli/RecordedFiles.h"
 #include "cli/SurveyText.h"
+#include "platform/qt/Text.h"
 #include "report/CableLengths.h"
 #include "survey/Survey.h"
 #include "survey/SurveyReport.h"
@@ -43,9 +43,7 @@ std::optional<double> ReadMetres(const std::string& text) {
 }
 
 /// A name of any bytes as text.
-std::string Utf8(const std::string& name) {
-  return QString::fromLocal8Bit(QByteArray::fromStdString(name)).toStdString();
-}
+std::string Utf8(const std::string& name) { return qt::ToQString(name).toStdString(); }
 
 /// Complains if the file cannot be written.
 bool WriteFile(const std::string& path, const std::string& text, const Streams& streams,
@@ -134,6 +132,9 @@ ExitCode SurveyCommand::Run(const Streams& streams, const CommandMachine& machin
   }
   if (read != ExitCode::Done) {
     return read;
+  }
+  if (!input.note.empty()) {
+    streams.Complain(input.note);
   }
   // Files come first because the reader of standard output may stop reading.
   const bool written = WriteFiles(input, output, streams, machine);

@@ -83,7 +83,7 @@ ExitCode ReadAll(const std::vector<std::string>& files, const Streams& streams,
     sessions::RecordedSession text(recorded);
     recorded.ReadFile(name, file, text);
   }
-  recorded.NoteNothingFound();
+  input.note = recorded.NothingFound();
   input.model = session.Model();
   return ExitCode::Done;
 }

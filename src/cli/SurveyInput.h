@@ -13,6 +13,7 @@ namespace kelvara::cli {
 struct SurveyInput {
   sync::SyncModel model;
   bool isRecorded = true;  ///< From recorded text, whose readings the model then has kept.
+  std::string note;        ///< What to note on standard error if nothing else is wrong.
 };
 
 /// Reads the files: recorded text as `replay` reads it, all of it one stream, or one results file

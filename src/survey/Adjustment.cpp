@@ -33,6 +33,7 @@ void SetUpEquations(const Network& network, Adjustment& adjustment) {
   for (std::size_t index = 0; index < network.Pairs().size(); ++index) {
     const AntennaPair& pair = network.Pairs()[index];
     const double weight = adjustment.Weight(network, index);
+    adjustment.weights[index] = weight;
     if (network.held[static_cast<std::size_t>(pair.a)]) {
       equations.Ground(pair.b, weight);
     } else if (network.held[static_cast<std::size_t>(pair.b)]) {
@@ -50,7 +51,7 @@ double MoveDelays(const Network& network, Adjustment& adjustment) {
   std::vector<double> moves(adjustment.delays.size());
   for (std::size_t index = 0; index < network.Pairs().size(); ++index) {
     const AntennaPair& pair = network.Pairs()[index];
-    const double pull = adjustment.Weight(network, index) * adjustment.Residual(pair);
+    const double pull = adjustment.weights[index] * adjustment.Residual(pair);
     moves[static_cast<std::size_t>(pair.a)] += pull;
     moves[static_cast<std::size_t>(pair.b)] -= pull;
   }
@@ -136,6 +137,7 @@ Adjustment::Adjustment(const Network& network)
       extraVariance(network.Pairs().size()),
       leftOut(network.Pairs().size(), false),
       cofactors(network.Antennas()),
+      weights(network.Pairs().size()),
       equations(network.Antennas()) {}
 
 void Adjust(const Network& network, Adjustment& adjustment) {

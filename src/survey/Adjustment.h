@@ -62,7 +62,9 @@ struct Adjustment {
            (delays[static_cast<std::size_t>(pair.a)] - delays[static_cast<std::size_t>(pair.b)]);
   }
 
-  GroundedLaplacian equations;  ///< Working memory.
+  // Working memory: the equations that were solved last, and their weights.
+  std::vector<double> weights;
+  GroundedLaplacian equations;
 };
 
 /// Adjusts with Huber's weights until the delays stay, beginning from the values given.

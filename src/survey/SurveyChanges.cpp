@@ -59,6 +59,7 @@ void Judge(std::vector<Compared>& common, double shift) {
 
 double MedianDifference(const std::vector<Compared>& common) {
   std::vector<double> differences;
+  differences.reserve(common.size());
   for (const Compared& antenna : common) {
     differences.push_back(antenna.difference);
   }
@@ -111,6 +112,7 @@ std::vector<DelayChange> CompareSurveys(const SurveyResult& earlier, const Surve
     Judge(common, MeanOfStaying(common));
   }
   std::vector<DelayChange> changes;
+  changes.reserve(common.size());
   for (const Compared& antenna : common) {
     changes.push_back(antenna.change);
   }

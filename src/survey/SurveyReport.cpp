@@ -15,7 +15,7 @@ constexpr std::string_view kStyle =
     "@page { size: A4 landscape; margin: 12mm; }\n"
     "body { font: 10pt/1.35 sans-serif; color: #000; background: #fff; margin: 1em; }\n"
     "h1 { font-size: 16pt; margin: 0 0 .3em; } h2 { font-size: 12pt; margin: 1.2em 0 .4em; "
-    "break-after: avoid; }\n"
+    "break-after: avoid; } h2 + p { break-after: avoid; }\n"
     "table { border-collapse: collapse; margin: 0 0 1em; }\n"
     "thead { display: table-header-group; } tr { break-inside: avoid; }\n"
     "th, td { border: 1px solid #999; padding: .15em .5em; text-align: right; }\n"

@@ -41,6 +41,8 @@ TEST_F(SurveyArgumentsTest, AReferenceIsAnRpnInDecimalThatIsThere) {
   ExpectRefused({session, "--reference", "70000"}, 1, "70000");
   EXPECT_EQ(Output({"survey", session, "--reference", "6"}),
             Output({"survey", "--reference", "06", session, "--length", "0"}));
+  EXPECT_NE(Output({"survey", session, "--reference", "6", "--length", "-50"}).find(" -50  "),
+            std::string::npos);
 }
 
 TEST_F(SurveyArgumentsTest, AResultsFileOfAnotherFormIsRefused) {
@@ -88,6 +90,10 @@ TEST_F(SurveyArgumentsTest, ResultsCannotBeJoinedWithOtherFiles) {
 TEST_F(SurveyArgumentsTest, AnOlderSurveyNeedsACommonAntenna) {
   Write("other.txt", OneNeighbourReport(30, 31, 4));
   ExpectRefused({session, "--compare", "other.txt"}, 1, "other.txt");
+  Write("empty.txt", "");
+  ExpectRefused({session, "--compare", "empty.txt"}, 1, "empty.txt");
+  ExpectRefused({"empty.txt", "--compare", session}, 1, "four-antennas");
+  ExpectRefused({"empty.txt", "--reference", "1"}, 1, "1");
 }
 
 TEST_F(SurveyArgumentsTest, AMissingFileIsReported) {

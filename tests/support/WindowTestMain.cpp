@@ -16,8 +16,8 @@ void PrintMessage(QtMsgType /*type*/, const QMessageLogContext& /*context*/,
 
 }  // namespace
 
-/// Runs window tests on the screen set by the build, in a style that every machine has. Fails if no test is selected,
-/// since such a run would prove nothing.
+/// Runs window tests on the screen set by the build, in a style that every machine has. Fails if no
+/// test is selected, since such a run would prove nothing.
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", KELVARA_SCREEN);
   qInstallMessageHandler(PrintMessage);

@@ -16,7 +16,6 @@ class InstalledProgramTest(WindowsTest):
     def setUp(self):
         super().setUp()
         self.install()
-        self.addCleanup(self.uninstall, "/DATA")
 
     def start_on_port_7(self, *arguments, env=None):
         """Starts the program with COM7 remembered, and waits for its main window."""

@@ -173,7 +173,8 @@ class WindowsTest(unittest.TestCase):
 
     def install(self):
         self.assertEqual(run(INSTALLER, "/S").returncode, 0)
-        self.addCleanup(self.uninstall)
+        self.addCleanup(shutil.rmtree, self.programs, ignore_errors=True)
+        self.addCleanup(self.uninstall, "/DATA")
 
     def uninstall(self, *options):
         program = self.programs / "uninstall.exe"

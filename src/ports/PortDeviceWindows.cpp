@@ -92,9 +92,15 @@ bool IsDefined(const std::string& device) {
   if (device.empty() || device.find_first_of("\\/") != std::string::npos) {
     return false;
   }
-  return ::QueryDosDeviceW(qt::ToQString(device).toStdWString().c_str(), target.data(),
-                           static_cast<DWORD>(target.size())) != 0 ||
-         ::GetLastError() == ERROR_INSUFFICIENT_BUFFER;
+  const std::wstring name = qt::ToQString(device).toStdWString();
+  if (::QueryDosDeviceW(name.c_str(), target.data(), static_cast<DWORD>(target.size())) != 0 ||
+      ::GetLastError() == ERROR_INSUFFICIENT_BUFFER) {
+    return true;
+  }
+  // Wine lists only the ports that it found when it started, but for every device's name it refuses
+  // attributes in this way. On Windows, a name that is not listed leads to no device.
+  return ::GetFileAttributesW((L"\\\\.\\" + name).c_str()) == INVALID_FILE_ATTRIBUTES &&
+         ::GetLastError() == ERROR_INVALID_PARAMETER;
 }
 
 }  // namespace

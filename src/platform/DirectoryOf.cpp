@@ -1,11 +1,14 @@
 #include "platform/DirectoryOf.h"
 
+#include <filesystem>
+
 #include "base/Fault.h"
 
 namespace kelvara::platform {
 namespace {
 
-constexpr std::string_view kSeparators = "\\/";
+constexpr std::string_view kSeparators =
+    std::filesystem::path::preferred_separator == '/' ? "\\/" : "\\";
 
 }  // namespace
 

@@ -4,6 +4,7 @@
 #include <ostream>
 
 #include "link/ComPort.h"
+#include "platform/qt/Console.h"
 #include "ports/PortDevice.h"
 #include "ports/PortTable.h"
 
@@ -32,8 +33,9 @@ ExitCode PortsCommand::Run(const Streams& streams, const CommandMachine& machine
     const ports::PortFinding finding = ports::LookAt(device);
     const std::string name = "COM" + std::to_string(port);
     const std::string adapter = long_ ? machine.adapterName(device) : std::string();
-    streams.out << name << ' ' << device << ' ' << (finding.IsPresent() ? "present" : "absent")
-                << (adapter.empty() ? "" : " ") << adapter << '\n';
+    streams.out << name << ' ' << qt::ConsoleText(device) << ' '
+                << (finding.IsPresent() ? "present" : "absent") << (adapter.empty() ? "" : " ")
+                << qt::ConsoleText(adapter) << '\n';
     if (finding.IsPresent() && !finding.reason.empty()) {
       obstacles.push_back(name + " cannot be opened: " + finding.reason);
     }

@@ -4,15 +4,22 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <filesystem>
 #include <sstream>
 
 #include "support/TextFile.h"
 
 namespace kelvara::test {
 
-std::string GoldenPath(const std::string& name) {
-  return std::string(KELVARA_GOLDEN_DIR) + "/" + name;
-}
+namespace {
+
+/// Made whole at the start: a test may change the current folder, and with it, on Windows, the
+/// drive that a path without one starts from.
+const std::string goldenFolder = std::filesystem::absolute(KELVARA_GOLDEN_DIR).string();
+
+}  // namespace
+
+std::string GoldenPath(const std::string& name) { return goldenFolder + "/" + name; }
 
 std::string Golden(const std::string& name,
                    const std::vector<std::pair<std::string, std::string>>& placeholders) {

@@ -14,7 +14,7 @@
 #include "cli/Quoted.h"
 #include "cli/RecordedFiles.h"
 #include "cli/SurveyText.h"
-#include "platform/qt/Text.h"
+#include "platform/qt/PathText.h"
 #include "report/CableLengths.h"
 #include "survey/Survey.h"
 #include "survey/SurveyReport.h"
@@ -42,8 +42,8 @@ std::optional<double> ReadMetres(const std::string& text) {
   }
 }
 
-/// A name of any bytes as text.
-std::string Utf8(const std::string& name) { return qt::ToQString(name).toStdString(); }
+/// Text that may name files, as the user is to see it.
+std::string Utf8(const std::string& text) { return qt::MessageText(text).toStdString(); }
 
 /// Complains if the file cannot be written.
 bool WriteFile(const std::string& path, const std::string& text, const Streams& streams,

@@ -14,11 +14,7 @@ static_assert(kPortsOfAKind * kKinds.size() == platform::kLastComPort);
 
 }  // namespace
 
-std::string UsualDevice(int port, const platform::SettingsStore& settings) {
-  const std::string stored = settings.Read("COM" + std::to_string(port), "");
-  if (!stored.empty()) {
-    return WholeName(stored);
-  }
+std::string DefaultDevice(int port) {
   const int index = port - 1;
   return kKinds.at(static_cast<std::size_t>(index / kPortsOfAKind)) +
          std::to_string(index % kPortsOfAKind);

@@ -2,9 +2,7 @@
 
 namespace kelvara::ports {
 
-std::string UsualDevice(int port, const platform::SettingsStore& /*settings*/) {
-  return "COM" + std::to_string(port);
-}
+std::string DefaultDevice(int port) { return "COM" + std::to_string(port); }
 
 std::string WholeName(const std::string& device) { return device; }
 

@@ -68,7 +68,8 @@ std::string PortTable::DeviceOf(int port) const {
   if (assigned != assigned_.end()) {
     return WholeName(assigned->second);
   }
-  return UsualDevice(port, settings_);
+  const std::string stored = settings_.Read("COM" + std::to_string(port), "");
+  return stored.empty() ? DefaultDevice(port) : WholeName(stored);
 }
 
 }  // namespace kelvara::ports

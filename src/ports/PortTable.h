@@ -24,7 +24,7 @@ std::string PortAssignmentFault(const std::string& text);
 /// run; the device in the settings' section "Ports" under "COM1" to "COM12"; the default. By
 /// default COM1 to COM4 are the USB serial adapters ttyUSB0 to ttyUSB3, COM5 to COM8 the devices
 /// ttyACM0 to ttyACM3, and COM9 to COM12 the built-in ports ttyS0 to ttyS3. On Windows the default
-/// is the port of that name, and the settings are not read.
+/// is the port of that name.
 ///
 /// The default follows the adapters' own numbers, whether they are plugged in or not. If only those
 /// present were counted, unplugging one could make a remembered port mean another adapter, with

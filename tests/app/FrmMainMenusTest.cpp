@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QDir>
 #include <QHelpEvent>
 #include <QLineEdit>
 #include <QMenu>
@@ -202,8 +203,9 @@ TEST(CaptureMenus, FollowTheStateOfTheCapture) {
            state("mnuCapturePause") + state("mnuCaptureResume") + " " + rig.Panel(2);
   };
   EXPECT_EQ(states().substr(0, 6), "start ");
-  const WhenShown dialog("FrmCapture", [](QWidget& shown) {
-    Fill(Find<QLineEdit>(shown, "TxtFileName"), "/log.txt");
+  const QString log = QDir::toNativeSeparators(QStringLiteral("/log.txt"));
+  const WhenShown dialog("FrmCapture", [&log](QWidget& shown) {
+    Fill(Find<QLineEdit>(shown, "TxtFileName"), log.toStdString());
     Click(Find<QPushButton>(shown, "StartButton"));
   });
   rig.Choose("mnuCaptureDataStart");
@@ -215,7 +217,7 @@ TEST(CaptureMenus, FollowTheStateOfTheCapture) {
   rig.Choose("mnuCaptureStop");
   EXPECT_EQ(states().substr(0, 6), "start ");
   EXPECT_EQ(rig.Panel(2), "");
-  EXPECT_EQ(rig.files.files["/log.txt"],
+  EXPECT_EQ(rig.files.files[log.toStdString()],
             "second1728043200, Log To File Started\r\n"
             "second1728043200, Log To File Stopped Paused\r\n"
             "second1728043200, Log To File Resumed\r\n"

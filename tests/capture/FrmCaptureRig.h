@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QDir>
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QPushButton>
@@ -39,7 +40,7 @@ struct FrmCaptureRig
 
   /// A path in the test's own folder.
   std::string Path(const std::string& name) const {
-    return folder.filePath(QString::fromStdString(name)).toStdString();
+    return QDir::toNativeSeparators(folder.filePath(QString::fromStdString(name))).toStdString();
   }
 
   QLineEdit& TxtFileName() { return Find<QLineEdit>(*window, "TxtFileName"); }

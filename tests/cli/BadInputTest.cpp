@@ -3,6 +3,7 @@
 #include "cli/ConsoleTest.h"
 #include "support/Golden.h"
 #include "support/RecordedReports.h"
+#include "support/System.h"
 
 namespace kelvara::test {
 namespace {
@@ -29,7 +30,12 @@ TEST_F(BadInputTest, AnEmptyFileNameIsReported) { ExpectComplaint(Run({"replay",
 TEST_F(BadInputTest, AnOutputOverAnInputAndTwoOutputsToOneFileAreRefused) {
   std::filesystem::create_hard_link(folder.PathOf("good.txt"), folder.PathOf("linked.txt"));
   std::filesystem::create_directory(folder.PathOf("folder"));
-  std::filesystem::create_symlink("good.txt", folder.PathOf("symbolic.txt"));
+  // On Windows, only an administrator may create symbolic links.
+  if (kIsWindows) {
+    std::filesystem::create_hard_link(folder.PathOf("good.txt"), folder.PathOf("symbolic.txt"));
+  } else {
+    std::filesystem::create_symlink("good.txt", folder.PathOf("symbolic.txt"));
+  }
   Write("csv.txt", "older");
   const std::string good = Read("good.txt");
   for (const char* option : {"--log", "--report", "--csv", "--json"}) {
@@ -48,6 +54,9 @@ TEST_F(BadInputTest, AnOutputOverAnInputAndTwoOutputsToOneFileAreRefused) {
 }
 
 TEST_F(BadInputTest, ADeviceAcceptsAnyNumberOfOutputs) {
+  if (kIsWindows) {
+    GTEST_SKIP() << "Windows has no files that are devices";
+  }
   Output({"replay", "good.txt", "good.txt", "--csv", "/dev/null", "--json", "/dev/null"});
 }
 

@@ -3,6 +3,7 @@
 #include "cli/ConsoleTest.h"
 #include "support/Golden.h"
 #include "support/RecordedReports.h"
+#include "support/System.h"
 
 namespace kelvara::test {
 namespace {
@@ -142,6 +143,9 @@ TEST_F(ReplayStreamTest, FileNamesAreTakenLiterally) {
   for (const char* name : {"a b.txt", "[x].txt", "a,b.txt", "{}", "%%", "\"q\"", "convert",
                            "r\xC3\xA9sultat.txt", "replay"}) {
     SCOPED_TRACE(name);
+    if (kIsWindows && std::string_view(name).find('"') != std::string_view::npos) {
+      continue;  // No file can have that name.
+    }
     Write(name, OneNeighbourReport(1, 2, -11));
     EXPECT_EQ(Output({"replay", name, name}), "Reports: 2\nAAs: 2\n");
   }

@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "cli/ConsoleTest.h"
+#include "platform/qt/Text.h"
 #include "support/Golden.h"
 #include "support/RecordedReports.h"
 
@@ -192,7 +193,9 @@ TEST_F(SurveyOutputsTest, TheReportNamesItsFilesInUtf8) {
   Write("old.txt", Triangle(0));
   Output({"survey", "caf\xE9 & 1.txt", "old.txt", "--compare", "old.txt", "--html", "survey.html"});
   const std::string html = Read("survey.html");
-  EXPECT_NE(html.find("From caf\xEF\xBF\xBD &amp; 1.txt, old.txt. 18 reports"), std::string::npos);
+  // The byte is a letter in some character sets and invalid in others.
+  const std::string name = qt::ToQString("caf\xE9").toUtf8().toStdString();
+  EXPECT_NE(html.find("From " + name + " &amp; 1.txt, old.txt. 18 reports"), std::string::npos);
   EXPECT_NE(html.find("Changes since old.txt"), std::string::npos);
   Output({"survey", "-", "--html", "survey.html"}, Triangle(0));
   EXPECT_NE(Read("survey.html").find("From standard input. 9 reports"), std::string::npos);

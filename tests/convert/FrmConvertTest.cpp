@@ -259,7 +259,7 @@ TEST_F(FrmConvertTest, TextThatCannotBeUsedBeepsOnceAndChangesNothing) {
 
 TEST_F(FrmConvertTest, ADigitOutsideAsciiBeeps) {
   Open();
-  Edit("TextRfps").setText(QString::fromUtf8("１"));
+  Edit("TextRfps").setText(QString(QChar(0x0661)));
   Click(Button("CmdUpdateRFPS"));
   EXPECT_EQ(beeper_.count, 1);
   EXPECT_EQ(Text("TextMetres"), "");

@@ -33,7 +33,7 @@ QUOTED = (
     ("messages.htm", "capture/DataCapture.cpp", r"PrintLogEntry\(", 4),
     # The window says in other words that this program has the port.
     ("messages.htm", "ports/PortDevice.cpp", r"reason \+?= |return (?!\"this program)", 17),
-    ("messages.htm", "ports/QtSerialPort.cpp", r"PortState::HeldElsewhere,\s+", 1),
+    ("messages.htm", "ports/SerialDevicePosix.cpp", r"PortState::HeldElsewhere,\s+", 1),
     ("messages.htm", "link/FrmComSelect.cpp", r"return (?=\"No port)", 1),
     ("messages.htm", "help/HelpCommands.cpp", r"k\w*Failure\w* = ", 3),
     ("files.htm", "link/ComPort.h", KEY, 2),

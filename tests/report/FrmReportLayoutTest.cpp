@@ -48,9 +48,9 @@ TEST_F(FrmReportLayoutTest, FollowsAFontThatChangesWhileItIsOpen) {
 TEST_F(FrmReportLayoutTest, NotesTakeTheSpaceOfALargerWindow) {
   Open();
   const int before = TxtNotes().height();
-  window->resize(window->width() + 300, window->height() + 300);
+  window->resize(window->width() + 100, window->height() + 100);
   QCoreApplication::processEvents();
-  EXPECT_EQ(TxtNotes().height(), before + 300);
+  EXPECT_EQ(TxtNotes().height(), before + 100);
   EXPECT_EQ(LayoutFaults(*window), "");
   window->resize(1, 1);
   QCoreApplication::processEvents();

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QCheckBox>
+#include <QDir>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -42,7 +43,7 @@ struct FrmReportRig
 
   /// A path in the test's own folder.
   std::string Path(const std::string& name) const {
-    return folder.filePath(QString::fromStdString(name)).toStdString();
+    return QDir::toNativeSeparators(folder.filePath(QString::fromStdString(name))).toStdString();
   }
 
   bool Exists(const std::string& name) const {

@@ -8,6 +8,7 @@
 #include <memory>
 #include <vector>
 
+#include "platform/qt/Text.h"
 #include "report/FrmReportRig.h"
 #include "support/BoxAnswer.h"
 
@@ -146,9 +147,10 @@ TEST_F(FrmReportTest, UncheckedReportIsNotShown) {
 TEST_F(FrmReportTest, NotesAreWrittenUnchangedWithCrLfBetweenTheirLines) {
   OpenFor(Path("report.html"));
   // A line break within a paragraph, and blanks that do not break.
-  TxtNotes().setPlainText(QStringLiteral("a\u00A0b\nc\u2028d"));
+  const QString blank(QChar::Nbsp);
+  TxtNotes().setPlainText("a" + blank + QStringLiteral("b\nc\u2028d"));
   Click(Button("CommandGenerate"));
-  const std::string notes = "a\u00A0b\r\nc\r\nd";
+  const std::string notes = "a" + qt::ToText(blank) + "b\r\nc\r\nd";
   EXPECT_NE(ReadTextFile(Path("report.html")).find("<td>" + notes + "</td>"), std::string::npos);
   EXPECT_EQ(ReadTextFile(Path("rfields.ds")), "\r\n\r\n 1 \r\n" + notes + "\r\n");
 }

@@ -17,6 +17,7 @@ namespace {
 
 constexpr int kLookMilliseconds = 10;
 constexpr int kMostLooks = 500;
+constexpr int kMostLooksUntilActive = 100;
 
 QWindow& NativeWindow(const QWidget& widget) {
   QWindow* const window = widget.window()->windowHandle();
@@ -159,11 +160,15 @@ WhenShown::WhenShown(const char* name, std::function<void(QWidget&)> act)
 WhenShown::~WhenShown() { EXPECT_TRUE(hasCome_) << name_.toStdString() << " was not shown"; }
 
 void WhenShown::Look() {
-  if (QWidget* const dialog = VisibleWindow(name_)) {
+  QWidget* const dialog = VisibleWindow(name_);
+  // A window manager may take its time to give a new window the keyboard.
+  const bool hasKeyboard =
+      dialog != nullptr && dialog->isActiveWindow() && dialog->focusWidget() != nullptr;
+  if (hasKeyboard || (dialog != nullptr && ++looksUntilActive_ == kMostLooksUntilActive)) {
     timer_.stop();
     hasCome_ = true;
     act_(*dialog);
-  } else if (++looks_ == kMostLooks) {
+  } else if (dialog == nullptr && ++looks_ == kMostLooks) {
     timer_.stop();
     while (QWidget* const modal = QApplication::activeModalWidget()) {
       modal->close();

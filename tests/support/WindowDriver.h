@@ -66,6 +66,7 @@ class WhenShown {
   std::function<void(QWidget&)> act_;
   QTimer timer_;
   int looks_ = 0;
+  int looksUntilActive_ = 0;
   bool hasCome_ = false;
 };
 

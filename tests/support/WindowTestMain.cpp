@@ -22,6 +22,8 @@ int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", KELVARA_SCREEN);
   qInstallMessageHandler(PrintMessage);
   testing::InitGoogleTest(&argc, argv);
+  // The tests operate Qt's own file choosers.
+  QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
   const QApplication application(argc, argv);
   QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
   const int result = RUN_ALL_TESTS();

@@ -57,15 +57,10 @@ bool Move(const QString& newPath, const QString& path) {
                        MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
 }
 
-/// Does the same as `RenameInUse` on every system, but in two steps. Leaves the system's last error
-/// as it was.
+/// Does the same as `RenameInUse` on every system, but in two steps: for a moment there is no file.
 bool ReplaceInUse(const QString& newPath, const QString& path) {
-  const DWORD error = ::GetLastError();
-  const bool isDone =
-      Open(path, DELETE) && ::ReplaceFileW(Native(path).c_str(), Native(newPath).c_str(), nullptr,
-                                           0, nullptr, nullptr) != 0;
-  ::SetLastError(error);
-  return isDone;
+  return Open(path, DELETE) && ::ReplaceFileW(Native(path).c_str(), Native(newPath).c_str(),
+                                              nullptr, 0, nullptr, nullptr) != 0;
 }
 
 /// Tries until it succeeds, fails for another reason than a program that has the file open, or
@@ -121,10 +116,12 @@ bool Synchronise(QFile& file) {
 // The new file has the access rights of its folder, as the old one had.
 QString PutInPlace(const QString& newPath, const QString& path,
                    std::chrono::milliseconds patience) {
-  const DWORD error = Retry(patience, [&] {
-    return RenameInUse(newPath, path) || Move(newPath, path) || ReplaceInUse(newPath, path);
-  });
-  return error == ERROR_SUCCESS ? QString() : qt_error_string(static_cast<int>(error));
+  const DWORD error =
+      Retry(patience, [&] { return RenameInUse(newPath, path) || Move(newPath, path); });
+  // A program that keeps the file open for longer is the only reason to risk the moment without
+  // one.
+  const bool isDone = error == ERROR_SUCCESS || ReplaceInUse(newPath, path);
+  return isDone ? QString() : qt_error_string(static_cast<int>(error));
 }
 
 }  // namespace kelvara::qt

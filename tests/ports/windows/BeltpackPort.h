@@ -9,6 +9,7 @@
 
 #include "base/Fault.h"
 #include "platform/MemorySettingsStore.h"
+#include "ports/PortDevice.h"
 #include "ports/PortTable.h"
 #include "ports/QtSerialPort.h"
 #include "support/EventLoop.h"
@@ -30,6 +31,9 @@ class BeltpackPortTest : public testing::Test {
   void SetUp() override {
     ASSERT_NE(com_, "") << "KELVARA_TEST_COM must name a COM port with a simulated beltpack";
     table_.Assign({1, com_});
+    // The test before may have unplugged it and plugged it in again.
+    ASSERT_TRUE(RunUntil([this] { return ports::LookAt(com_).IsPresent(); }))
+        << "there is no device on " << com_;
     port_.SetReceiveNotification([this] { received_ += port_.Input(kEverything); });
   }
 

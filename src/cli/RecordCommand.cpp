@@ -24,7 +24,7 @@
 #include "platform/qt/QtTimer.h"
 #include "ports/PortTable.h"
 #include "sim/DemoSerialPort.h"
-#include "sim/Site.h"
+#include "sim/SiteFile.h"
 
 namespace kelvara::cli {
 namespace {
@@ -93,7 +93,12 @@ void RecordCommand::AddTo(CLI::App& program) {
       ->check(WholeNumber(platform::kLastComPort))
       ->type_name("N")
       ->group(kSource);
-  auto* demo = command->add_flag("--demo", demo_, "The built-in beltpack")->group(kSource);
+  command->add_flag("--demo", demo_, "The built-in beltpack")->group(kSource);
+  command
+      ->add_option("--demo-site", demoSitePath_,
+                   "The built-in beltpack in the site of this file, as for simulate")
+      ->type_name("FILE")
+      ->group(kSource);
   command->add_option("--baud", baud_, "Baud rate")
       ->check(WholeNumber(kMaxBaud))
       ->type_name("RATE")
@@ -106,23 +111,29 @@ void RecordCommand::AddTo(CLI::App& program) {
       ->type_name("SECONDS");
   command->add_option("--raw", rawPath_, "Write a trace of the line to this file, for replay")
       ->type_name("PATH");
-  command->add_option("--speed", speed_, "With --demo: the clock runs X times as fast")
-      ->needs(demo)
+  command
+      ->add_option("--speed", speed_, "With --demo or --demo-site: the clock runs X times as fast")
       ->check(PositiveNumber(kMaxSpeed))
       ->type_name("X");
   options_.AddTo(*command);
 }
 
 ExitCode RecordCommand::Run(const Streams& streams, const CommandMachine& machine) {
-  if (int{device_.has_value()} + int{comPort_.has_value()} + int{demo_} != 1) {
-    streams.Complain("exactly one of --port, --com and --demo is required");
+  const bool isDemo = demo_ || demoSitePath_;
+  if (int{device_.has_value()} + int{comPort_.has_value()} + int{isDemo} != 1) {
+    streams.Complain("exactly one of --port, --com and --demo (or --demo-site) is required");
+    return ExitCode::WrongCommandLine;
+  }
+  if (speed_ && !isDemo) {
+    streams.Complain("--speed requires --demo");
     return ExitCode::WrongCommandLine;
   }
   std::vector<std::string> outputs = options_.OutputPaths();
   if (rawPath_) {
     outputs.push_back(*rawPath_);
   }
-  const std::string clash = FileClash({}, outputs);
+  const std::string clash =
+      FileClash(demoSitePath_ ? std::vector{*demoSitePath_} : std::vector<std::string>{}, outputs);
   if (!clash.empty()) {
     streams.Complain(clash);
     return ExitCode::WrongCommandLine;
@@ -132,7 +143,7 @@ ExitCode RecordCommand::Run(const Streams& streams, const CommandMachine& machin
   std::array<char*, 2> arguments{name.data(), nullptr};
   const QCoreApplication application(argumentCount, arguments.data());
   try {
-    return demo_ ? RunOnDemo(streams, machine) : RunOnDevice(streams, machine);
+    return isDemo ? RunOnDemo(streams, machine) : RunOnDevice(streams, machine);
   } catch (const base::Fault& fault) {
     streams.Complain(fault.what());
     return ExitCode::Failed;
@@ -140,9 +151,10 @@ ExitCode RecordCommand::Run(const Streams& streams, const CommandMachine& machin
 }
 
 ExitCode RecordCommand::RunOnDemo(const Streams& streams, const CommandMachine& machine) {
-  ConsoleMachine console(streams, machine, speed_);
-  sim::Beltpack beltpack(sim::DemoSite());
-  qt::QtTimer delivery(Interval(sim::kDeliveryMilliseconds, speed_));
+  sim::Beltpack beltpack(demoSitePath_ ? sim::ReadSite(machine.fileSystem, *demoSitePath_)
+                                       : sim::DemoSite());
+  ConsoleMachine console(streams, machine, Speed());
+  qt::QtTimer delivery(Interval(sim::kDeliveryMilliseconds, Speed()));
   sim::DemoSerialPort port(beltpack, console.Machine().clock, delivery);
   return RunOn(machine, console, port);
 }
@@ -160,9 +172,9 @@ ExitCode RecordCommand::RunOnDevice(const Streams& streams, const CommandMachine
 
 ExitCode RecordCommand::RunOn(const CommandMachine& machine, ConsoleMachine& console,
                               platform::SerialPort& port) {
-  qt::QtTimer rfpsTimer(Interval(link::kRfpsTimerMilliseconds, speed_));
-  qt::QtTimer timerComPort(Interval(link::kTimerComPortMilliseconds, speed_));
-  qt::QtTimer silenceTimer(Interval(link::kSilenceMilliseconds, speed_));
+  qt::QtTimer rfpsTimer(Interval(link::kRfpsTimerMilliseconds, Speed()));
+  qt::QtTimer timerComPort(Interval(link::kTimerComPortMilliseconds, Speed()));
+  qt::QtTimer silenceTimer(Interval(link::kSilenceMilliseconds, Speed()));
   // The stored options are the desktop program's; here the command line says how to display.
   platform::MemorySettingsStore settingsStore;
   sync::GridCells grid;
@@ -191,7 +203,7 @@ ExitCode RecordCommand::RunOn(const CommandMachine& machine, ConsoleMachine& con
   StatusLine statusLine(live, console.Out());
   const std::int64_t start = console.Machine().clock.TickCount();
   const std::shared_ptr<void> stop = machine.atStop([] { QCoreApplication::quit(); });
-  qt::QtTimer check(Interval(kCheckMilliseconds, speed_));
+  qt::QtTimer check(Interval(kCheckMilliseconds, Speed()));
   const auto endIfDone = [&] {
     statusLine.Show();
     if (HasEnded(session, console.Machine().clock.TickCount() - start)) {

@@ -26,17 +26,19 @@ class RecordCommand : public Command {
                  platform::SerialPort& port);
   ExitCode RunOnDemo(const Streams& streams, const CommandMachine& machine);
   ExitCode RunOnDevice(const Streams& streams, const CommandMachine& machine);
+  double Speed() const { return speed_.value_or(1.0); }
   bool HasEnded(const app::Session& session, std::int64_t milliseconds) const;
 
   ResultOptions options_;
   std::optional<std::string> device_;
   std::optional<int> comPort_;
   bool demo_ = false;
+  std::optional<std::string> demoSitePath_;
   std::int32_t baud_ = platform::kUsualRate;
   std::optional<std::int32_t> reports_;
   std::optional<double> seconds_;
   std::optional<std::string> rawPath_;
-  double speed_ = 1.0;
+  std::optional<double> speed_;
 };
 
 }  // namespace kelvara::cli

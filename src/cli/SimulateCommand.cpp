@@ -108,8 +108,9 @@ void SimulateCommand::AddTo(CLI::App& program) {
       "until it is ended by a signal.");
   command
       ->add_option("--site", sitePath_,
-                   "The beltpack's site: RPN, FPS, FPN and cable length of an "
-                   "antenna on each line (default: a site of 12 antennas)")
+                   "The beltpack's site: RPN, FPS, FPN, cable length and "
+                   "optionally the place (x y, in metres) of an antenna on each line "
+                   "(default: a site of 12 antennas)")
       ->type_name("FILE");
   command->add_option("--link", linkPath_, "Make this symbolic link to the terminal")
       ->type_name("PATH");

@@ -21,53 +21,84 @@ constexpr int kFewestNeighbours = 6;
 
 SiteWalk::SiteWalk(Site site, std::uint64_t seed)
     : site_(std::move(site)),
+      // Numbers of its own: a site without places, reflections and faults draws none of the walk's.
+      paths_(site_, ~seed),
       random_(seed),
-      round_(site_.size()),
-      visited_(site_.size()),
-      others_(site_.size()),
-      nextOther_(site_.size(), 0) {
+      hasPlaces_(std::any_of(site_.antennas.begin(), site_.antennas.end(),
+                             [](const Antenna& antenna) { return antenna.place.has_value(); })),
+      round_(site_.antennas.size()),
+      visited_(site_.antennas.size()),
+      visits_(site_.antennas.size()),
+      nextOther_(site_.antennas.size(), 0) {
   std::iota(round_.begin(), round_.end(), std::size_t{0});
-  for (std::size_t antenna = 0; antenna < site_.size(); ++antenna) {
-    for (std::size_t other = 0; other < site_.size(); ++other) {
-      if (other != antenna) {
-        others_[antenna].push_back(other);
-      }
-    }
-    random_.Shuffle(others_[antenna]);
+  for (const std::size_t antenna : round_) {
+    others_.push_back(paths_.Heard(antenna));
+    random_.Shuffle(others_.back());
   }
 }
 
 Observation SiteWalk::Next() {
   if (reportsLeft_ == 0) {
     Move();
+    reportsLeft_ = kFewestReports + random_.Below(kMostReports - kFewestReports + 1);
   }
   --reportsLeft_;
-  const std::size_t here = base::At(round_, static_cast<std::int64_t>(visited_) - 1);
+  return NextAt(here_);
+}
+
+Observation SiteWalk::NextAt(std::size_t antenna) {
+  const std::size_t here = base::CheckedIndex(static_cast<std::int64_t>(antenna), others_.size());
   const std::vector<std::size_t>& others = others_[here];
   const int most = static_cast<int>(kMaxNeighbours);
   const int wanted = kFewestNeighbours + random_.Below(most - kFewestNeighbours + 1);
   const std::size_t heard = std::min(others.size(), static_cast<std::size_t>(wanted));
   Observation observation;
-  observation.synchronised = site_[here];
+  observation.synchronised = site_.antennas[here];
   for (std::size_t count = 0; count < heard; ++count) {
-    const Antenna& other = site_[others[nextOther_[here]]];
-    observation.neighbours.push_back({other, Readings(site_[here], other)});
+    const std::size_t other = others[nextOther_[here]];
+    observation.neighbours.push_back({site_.antennas[other], Readings(here, other)});
     nextOther_[here] = (nextOther_[here] + 1) % others.size();
   }
   return observation;
 }
 
 void SiteWalk::Move() {
-  if (visited_ == site_.size()) {
+  if (hasPlaces_) {
+    MoveOn();
+    return;
+  }
+  if (visited_ == site_.antennas.size()) {
     random_.Shuffle(round_);
     visited_ = 0;
   }
   ++visited_;
-  reportsLeft_ = kFewestReports + random_.Below(kMostReports - kFewestReports + 1);
+  here_ = base::At(round_, static_cast<std::int64_t>(visited_) - 1);
 }
 
-std::vector<Reading> SiteWalk::Readings(const Antenna& synchronised, const Antenna& neighbour) {
-  const double phase = (synchronised.cableMetres - neighbour.cableMetres) / kMetresPerPhaseUnit;
+void SiteWalk::MoveOn() {
+  // Shuffled, so that the first of several equals is a random one.
+  random_.Shuffle(round_);
+  const auto isVisitedLess = [&](std::size_t one, std::size_t other) {
+    return visits_[one] < visits_[other];
+  };
+  const std::size_t least = *std::min_element(round_.begin(), round_.end(), isVisitedLess);
+  const bool isPartDone = std::all_of(round_.begin(), round_.end(), [&](std::size_t antenna) {
+    return !paths_.AreJoined(antenna, here_) || isVisitedLess(least, antenna);
+  });
+  if (isPartDone || visits_[here_] == 0) {
+    here_ = least;
+  } else if (!others_[here_].empty()) {
+    std::vector<std::size_t> heard = others_[here_];
+    random_.Shuffle(heard);
+    here_ = *std::min_element(heard.begin(), heard.end(), isVisitedLess);
+  }
+  ++visits_[here_];
+}
+
+std::vector<Reading> SiteWalk::Readings(std::size_t synchronised, std::size_t neighbour) {
+  const int metres =
+      site_.antennas[synchronised].cableMetres - site_.antennas[neighbour].cableMetres;
+  const double phase = metres / kMetresPerPhaseUnit - paths_.Lateness(synchronised, neighbour);
   std::vector<Reading> readings(1 + static_cast<std::size_t>(random_.Below(kMaxReadings)));
   for (Reading& reading : readings) {
     const int roll = random_.Below(100);

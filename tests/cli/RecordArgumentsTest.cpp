@@ -22,6 +22,7 @@ class RecordArgumentsTest : public ConsoleTest {
 TEST_F(RecordArgumentsTest, ExactlyOneSourceIsRequired) {
   ExpectWrong({"--reports", "1"});
   ExpectWrong({"--demo", "--com", "1", "--reports", "1"});
+  ExpectWrong({"--demo-site", "site.txt", "--com", "1", "--reports", "1"});
   ExpectWrong({"--demo", "--port", "/dev/null", "--reports", "1"});
   ExpectWrong({"--com", "1", "--port", "/dev/null", "--reports", "1"});
   ExpectWrong({"--com", "1", "--port", "/dev/null", "--demo", "--reports", "1"});
@@ -48,6 +49,18 @@ TEST_F(RecordArgumentsTest, OnlyTheDemosClockRunsFaster) {
   for (const char* speed : {"0", "-1", "fast", ""}) {
     ExpectWrong({"--demo", "--reports", "1", "--speed", speed});
   }
+}
+
+TEST_F(RecordArgumentsTest, ASiteFileThatCannotBeUsedIsNamedBeforeAnythingIsWritten) {
+  Write("site.txt", "1 3 90 40 0 0\n2 3 90 95 120\n");
+  for (const char* site : {"missing.txt", "site.txt"}) {
+    const ConsoleResult result =
+        Run({"record", "--demo-site", site, "--reports", "1", "--json", "results.json"});
+    ExpectComplaint(result, 1, site);
+    EXPECT_FALSE(Exists("results.json"));
+  }
+  ExpectComplaint(Run({"record", "--demo-site", "site.txt", "--reports", "1"}), 1, "line 2");
+  ExpectWrong({"--demo-site", "site.txt", "--reports", "1", "--raw", "site.txt"});
 }
 
 TEST_F(RecordArgumentsTest, AnythingElseIsRefused) {

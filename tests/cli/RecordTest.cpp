@@ -87,5 +87,18 @@ TEST_F(RecordTest, PortsNamesTheAdaptersOnlyWhenAsked) {
               testing::HasSubstr(third + "COM4 /dev/no-other absent Example USB Serial\n"));
 }
 
+class RecordDemoSiteTest : public ConsoleTest {};
+
+TEST_F(RecordDemoSiteTest, TheBuiltInBeltpackWalksInTheSiteOfAFile) {
+  Write("site.txt", "21 3 90 40 0 0\n22 3 90 95 120 0\n");
+  for (const Arguments& demo : {Arguments{}, Arguments{"--demo"}}) {
+    Arguments arguments = {"record",    "--demo-site", "site.txt", "--speed",     "200",
+                           "--reports", "1",           "--json",   "results.json"};
+    arguments.insert(arguments.end(), demo.begin(), demo.end());
+    EXPECT_EQ(Output(arguments), "Reports: 1\nAAs: 2\n");
+    EXPECT_THAT(Read("results.json"), testing::HasSubstr("\"rpn\":21"));
+  }
+}
+
 }  // namespace
 }  // namespace kelvara::test

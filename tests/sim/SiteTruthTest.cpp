@@ -38,20 +38,21 @@ int FillMatrix(const Site& site, std::uint64_t seed, test::SyncRig& rig) {
       rig.Process(RfpsReportText(walk.Next()));
     }
     reports += kReportsPerCheck;
-  } while (reports < kMaxReports && !IsMatrixFull(rig.model, site.size()));
+  } while (reports < kMaxReports && !IsMatrixFull(rig.model, site.antennas.size()));
   return reports;
 }
 
 void ExpectTrueLengths(const Site& site, const sync::SyncModel& model) {
   const report::CableLengths lengths(model);
-  const int shortest = std::min_element(site.begin(), site.end(), [](const auto& a, const auto& b) {
-                         return a.cableMetres < b.cableMetres;
-                       })->cableMetres;
+  const int shortest =
+      std::min_element(site.antennas.begin(), site.antennas.end(),
+                       [](const auto& a, const auto& b) { return a.cableMetres < b.cableMetres; })
+          ->cableMetres;
   for (int aa = 0; aa < model.AaCount(); ++aa) {
-    const auto antenna = std::find_if(site.begin(), site.end(), [&](const Antenna& candidate) {
-      return candidate.rpn == model.AaRpn(aa);
-    });
-    ASSERT_NE(antenna, site.end());
+    const auto antenna =
+        std::find_if(site.antennas.begin(), site.antennas.end(),
+                     [&](const Antenna& candidate) { return candidate.rpn == model.AaRpn(aa); });
+    ASSERT_NE(antenna, site.antennas.end());
     EXPECT_EQ(model.AaFps(aa), antenna->fps);
     EXPECT_EQ(model.AaFpn(aa), antenna->fpn);
     EXPECT_LE(std::abs(lengths.Metres(aa) - (antenna->cableMetres - shortest)),
@@ -67,7 +68,7 @@ TEST_P(SiteTruthTest, LengthsRelativeToTheShortestCableAreWithinOneSyncUnit) {
   for (std::uint64_t seed = 1; seed <= 10; ++seed) {
     test::SyncRig rig;
     const int reports = FillMatrix(site, seed, rig);
-    ASSERT_TRUE(IsMatrixFull(rig.model, site.size())) << "seed " << seed;
+    ASSERT_TRUE(IsMatrixFull(rig.model, site.antennas.size())) << "seed " << seed;
     EXPECT_EQ(rig.model.ReportCount(), reports);
     EXPECT_EQ(rig.beeper.count, 0);
     ExpectTrueLengths(site, rig.model);
@@ -81,7 +82,7 @@ TEST_P(SiteTruthTest, LengthsStayTrueOverManyReports) {
   for (int report = 0; report < 3000; ++report) {
     rig.Process(RfpsReportText(walk.Next()));
   }
-  ASSERT_TRUE(IsMatrixFull(rig.model, site.size()));
+  ASSERT_TRUE(IsMatrixFull(rig.model, site.antennas.size()));
   EXPECT_EQ(rig.beeper.count, 0);
   ExpectTrueLengths(site, rig.model);
 }
@@ -90,11 +91,11 @@ INSTANTIATE_TEST_SUITE_P(Examples, SiteTruthTest,
                          ::testing::Values("site-4.txt", "site-12.txt", "site-51.txt"));
 
 TEST(SiteTruthOfExtremesTest, TheLongestCableIsMeasuredToo) {
-  const Site site{{1, 0, 0, 0}, {2, 0, 0, kMaxCableMetres}, {3, 0, 0, 1000}};
+  const Site site{{{1, 0, 0, 0}, {2, 0, 0, kMaxCableMetres}, {3, 0, 0, 1000}}};
   for (std::uint64_t seed = 1; seed <= 50; ++seed) {
     test::SyncRig rig;
     FillMatrix(site, seed, rig);
-    ASSERT_TRUE(IsMatrixFull(rig.model, site.size()));
+    ASSERT_TRUE(IsMatrixFull(rig.model, site.antennas.size()));
     ExpectTrueLengths(site, rig.model);
   }
 }

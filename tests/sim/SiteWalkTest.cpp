@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <map>
 #include <set>
+#include <string>
 #include <utility>
 
 #include "sim/ExampleSite.h"
@@ -29,6 +31,23 @@ TEST(SiteWalkTest, TheSameSeedGivesTheSameWalk) {
   EXPECT_TRUE(differs);
 }
 
+TEST(SiteWalkTest, ASiteWithoutPlacesGivesTheSameReportsForASeedAsEver) {
+  const std::map<std::string, std::uint64_t> hashes{{"site-4.txt", 0x791220753194fdb0U},
+                                                    {"site-12.txt", 0x779f747f573dc222U},
+                                                    {"site-51.txt", 0xf65ecac7d5f41b9aU}};
+  for (const char* name : kSiteFiles) {
+    SiteWalk walk(test::ExampleSite(name), 69);
+    // A 64-bit FNV-1a hash of the text of 200 reports.
+    std::uint64_t hash = 0xcbf29ce484222325U;
+    for (int report = 0; report < 200; ++report) {
+      for (const char character : RfpsReportText(walk.Next())) {
+        hash = (hash ^ static_cast<unsigned char>(character)) * 0x100000001b3U;
+      }
+    }
+    EXPECT_EQ(hash, hashes.at(name)) << name;
+  }
+}
+
 TEST(SiteWalkTest, HearsUpToNineOthersOnceEachWithOneToThreeReadings) {
   for (const char* name : kSiteFiles) {
     const Site site = test::ExampleSite(name);
@@ -44,7 +63,7 @@ TEST(SiteWalkTest, HearsUpToNineOthersOnceEachWithOneToThreeReadings) {
       }
       counts.insert(observation.neighbours.size());
     }
-    EXPECT_EQ(*counts.rbegin(), std::min<std::size_t>(site.size() - 1, 9)) << name;
+    EXPECT_EQ(*counts.rbegin(), std::min<std::size_t>(site.antennas.size() - 1, 9)) << name;
   }
 }
 
@@ -55,10 +74,10 @@ TEST(SiteWalkTest, StaysAFewReportsAtEachAntennaAndVisitsAllBeforeTheNextRound) 
     std::map<int, int> reportsOfRpn;
     int here = walk.Next().synchronised.rpn;
     // The walk does not say when it moves on, so a round's reports are counted antenna by antenna.
-    for (std::size_t visited = 1; visited <= site.size(); ++visited) {
+    for (std::size_t visited = 1; visited <= site.antennas.size(); ++visited) {
       EXPECT_EQ(reportsOfRpn.count(here), 0U);
       reportsOfRpn[here] = 1;
-      if (visited == site.size()) {
+      if (visited == site.antennas.size()) {
         break;
       }
       int next = here;
@@ -70,7 +89,7 @@ TEST(SiteWalkTest, StaysAFewReportsAtEachAntennaAndVisitsAllBeforeTheNextRound) 
       EXPECT_LE(reportsOfRpn[here], 4);
       here = next;
     }
-    EXPECT_EQ(reportsOfRpn.size(), site.size());
+    EXPECT_EQ(reportsOfRpn.size(), site.antennas.size());
     walk = SiteWalk(site, static_cast<std::uint64_t>(round));
   }
 }
@@ -81,12 +100,12 @@ TEST(SiteWalkTest, HearsEveryAntennaFromEveryOther) {
     for (std::uint64_t seed = 1; seed <= 20; ++seed) {
       SiteWalk walk(site, seed);
       std::set<std::pair<int, int>> pairs;
-      const std::size_t all = site.size() * (site.size() - 1);
+      const std::size_t all = site.antennas.size() * (site.antennas.size() - 1);
       // A report hears at least six others, an antenna has two to four reports, and no other is
       // heard a second time before all have been heard once.
-      const std::size_t reportsEach = (site.size() - 1 + 5) / 6;
+      const std::size_t reportsEach = (site.antennas.size() - 1 + 5) / 6;
       const std::size_t rounds = (reportsEach + 1) / 2;
-      const std::size_t enough = rounds * 4 * site.size();
+      const std::size_t enough = rounds * 4 * site.antennas.size();
       for (std::size_t report = 0; report < enough; ++report) {
         const Observation observation = walk.Next();
         for (const Neighbour& neighbour : observation.neighbours) {
@@ -99,7 +118,7 @@ TEST(SiteWalkTest, HearsEveryAntennaFromEveryOther) {
 }
 
 TEST(SiteWalkTest, AReadingIsTheDelayOfTheSynchronisedAntennaLessTheNeighboursWithLittleNoise) {
-  const Site site{{1, 0, 0, 290}, {2, 0, 0, 1450}};
+  const Site site{{{1, 0, 0, 290}, {2, 0, 0, 1450}}};
   SiteWalk walk(site, 11);
   std::set<int> phases;
   for (int report = 0; report < 200; ++report) {
@@ -132,12 +151,90 @@ TEST(SiteWalkTest, SomeReadingsAreUnknownOrBlankAndMostAreMeasured) {
 }
 
 TEST(SiteWalkTest, ASingleAntennaHearsNoOther) {
-  SiteWalk walk({{9, 1, 2, 3}}, 1);
+  SiteWalk walk({{{9, 1, 2, 3}}}, 1);
   for (int report = 0; report < 10; ++report) {
     const Observation observation = walk.Next();
     EXPECT_EQ(observation.synchronised.rpn, 9);
     EXPECT_TRUE(observation.neighbours.empty());
   }
+}
+
+Site Row(int antennas, double spacing) {
+  Site site;
+  for (int antenna = 0; antenna < antennas; ++antenna) {
+    site.antennas.push_back({antenna, 0, 0, 290, Place{.x = antenna * spacing, .y = 0}});
+  }
+  return site;
+}
+
+TEST(SiteWalkTest, WithPlacesItHearsOnlyThoseWithinReachAndGoesOnToOneOfThem) {
+  for (std::uint64_t seed = 1; seed <= 20; ++seed) {
+    SiteWalk walk(Row(9, 100.0), seed);
+    std::map<int, int> reportsOfRpn;
+    int here = walk.Next().synchronised.rpn;
+    for (int report = 0; report < 200; ++report) {
+      const Observation observation = walk.Next();
+      const int next = observation.synchronised.rpn;
+      EXPECT_LE(std::abs(next - here), 1);
+      here = next;
+      ++reportsOfRpn[here];
+      EXPECT_EQ(observation.neighbours.size(), here == 0 || here == 8 ? 1U : 2U);
+      for (const Neighbour& neighbour : observation.neighbours) {
+        EXPECT_EQ(std::abs(neighbour.antenna.rpn - here), 1);
+      }
+    }
+    EXPECT_EQ(reportsOfRpn.size(), 9U) << "seed " << seed;
+  }
+}
+
+TEST(SiteWalkTest, ItGoesToEveryPartOfASite) {
+  Site site = Row(3, 100.0);
+  site.antennas.push_back({50, 0, 0, 0, Place{.x = 0, .y = 5000}});
+  for (const int rpn : {60, 61}) {
+    site.antennas.push_back({rpn, 0, 0, 0, Place{.x = rpn * 1.0, .y = -5000}});
+  }
+  for (std::uint64_t seed = 1; seed <= 20; ++seed) {
+    SiteWalk walk(site, seed);
+    std::map<int, int> reportsOfRpn;
+    for (int report = 0; report < 600; ++report) {
+      ++reportsOfRpn[walk.Next().synchronised.rpn];
+    }
+    for (const Antenna& antenna : site.antennas) {
+      EXPECT_GT(reportsOfRpn[antenna.rpn], 40) << antenna.rpn;
+    }
+  }
+}
+
+TEST(SiteWalkTest, AReadingIsLowerWhereTheNeighbourIsLate) {
+  SiteWalk walk({{{1, 0, 0, 290}, {2, 0, 0, 290}}, {}, {{1, 2, -20.0}}}, 11);
+  for (int report = 0; report < 200; ++report) {
+    const Observation observation = walk.Next();
+    const int expected = observation.synchronised.rpn == 1 ? -20 : 20;
+    for (const Reading& reading : observation.neighbours.at(0).readings) {
+      if (reading.kind == Reading::Kind::Measured) {
+        EXPECT_LE(std::abs(reading.phase - expected), 1);
+      }
+    }
+  }
+}
+
+TEST(SiteWalkTest, TheLargestDelaysStillGiveAReport) {
+  Site site{{{1, 0, 0, 0, Place{.x = -kMaxPlaceMetres, .y = 0}},
+             {2, 0, 0, kMaxCableMetres, Place{.x = kMaxPlaceMetres, .y = 0}},
+             {3, 0, 0, kMaxCableMetres}},
+            {.share = 1.0, .meanUnits = kMaxBendUnits},
+            {{1, 3, -kMaxBendUnits}}};
+  SiteWalk walk(site, 1);
+  for (int report = 0; report < 100; ++report) {
+    const std::string text = RfpsReportText(walk.Next());
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 29);
+  }
+}
+
+TEST(SiteWalkTest, AStepAtAnAntennaThatIsNotThereIsASubscriptFault) {
+  SiteWalk walk(DemoSite(), 1);
+  EXPECT_EQ(walk.NextAt(11).synchronised.rpn, 67);
+  EXPECT_EQ(test::FaultOf([&] { walk.NextAt(12); }), base::FaultKind::Subscript);
 }
 
 TEST(SiteWalkTest, ASiteWithoutAntennasIsASubscriptFault) {

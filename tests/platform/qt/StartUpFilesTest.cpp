@@ -215,7 +215,7 @@ TEST_F(StartUpFilesTest, ASiteFileIsReadOrRefusedWithItsName) {
     Put(found, "site.txt", "1 0 90 50\n200 1 90 100\n");
     const std::string result = AsUser([&](RealFilesRig& rig) -> std::string {
       try {
-        return std::to_string(sim::ReadSite(rig.files, path).size()) + " antennas";
+        return std::to_string(sim::ReadSite(rig.files, path).antennas.size()) + " antennas";
       } catch (const base::Fault& fault) {
         return fault.what();
       }
@@ -234,11 +234,11 @@ TEST_F(StartUpFilesTest, ASiteFileIsReadOrRefusedWithItsName) {
 
 TEST_F(StartUpFilesTest, ASiteFileCutOffAnywhereNeverYieldsAnAntennaThatIsNotInIt) {
   const std::string whole = "1 0 90 50\n2 1 90 100\n3 2 90 150\n";
-  const sim::Site site = sim::ParseSite(whole, "site");
+  const auto site = sim::ParseSite(whole, "site").antennas;
   int refused = 0;
   for (std::size_t size = 0; size < whole.size(); ++size) {
     try {
-      const sim::Site cut = sim::ParseSite(whole.substr(0, size), "site");
+      const auto cut = sim::ParseSite(whole.substr(0, size), "site").antennas;
       ASSERT_LE(cut.size(), site.size());
       for (std::size_t antenna = 0; antenna < cut.size(); ++antenna) {
         EXPECT_EQ(cut[antenna].rpn, site[antenna].rpn);

@@ -48,6 +48,17 @@ TEST_F(SurveyOutputsTest, ARecordedSessionGivesItsGoldenText) {
   }
 }
 
+TEST_F(SurveyOutputsTest, TheExampleOfASparseSiteNamesItsBadPairAndWhereTheReportIsWrong) {
+  const std::string sparse = GoldenPath("../../examples/sparse-session.trace");
+  ExpectSameText(Output({"survey", sparse}), Golden("survey-sparse-session.txt"));
+  const QJsonObject survey = Survey({sparse});
+  ASSERT_EQ(survey["suspects"].toArray().size(), 1);
+  const QJsonValue suspect = survey["suspects"][0];
+  EXPECT_EQ(suspect["a"], 16);
+  EXPECT_EQ(suspect["b"], 15);
+  EXPECT_NEAR(suspect["residual"].toDouble(), -12.0, 1.0);
+}
+
 /// Compares documents whose numbers may differ by rounding errors.
 void ExpectSameJson(const QJsonValue& actual, const QJsonValue& expected,
                     const std::string& where) {

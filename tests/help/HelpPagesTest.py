@@ -164,6 +164,7 @@ class HelpExamplesTest(unittest.TestCase):
         commands = 0
         with tempfile.TemporaryDirectory() as folder:
             shutil.copy(ROOT / "examples/recorded-session.txt", f"{folder}/session.txt")
+            shutil.copy(ROOT / "examples/sparse-session.trace", f"{folder}/sparse.trace")
             for shown in self.pages["console.htm"].runs:
                 for example in shown.strip().split("$ ")[1:]:
                     command, _, output = example.partition("\n")

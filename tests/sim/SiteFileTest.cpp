@@ -145,6 +145,7 @@ TEST(SiteFileTest, AMissingOrHugeFileIsAFileFault) {
 TEST(SiteFileTest, TheExampleSitesHaveAsManyAntennasAsTheirNamesSay) {
   EXPECT_EQ(test::ExampleSite("site-4.txt").antennas.size(), 4U);
   EXPECT_EQ(test::ExampleSite("site-12.txt").antennas.size(), 12U);
+  EXPECT_EQ(test::ExampleSite("site-30-sparse.txt").antennas.size(), 30U);
   EXPECT_EQ(test::ExampleSite("site-51.txt").antennas.size(), 51U);
 }
 

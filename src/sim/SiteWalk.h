@@ -33,6 +33,9 @@ class SiteWalk {
   /// fault.
   Observation NextAt(std::size_t antenna);
 
+  /// What the beltpack hears where, and how late: the truth behind the readings.
+  const RadioPaths& Paths() const { return paths_; }
+
  private:
   void Move();
   void MoveOn();

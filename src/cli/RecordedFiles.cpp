@@ -10,6 +10,7 @@
 #include "link/ReportCollector.h"
 #include "platform/qt/QtFileSystem.h"
 #include "sessions/KelvaraFile.h"
+#include "sessions/StartedFile.h"
 
 namespace kelvara::cli {
 namespace {
@@ -76,7 +77,7 @@ void RecordedFiles::ReadFile(const std::string& name, platform::InputFile& file,
                              sessions::RecordedText& text) {
   name_ = name == kStandardInput ? "standard input" : name;
   ProgressLine progress(name_, file.Size(), streams_);
-  std::vector<char> piece(kPieceBytes);
+  std::vector<char> piece(sessions::kPieceBytes);
   std::string start;
   const std::int64_t before = taken_;
   while (const std::size_t got = file.Read(piece)) {

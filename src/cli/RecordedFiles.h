@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -16,9 +15,6 @@ namespace kelvara::cli {
 
 /// The name that stands for standard input.
 inline constexpr const char* kStandardInput = "-";
-
-/// How much of a file is read at a time.
-inline constexpr std::size_t kPieceBytes = std::size_t{256} << 10U;
 
 /// Opens a file, or standard input. One that cannot be opened is a file fault.
 std::unique_ptr<platform::InputFile> OpenRecorded(const std::string& name, const Streams& streams,

@@ -1,4 +1,4 @@
-#include "cli/ResultsFile.h"
+#include "platform/qt/ResultsFile.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -7,7 +7,7 @@
 #include <limits>
 #include <optional>
 
-namespace kelvara::cli {
+namespace kelvara::qt {
 namespace {
 
 /// The whole number of a member, if it is one and fits.
@@ -79,4 +79,4 @@ bool ReadResults(const std::string& text, sync::SyncModel& model) {
   return true;
 }
 
-}  // namespace kelvara::cli
+}  // namespace kelvara::qt

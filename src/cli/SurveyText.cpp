@@ -7,6 +7,7 @@
 #include <string>
 
 #include "survey/Figures.h"
+#include "survey/SurveyWords.h"
 
 namespace kelvara::cli {
 namespace {
@@ -65,18 +66,6 @@ std::string NetworkLine(const SurveyResult& survey) {
   return line + "\n";
 }
 
-std::string Remark(const SurveyResult& survey, int index) {
-  const SurveyAntenna& antenna = survey.Antenna(index);
-  const int reference = survey.summary.references[static_cast<std::size_t>(antenna.part)];
-  std::string remark(StatusText(antenna.status));
-  if (antenna.status == survey::AntennaStatus::Apart && reference != index) {
-    remark += ", from " + Rpn(survey, reference);
-  } else if (reference == index && antenna.pairs > 0) {
-    remark += ", reference";
-  }
-  return remark + (SurveyResult::ReportDiffers(antenna) ? ", report differs" : "");
-}
-
 Row AntennaRow(const SurveyResult& survey, int index) {
   const SurveyAntenna& antenna = survey.Antenna(index);
   // Without a pair there is nothing that a length could be measured from.
@@ -88,7 +77,7 @@ Row AntennaRow(const SurveyResult& survey, int index) {
           hasLength ? Decimals(antenna.metresStandardError, 0) : "-",
           hasLength ? survey::RangeText(antenna.aaSyncLow, antenna.aaSyncHigh) : "-",
           antenna.reportMetres ? std::to_string(*antenna.reportMetres) : "-",
-          Remark(survey, index)};
+          survey::AntennaRemark(survey, index, {})};
 }
 
 void PrintAntennas(const SurveyResult& survey, std::ostream& out) {

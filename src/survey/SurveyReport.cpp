@@ -7,6 +7,7 @@
 #include "survey/Figures.h"
 #include "survey/HtmlText.h"
 #include "survey/SurveyReportParts.h"
+#include "survey/SurveyWords.h"
 
 namespace kelvara::survey {
 namespace {
@@ -85,21 +86,14 @@ std::string AntennasHtml(const SurveyResult& survey) {
                                "AA Sync units", "Length in the report, m", "Status"});
   for (std::size_t index = 0; index < survey.antennas.size(); ++index) {
     const SurveyAntenna& antenna = survey.antennas[index];
-    const int reference = survey.summary.references[static_cast<std::size_t>(antenna.part)];
     // Without a pair there is nothing that a length could be measured from.
     const bool hasLength = antenna.pairs > 0;
-    std::string remark(StatusText(antenna.status));
-    if (hasLength && reference == static_cast<int>(index)) {
-      remark += ", reference";
-    } else if (antenna.status == AntennaStatus::Apart && hasLength) {
-      remark += ", from " + Rpn(survey, reference);
-    }
-    remark += SurveyResult::ReportDiffers(antenna) ? ", report differs" : "";
     html += HtmlRow({RpnText(antenna.rpn), std::to_string(antenna.pairs),
                      std::to_string(antenna.readings), hasLength ? Decimals(antenna.metres, 0) : "",
                      hasLength ? Decimals(antenna.metresStandardError, 1) : "",
                      hasLength ? RangeText(antenna.aaSyncLow, antenna.aaSyncHigh) : "",
-                     antenna.reportMetres ? std::to_string(*antenna.reportMetres) : "", remark});
+                     antenna.reportMetres ? std::to_string(*antenna.reportMetres) : "",
+                     AntennaRemark(survey, static_cast<int>(index), {})});
   }
   return html + std::string(kHtmlTableEnd);
 }

@@ -3,11 +3,29 @@
 #include <algorithm>
 
 #include "base/Rounding.h"
+#include "survey/Figures.h"
 
 namespace kelvara::app {
+namespace {
 
-std::string CellToolTip(const sync::SyncModel& model, const sync::DisplayOptions& options, int row,
-                        int column) {
+/// The line of a suspect pair; empty for any other.
+std::string SuspectLine(const survey::SurveyResult& survey, int from, int to) {
+  for (const survey::SurveyPair& pair : survey.pairs) {
+    const bool isForward = pair.a == from && pair.b == to;
+    if (pair.suspect && (isForward || (pair.a == to && pair.b == from))) {
+      const double residual = isForward ? pair.residual : -pair.residual;
+      return "\nSuspect: residual " + survey::Decimals(residual, 1) + " RFPS units (" +
+             survey::Decimals(residual * survey::kMetresPerRfpsUnit, 0) + " m), " +
+             (pair.rejected ? "left out of the survey" : "in doubt");
+    }
+  }
+  return {};
+}
+
+}  // namespace
+
+std::string CellToolTip(const sync::SyncModel& model, const sync::DisplayOptions& options,
+                        const survey::SurveyResult& survey, int row, int column) {
   const int aaCount = std::min<int>(model.AaCount(), sync::kMaxAas);
   const int from = row - 1;
   const int to = column - 1;
@@ -29,7 +47,7 @@ std::string CellToolTip(const sync::SyncModel& model, const sync::DisplayOptions
   text += "\nMean " + std::to_string(mean) + ", minimum " + std::to_string(cell.Min) +
           ", maximum " + std::to_string(cell.Max) + " (RFPS units)";
   text += "\nReadings: " + std::to_string(cell.Count);
-  return text;
+  return text + SuspectLine(survey, from, to);
 }
 
 }  // namespace kelvara::app

@@ -14,6 +14,8 @@
 #include "platform/qt/Text.h"
 #include "platform/widgets/Twips.h"
 #include "report/TestReport.h"
+#include "survey/FrmSurvey.h"
+#include "survey/Survey.h"
 
 namespace kelvara::app {
 
@@ -65,6 +67,7 @@ FrmMain::~FrmMain() { Form_Unload(); }
 
 void FrmMain::BuildControls() {
   menu_ = std::make_unique<MainMenu>(*menuBar());
+  corner_ = new MenuCorner(*menuBar());
   StatusBar1_ = new MainStatusBar(this);
   setStatusBar(StatusBar1_);
   client_ = new QWidget(this);
@@ -113,6 +116,11 @@ void FrmMain::BuildSession() {
   live_->Display().SetOptionsChanged([this](const OptionEntry* chosen) { ShowOptions(chosen); });
   results.Capture().SetStateChanged([this] { ShowCaptureState(); });
   results.SetTotalsChanged([this] { ShowTotals(); });
+  live_->SetResultsChanged([this] {
+    if (survey_ != nullptr) {
+      survey_->ResultsChanged();
+    }
+  });
   menu_->Entry("mnuCaptureData").setEnabled(false);
   ShowCaptureState();
   reportDialog_ =
@@ -221,8 +229,12 @@ bool FrmMain::eventFilter(QObject* watched, QEvent* event) {
 }
 
 QString FrmMain::CellToolTip(int row, int column) const {
-  return qt::ToQString(
-      app::CellToolTip(live_->Results().Model(), live_->Results().Options(), row, column));
+  // A survey without guidance takes less than a millisecond, so none is kept for the next tool tip.
+  const sync::SyncModel& model = live_->Results().Model();
+  survey::SurveyOptions options;
+  options.guidance = false;
+  return qt::ToQString(app::CellToolTip(model, live_->Results().Options(),
+                                        survey::MakeSurvey(model, options), row, column));
 }
 
 }  // namespace kelvara::app

@@ -15,6 +15,7 @@
 #include "app/LogTextBox.h"
 #include "app/MainMenu.h"
 #include "app/MainStatusBar.h"
+#include "app/MenuCorner.h"
 #include "capture/CaptureDialog.h"
 #include "capture/ExportCommand.h"
 #include "help/HelpCommands.h"
@@ -33,6 +34,10 @@ class FrmConvert;
 
 namespace kelvara::report {
 class FrmReport;
+}
+
+namespace kelvara::survey {
+class FrmSurvey;
 }
 
 namespace kelvara::app {
@@ -153,6 +158,7 @@ class FrmMain : public QMainWindow {
   void mnuViewDebugOn_Click();
   void mnuViewDebugOff_Click();
   void DebugClosed();
+  void CmdSurvey_Click();
   void CommandStartStop_Click();
 
   const platform::Desktop& desktop_;
@@ -161,6 +167,7 @@ class FrmMain : public QMainWindow {
   std::string sHelpPath_;
 
   std::unique_ptr<MainMenu> menu_;
+  MenuCorner* corner_ = nullptr;
   MainStatusBar* StatusBar1_ = nullptr;
   QWidget* client_ = nullptr;
   sync::SyncGridModel* gridModel_ = nullptr;
@@ -173,6 +180,7 @@ class FrmMain : public QMainWindow {
   // Made when first opened, so that start-up does not wait for them.
   FrmDebug* debug_ = nullptr;
   convert::FrmConvert* convert_ = nullptr;
+  survey::FrmSurvey* survey_ = nullptr;
   // The report dialog while it is open.
   QPointer<report::FrmReport> report_;
 

@@ -13,6 +13,7 @@
 #include "platform/EventHandler.h"
 #include "platform/widgets/DialogManners.h"
 #include "report/FrmReport.h"
+#include "survey/FrmSurvey.h"
 
 namespace kelvara::app {
 
@@ -40,6 +41,11 @@ void FrmMain::ConnectMenus() {
   OnMenu("mnuContents", [this] { helpCommands_->mnuContents_Click(sHelpPath_); });
   OnMenu("mnuOrrinWeb", [this] { helpCommands_->mnuOrrinWeb_Click(); });
   OnMenu("mnuAbout", [this] { help::FrmAbout(this).exec(); });
+
+  QPushButton& CmdSurvey = corner_->AddButton(
+      "CmdSurvey", "&Survey", "Lengths from all readings, and where to stand next.");
+  connect(&CmdSurvey, &QPushButton::clicked, this,
+          [this] { platform::HandleEvent(desktop_.beeper, [this] { CmdSurvey_Click(); }); });
 
   connect(CommandStartStop_, &QPushButton::clicked, this, [this] { CommandStartStop_Click(); });
   connect(CmdChkRx_, &QPushButton::clicked, this, [this] {
@@ -72,6 +78,9 @@ void FrmMain::ReadCheckMarks() {
     if (menu_->Entry(entry->name).isChecked()) {
       entry->choose(options);
     }
+  }
+  if (survey_ != nullptr) {
+    survey_->OptionsChanged();
   }
 }
 
@@ -197,6 +206,13 @@ void FrmMain::mnuViewDebugOff_Click() {
 void FrmMain::DebugClosed() {
   live_->Link().SetDebugView(nullptr);
   live_->Display().Choose(OptionEntryNamed("mnuViewDebugOff"));
+}
+
+void FrmMain::CmdSurvey_Click() {
+  if (survey_ == nullptr) {
+    survey_ = new survey::FrmSurvey(live_->Results(), desktop_, this);
+  }
+  survey_->Open();
 }
 
 void FrmMain::CommandStartStop_Click() {

@@ -73,6 +73,18 @@ void LiveSession::ProcessRfpsReport(std::string_view report) {
 void LiveSession::ClearSyncResults() {
   session_.ClearSyncResults();
   link_.ResultsCleared();
+  ResultsChanged();
+}
+
+void LiveSession::UpdateSyncGrid() {
+  session_.Grid().UpdateSyncGrid();
+  ResultsChanged();
+}
+
+void LiveSession::ResultsChanged() {
+  if (resultsChanged_) {
+    resultsChanged_();
+  }
 }
 
 void LiveSession::GenerateReport(std::function<void()> afterwards) {

@@ -52,6 +52,9 @@ class LiveSession {
   /// Sets what is called after each report taken from the line.
   void SetReportTaken(std::function<void()> taken) { reportTaken_ = std::move(taken); }
 
+  /// Sets what is called after each redraw of the grid and each clear of the results.
+  void SetResultsChanged(std::function<void()> changed) { resultsChanged_ = std::move(changed); }
+
   Session& Results() { return session_; }
   link::BeltpackLink& Link() { return link_; }
   link::ComPort& Port() { return comPort_; }
@@ -63,9 +66,10 @@ class LiveSession {
   /// Empties the results and the log box; the commands that clear results are unavailable until the
   /// beltpack is heard.
   void ClearSyncResults();
-  void UpdateSyncGrid() { session_.Grid().UpdateSyncGrid(); }
+  void UpdateSyncGrid();
 
  private:
+  void ResultsChanged();
   void GenerateReport(std::function<void()> afterwards);
 
   platform::FileSystem& fileSystem_;
@@ -77,6 +81,7 @@ class LiveSession {
   std::unique_ptr<sessions::LineTrace> trace_;
   std::function<void(std::function<void()> afterwards)> reportCommand_;
   std::function<void()> reportTaken_;
+  std::function<void()> resultsChanged_;
 };
 
 }  // namespace kelvara::app

@@ -12,10 +12,13 @@ class CellToolTipTest : public ::testing::Test {
     model.FindOrAddAa(6, 15, 90);
   }
 
-  std::string At(int row, int column) const { return CellToolTip(model, options, row, column); }
+  std::string At(int row, int column) const {
+    return CellToolTip(model, options, survey, row, column);
+  }
 
   sync::SyncModel model;
   sync::DisplayOptions options;
+  survey::SurveyResult survey;
 };
 
 TEST_F(CellToolTipTest, DescribesBothAntennasAndTheReadings) {
@@ -26,6 +29,22 @@ TEST_F(CellToolTipTest, DescribesBothAntennasAndTheReadings) {
             "Synchronised to AA 10, neighbour AA 06\n"
             "Mean 1, minimum -12, maximum 9 (RFPS units)\n"
             "Readings: 3");
+}
+
+TEST_F(CellToolTipTest, GivesTheResidualOfASuspectPairInTheCellsDirection) {
+  model.AddPhase(0, 1, 12);
+  model.AddPhase(1, 0, -12);
+  survey::SurveyPair& pair = survey.pairs.emplace_back();
+  pair.b = 1;
+  pair.residual = 4.25;
+  pair.rejected = true;
+  pair.suspect = true;
+  const auto lastLine = [](const std::string& text) { return text.substr(text.rfind('\n') + 1); };
+  EXPECT_EQ(lastLine(At(1, 2)), "Suspect: residual 4.2 RFPS units (123 m), left out of the survey");
+  pair.rejected = false;
+  EXPECT_EQ(lastLine(At(2, 1)), "Suspect: residual -4.2 RFPS units (-123 m), in doubt");
+  pair.suspect = false;
+  EXPECT_EQ(lastLine(At(1, 2)), "Readings: 1");
 }
 
 TEST_F(CellToolTipTest, RoundsAMeanHalfwayToTheEvenNumber) {

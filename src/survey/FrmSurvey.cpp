@@ -50,7 +50,7 @@ FrmSurvey::FrmSurvey(app::Session& results, const platform::Desktop& desktop, QW
   LayOut();
 }
 
-void FrmSurvey::Open() {
+void FrmSurvey::Open() {  // NOLINT(bugprone-virtual-near-miss): not modal
   SurveyTimer_->stop();
   stale_ = true;
   Follow();

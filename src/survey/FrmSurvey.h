@@ -31,7 +31,7 @@ class FrmSurvey : public QDialog {
   FrmSurvey(app::Session& results, const platform::Desktop& desktop, QWidget* parent = nullptr);
 
   /// Shows the window with a survey of the results. One that is open comes to the front.
-  void Open();
+  void Open();  // NOLINT(bugprone-virtual-near-miss): not modal
 
   /// Called after the results have changed. However often it is called while one event is handled,
   /// one survey follows; none while the window is hidden.

@@ -18,7 +18,7 @@ constexpr QSize kStartSize(1180, 680);
 constexpr int kSmallestTableLines = 4;
 
 /// With fewer lines of text than this, the window shows pages.
-constexpr int kLinesWithoutPages = 28;
+constexpr int kLinesWithoutPages = 32;
 
 QLabel* NewSentence(QWidget& dialog, const char* name) {
   QLabel* const label = widgets::NewLabel(dialog, name, "");

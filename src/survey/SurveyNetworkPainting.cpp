@@ -12,6 +12,10 @@ namespace {
 constexpr double kLargestNode = 6.0;
 constexpr double kSmallestNode = 2.5;
 constexpr double kMarkSize = 4.0;
+constexpr double kSmallestRadius = 10.0;
+
+/// The circle becomes an ellipse in a wide or high picture, but not a flat one.
+constexpr double kMostStretch = 1.8;
 constexpr double kSampleWidth = 34.0;
 
 constexpr std::array<std::pair<LineKind, const char*>, 5> kLegend = {
@@ -93,7 +97,6 @@ void SurveyNetworkView::PaintPicture(QPainter& painter) const {
     return;
   }
   painter.setRenderHint(QPainter::Antialiasing);
-  const double radius = Radius();
   for (std::size_t begin = 0; begin < lines_.size();) {
     const Line& first = lines_[begin];
     if (IsSuspect(first.kind) || !DashPattern(first.kind).empty()) {
@@ -105,8 +108,8 @@ void SurveyNetworkView::PaintPicture(QPainter& painter) const {
     while (begin < lines_.size() && lines_[begin].kind == first.kind &&
            lines_[begin].width == first.width) {
       const Line& line = lines_[begin++];
-      together.emplace_back(PlaceOf(nodes_[static_cast<std::size_t>(line.a)], radius),
-                            PlaceOf(nodes_[static_cast<std::size_t>(line.b)], radius));
+      together.emplace_back(PlaceOf(nodes_[static_cast<std::size_t>(line.a)]),
+                            PlaceOf(nodes_[static_cast<std::size_t>(line.b)]));
     }
     painter.setPen(QPen(ColourOf(first.kind), first.width));
     painter.drawLines(together.data(), static_cast<int>(together.size()));
@@ -130,8 +133,8 @@ void SurveyNetworkView::AddToPicture(const std::vector<Line>& added) {
 }
 
 void SurveyNetworkView::PaintLine(QPainter& painter, const Line& line, const QColor& colour) const {
-  const QPointF a = PlaceOf(nodes_[static_cast<std::size_t>(line.a)], Radius());
-  const QPointF b = PlaceOf(nodes_[static_cast<std::size_t>(line.b)], Radius());
+  const QPointF a = PlaceOf(nodes_[static_cast<std::size_t>(line.a)]);
+  const QPointF b = PlaceOf(nodes_[static_cast<std::size_t>(line.b)]);
   painter.setPen(PenOf(line.kind, colour, line.width));
   painter.drawLine(a, b);
   if (IsSuspect(line.kind)) {
@@ -141,10 +144,10 @@ void SurveyNetworkView::PaintLine(QPainter& painter, const Line& line, const QCo
 
 void SurveyNetworkView::PaintNode(QPainter& painter, std::size_t index) const {
   const Node& node = nodes_[index];
-  const double radius = Radius();
-  const double space = 2.0 * std::numbers::pi * radius / static_cast<double>(nodes_.size());
+  const double space =
+      2.0 * std::numbers::pi * Radii().height() / static_cast<double>(nodes_.size());
   const double size = std::clamp(space / 3.0, kSmallestNode, kLargestNode);
-  const QPointF place = PlaceOf(node, radius);
+  const QPointF place = PlaceOf(node);
   const QColor ink = palette().color(QPalette::Text);
   const bool isChosen = static_cast<int>(index) == chosen_;
   if (node.standHere) {
@@ -163,7 +166,7 @@ void SurveyNetworkView::PaintNode(QPainter& painter, std::size_t index) const {
   nameFont.setUnderline(node.isReference);
   nameFont.setBold(isChosen);
   painter.setFont(nameFont);
-  const QPointF middle = PlaceOf(node, radius + size + 6.0 + metrics.height() / 2.0);
+  const QPointF middle = PlaceOf(node, size + 6.0 + metrics.height() / 2.0);
   const QSizeF area(metrics.horizontalAdvance(node.name) * 1.3 + 4.0, metrics.height());
   painter.setPen(ink);
   painter.drawText(QRectF(middle - QPointF(area.width(), area.height()) / 2.0, area),
@@ -224,8 +227,10 @@ QColor SurveyNetworkView::ColourOf(LineKind kind) const {
   return isDark ? QColor(0x78, 0x78, 0x78) : QColor(0x99, 0x99, 0x99);
 }
 
-QPointF SurveyNetworkView::PlaceOf(const Node& node, double radius) const {
-  return Middle() + QPointF(node.x, node.y) * radius;
+QPointF SurveyNetworkView::PlaceOf(const Node& node, double outside) const {
+  const QSizeF radii = Radii();
+  return Middle() +
+         QPointF(node.x * (radii.width() + outside), node.y * (radii.height() + outside));
 }
 
 double SurveyNetworkView::LegendWidth() const {
@@ -237,11 +242,11 @@ double SurveyNetworkView::LegendWidth() const {
   return fits && width() - needed >= 0.8 * height() ? needed : 0.0;
 }
 
-double SurveyNetworkView::Radius() const {
-  const QFontMetricsF metrics(font());
-  const double margin = kLargestNode + 10.0 + metrics.height() * 1.1;
-  return std::max(std::min(width() - LegendWidth(), static_cast<double>(height())) / 2.0 - margin,
-                  10.0);
+QSizeF SurveyNetworkView::Radii() const {
+  const double margin = kLargestNode + 10.0 + QFontMetricsF(font()).height() * 1.1;
+  const double high = std::max(height() / 2.0 - margin, kSmallestRadius);
+  const double wide = std::max((width() - LegendWidth()) / 2.0 - margin, kSmallestRadius);
+  return {std::min(wide, kMostStretch * high), std::min(high, kMostStretch * wide)};
 }
 
 QPointF SurveyNetworkView::Middle() const {

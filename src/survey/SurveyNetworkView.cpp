@@ -122,7 +122,7 @@ int SurveyNetworkView::NodeAt(const QPointF& point) const {
   int nearest = -1;
   double nearestDistance = kReach;
   for (std::size_t index = 0; index < nodes_.size(); ++index) {
-    const double distance = QLineF(point, PlaceOf(nodes_[index], Radius())).length();
+    const double distance = QLineF(point, PlaceOf(nodes_[index])).length();
     if (distance < nearestDistance) {
       nearestDistance = distance;
       nearest = static_cast<int>(index);

@@ -69,9 +69,10 @@ class SurveyNetworkView : public QWidget {
   void PaintNode(QPainter& painter, std::size_t index) const;
   void PaintLegend(QPainter& painter) const;
   QColor ColourOf(LineKind kind) const;
-  QPointF PlaceOf(const Node& node, double radius) const;
+  /// Where an antenna is drawn, or a point so far outside of it.
+  QPointF PlaceOf(const Node& node, double outside = 0.0) const;
   double LegendWidth() const;
-  double Radius() const;
+  QSizeF Radii() const;
   QPointF Middle() const;
   /// The antenna at a point; -1 if there is none.
   int NodeAt(const QPointF& point) const;

@@ -67,10 +67,10 @@ std::vector<SurveyColumn> AntennaColumns() {
 std::vector<SurveyColumn> PairColumns() {
   return {
       {QStringLiteral("With"), QStringLiteral("The other antenna of the pair.")},
-      {QStringLiteral("Heard from here"),
+      {QStringLiteral("From here"),
        QStringLiteral("Mean phase of the other antenna while synchronised to this one, in RFPS "
                       "units, and the number of readings.")},
-      {QStringLiteral("Heard from there"),
+      {QStringLiteral("From there"),
        QStringLiteral("Mean phase of this antenna while synchronised to the other one, in RFPS "
                       "units, and the number of readings.")},
       {QStringLiteral("Residual, m"),

@@ -125,7 +125,9 @@ void SurveyTableView::changeEvent(QEvent* event) {
 void SurveyTableView::Copy() const { QApplication::clipboard()->setText(TableText()); }
 
 void SurveyTableView::FitRows() {
-  verticalHeader()->setDefaultSectionSize(QFontMetrics(font()).height() + kRowPadding);
+  const int height = QFontMetrics(font()).height();
+  verticalHeader()->setDefaultSectionSize(height + kRowPadding);
+  setIconSize({height, height});
 }
 
 }  // namespace kelvara::survey

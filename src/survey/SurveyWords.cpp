@@ -65,24 +65,20 @@ std::string Reason(const SurveyResult& survey, int place, const sync::DisplayOpt
   if (!antenna.stoodAt) {
     reasons.emplace_back("no beltpack has stood there yet");
   }
-  Words uncertain;
-  if (IsNearStep(antenna) && antenna.pairs > 0) {
-    uncertain.emplace_back("its own");
-  }
+  const bool isUncertain = IsNearStep(antenna) && antenna.pairs > 0;
   const Words neighbours = NeighboursNearStep(survey, place, options);
-  if (!neighbours.empty()) {
-    uncertain.push_back(
-        (neighbours.size() == 1 ? "those of its neighbour " : "those of its neighbours ") +
-        Listed(neighbours));
-  }
-  if (!uncertain.empty()) {
-    reasons.push_back("its readings bear on AA Sync units that are uncertain, " +
-                      Listed(uncertain));
+  if (isUncertain || !neighbours.empty()) {
+    std::string uncertain = isUncertain ? "its own AA Sync units" : "the AA Sync units";
+    if (!neighbours.empty()) {
+      uncertain += std::string(isUncertain ? " and those" : "") + " of its neighbour" +
+                   (neighbours.size() == 1 ? " " : "s ") + Listed(neighbours);
+    }
+    reasons.push_back(uncertain + " are uncertain");
   }
   if (reasons.empty()) {
     reasons.emplace_back("more readings there lower the remaining errors most");
   }
-  return Listed(reasons);
+  return reasons.size() == 1 ? reasons.front() : reasons[0] + ", and " + reasons[1];
 }
 
 }  // namespace

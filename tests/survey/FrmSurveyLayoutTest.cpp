@@ -71,6 +71,8 @@ TEST(FrmSurveyLayout, ALowWindowShowsPagesAndAHighOneEverything) {
   Press(window, Qt::Key_P, Qt::AltModifier);
   EXPECT_TRUE(rig.Pairs().isVisible());
   TakePicture(window, "pairs-page");
+  Press(window, Qt::Key_N, Qt::AltModifier);
+  TakePicture(window, "network-page");
   window.resize(900, 2000);
   QCoreApplication::processEvents();
   for (const QWidget* const control :

@@ -48,14 +48,13 @@ TEST(SurveyWordsTest, TheNextPlaceNamesItsUncertainNeighbours) {
             "remaining errors most.");
   survey.antennas[2].aaSyncHigh = survey.antennas[2].aaSyncLow + 1;
   EXPECT_EQ(NextWords(survey, kDecimal),
-            "Stand next at 11 (after that, at 10) for three reports: its readings bear on AA Sync "
-            "units that are uncertain, those of its neighbour 12.");
+            "Stand next at 11 (after that, at 10) for three reports: the AA Sync units of its "
+            "neighbour 12 are uncertain.");
   survey.antennas[1].stoodAt = false;
   survey.antennas[1].aaSyncHigh = survey.antennas[1].aaSyncLow + 1;
   EXPECT_EQ(NextWords(survey, kDecimal),
             "Stand next at 11 (after that, at 10) for three reports: no beltpack has stood there "
-            "yet and its readings bear on AA Sync units that are uncertain, its own and those of "
-            "its neighbour 12.");
+            "yet, and its own AA Sync units and those of its neighbour 12 are uncertain.");
 }
 
 TEST(SurveyWordsTest, ChangesNameTheChangedAntennas) {

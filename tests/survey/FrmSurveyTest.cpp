@@ -9,6 +9,7 @@
 #include <cstdlib>
 
 #include "survey/FrmSurveyRig.h"
+#include "survey/StatusSign.h"
 #include "survey/Survey.h"
 #include "survey/SurveyRows.h"
 
@@ -320,6 +321,39 @@ TEST(FrmSurvey, TheGridsToolTipNamesASuspectPair) {
   QCoreApplication::sendEvent(rig.Grid().viewport(), &help);
   EXPECT_NE(QToolTip::text().indexOf("Suspect: residual"), -1) << QToolTip::text().toStdString();
   QToolTip::hideText();
+}
+
+TEST(FrmSurvey, TheSignsOfStatusesDifferWithoutColour) {
+  using survey::AntennaStatus;
+  std::vector<QImage> shapes;
+  for (const AntennaStatus status :
+       {AntennaStatus::Apart, AntennaStatus::Suspect, AntennaStatus::Unchecked,
+        AntennaStatus::NearStep, AntennaStatus::Settled}) {
+    const QImage sign = survey::StatusSign(status).pixmap(16, 16).toImage();
+    shapes.push_back(sign.convertToFormat(QImage::Format_Alpha8));
+    for (std::size_t other = 0; other + 1 < shapes.size(); ++other) {
+      int differing = 0;
+      for (int pixel = 0; pixel < 16 * 16; ++pixel) {
+        const QPoint point(pixel % 16, pixel / 16);
+        differing +=
+            qAlpha(shapes[other].pixel(point)) / 128 != qAlpha(shapes.back().pixel(point)) / 128
+                ? 1
+                : 0;
+      }
+      EXPECT_GT(differing, 16) << other << " and " << shapes.size() - 1;
+    }
+  }
+}
+
+TEST(FrmSurvey, EveryStatusHasItsSignBesideItsWords) {
+  FrmSurveyRig rig;
+  rig.Fill(DenseSite(6));
+  rig.OpenSurvey();
+  for (int row = 0; row < 6; ++row) {
+    const QModelIndex status = rig.Table().model()->index(row, 8);
+    EXPECT_FALSE(status.data().toString().isEmpty());
+    EXPECT_FALSE(status.data(Qt::DecorationRole).value<QIcon>().isNull());
+  }
 }
 
 TEST(FrmSurvey, EndsWithTheMainWindow) {

@@ -42,6 +42,7 @@ QUOTED = (
     ("demo.htm", "app/Main.cpp", OPTION, 5),
     ("console.htm", "cli/ResultOptions.cpp", OPTION, 10),
     ("console.htm", "cli/RecordCommand.cpp", r"->add_(?:flag|option)\(", 8),
+    ("messages.htm", "survey/SurveyCommands.cpp", r"Title = |std::string\(", 4),
     ("console.htm", "cli/SurveyCommand.cpp", r"->add_option\(", 5),
     ("console.htm", "cli/SimulateCommand.cpp", OPTION, 4),
 )

@@ -97,6 +97,7 @@ class HelpPictures : public DesktopTest {
     Save({corner, QSize(560, 220)}, "menu-options");
     program.Press(window, {"Escape", "Escape"});
     SaveAndClose(program, Show(program, {"alt+t", "g"}, "Generate Reoprt"), "report-dialog");
+    SaveAndClose(program, Show(program, {"alt+s"}, "Survey"), "survey");
   }
 
   void WriteReport(const DesktopProgram& program) const {

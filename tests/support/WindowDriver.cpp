@@ -162,8 +162,8 @@ WhenShown::~WhenShown() { EXPECT_TRUE(hasCome_) << name_.toStdString() << " was 
 void WhenShown::Look() {
   QWidget* const dialog = VisibleWindow(name_);
   // A window manager may take its time to give a new window the keyboard.
-  const bool hasKeyboard =
-      dialog != nullptr && dialog->isActiveWindow() && dialog->focusWidget() != nullptr;
+  const bool hasKeyboard = dialog != nullptr && dialog->isActiveWindow() &&
+                           dialog->focusWidget() != nullptr && NativeWindow(*dialog).isExposed();
   if (hasKeyboard || (dialog != nullptr && ++looksUntilActive_ == kMostLooksUntilActive)) {
     timer_.stop();
     hasCome_ = true;

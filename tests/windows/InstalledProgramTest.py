@@ -27,7 +27,7 @@ class InstalledProgramTest(WindowsTest):
         return desktop
 
     def capture(self, desktop, name):
-        desktop.keys(MAIN, "alt+t", "l")
+        desktop.open(CAPTURE, MAIN, "alt+t", "l")
         desktop.type(CAPTURE, windows_path(self.folder / name))
         desktop.keys(CAPTURE, "Return")
         desktop.wait_until_closed(CAPTURE)
@@ -51,7 +51,7 @@ class InstalledProgramTest(WindowsTest):
         self.capture(desktop, "readings.txt")
         wait_for("readings of two reports", lambda: len(self.readings("readings.txt")) > 12)
         report = self.folder / "report.html"
-        desktop.keys(MAIN, "alt+t", "g")
+        desktop.open(REPORT, MAIN, "alt+t", "g")
         desktop.type(REPORT, windows_path(report))
         desktop.keys(REPORT, "Tab", "Tab")
         desktop.type(REPORT, "Harbour Theatre")
@@ -102,7 +102,7 @@ class InstalledProgramTest(WindowsTest):
         self.assertIn("LastFile=" + windows_path(self.folder / "readings.txt"),
                       self.settings_lines())
         desktop = self.start_on_port_7()
-        desktop.keys(MAIN, "alt+t", "l")
+        desktop.open(CAPTURE, MAIN, "alt+t", "l")
         desktop.keys(CAPTURE, "Return")
         desktop.wait_until_closed(CAPTURE)
         wait_for("more readings", lambda: len(self.lines("readings.txt")) > len(before) + 2)
@@ -131,9 +131,10 @@ class InstalledProgramTest(WindowsTest):
                     (MAIN, (), "main"), (CAPTURE, ("alt+t", "l"), "capture"),
                     (REPORT, ("alt+t", "g"), "report"), ("Converter", ("alt+t", "c"), "converter"),
                     ("Select Serial Port", ("alt+f", "s"), "port"),
-                    ("About Kelvara", ("alt+h", "a"), "about")):
+                    ("About Kelvara", ("alt+h", "a"), "about"),
+                    ("Survey", ("alt+s",), "survey")):
                 if keys:
-                    desktop.keys(MAIN, *keys)
+                    desktop.open(title, MAIN, *keys)
                 self.assertGreater(desktop.picture(title, f"{name}-{scale}"), 8, title)
                 if keys:
                     desktop.keys(title, "Escape")

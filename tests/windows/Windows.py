@@ -129,7 +129,18 @@ class Desktop:
         self.window(title)
         for key in keys:
             xdotool("key", "--clearmodifiers", key)
-            time.sleep(0.15)
+            time.sleep(0.3)
+
+    def open(self, title, parent, *keys):
+        """Opens a window by keys. A menu that was not open yet when its key came is tried again."""
+        for patience in (8, 8, PATIENCE):
+            self.keys(parent, *keys)
+            try:
+                return self.window(title, patience)
+            except AssertionError:
+                if patience == PATIENCE:
+                    raise
+                xdotool("key", "Escape", "Escape")
 
     def type(self, title, text):
         self.window(title)

@@ -213,7 +213,8 @@ void BeltpackLink::AskAboutLoss() {
   const platform::MessageAnswer answer = machine_.messageBoxes.Show(
       "Lost Communications with Beltpack at " + machine_.dateFormat.General(lastHeard) +
           "\r\n\r\nDo you wish to generate a report, then clear the results?",
-      "Beltpack Comms Lost", platform::MessageIcon::Question, platform::MessageButtons::YesNo);
+      "Beltpack Comms Lost", platform::MessageIcon::Question,
+      platform::MessageButtons::YesNoDefaultNo);
   if (answer == platform::MessageAnswer::Yes) {
     actions_.generateReport([this, closed] {
       actions_.clearSyncResults();

@@ -20,7 +20,9 @@ struct FileChooserRequest {
   std::string initialName;
 };
 
-/// The desktop's file choosers.
+/// The desktop's file choosers. A new name that is typed without a suffix gets the suffix of the
+/// first pattern, "~/" at its beginning is the user's home folder, and a relative name is in the
+/// folder that the chooser shows.
 class FileChooser {
  public:
   virtual ~FileChooser() = default;

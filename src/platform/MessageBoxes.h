@@ -5,7 +5,12 @@
 namespace kelvara::platform {
 
 enum class MessageIcon { Critical, Exclamation, Question };
-enum class MessageButtons { Ok, OkCancel, YesNo };
+enum class MessageButtons {
+  Ok,
+  OkCancel,
+  YesNo,
+  YesNoDefaultNo,  ///< Yes and No, for a box that may open while the user is typing.
+};
 enum class MessageAnswer { Ok, Cancel, Yes, No };
 
 /// Modal message boxes. Other events run while a box is open.

@@ -26,6 +26,11 @@ std::string TextOf(const QPlainTextEdit& box) {
   return qt::ToText(text);
 }
 
+bool IsControlEnter(const QKeyEvent& event) {
+  return (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter) &&
+         (event.modifiers() & ~Qt::KeypadModifier) == Qt::ControlModifier;
+}
+
 }  // namespace
 
 FrmReport::FrmReport(ReportDialog& reportDialog, platform::Beeper& beeper, QWidget* parent)
@@ -49,6 +54,9 @@ void FrmReport::MakeControls() {
   TxtNotes_ = new QPlainTextEdit(this);
   widgets::NameControl(*TxtNotes_, "TxtNotes", "Notes", "Miscellaneous notes.");
   TxtNotes_->setTabChangesFocus(true);
+  const QString lineBreakHint = QStringLiteral("Ctrl+Enter starts a new line.");
+  TxtNotes_->setPlaceholderText(lineBreakHint);
+  TxtNotes_->setAccessibleDescription(lineBreakHint);
   CheckOpenReport_ = new QCheckBox(QStringLiteral("Show Report"), this);
   CheckOpenReport_->setObjectName(QStringLiteral("CheckOpenReport"));
   CheckOpenReport_->setChecked(ReportFields().showReport);
@@ -133,6 +141,11 @@ void FrmReport::CommandGenerate_Click() {
 void FrmReport::CommandCancel_Click() { reject(); }
 
 bool FrmReport::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::KeyPress && watched == TxtNotes_ &&
+      IsControlEnter(*static_cast<QKeyEvent*>(event))) {
+    TxtNotes_->insertPlainText(QStringLiteral("\n"));
+    return true;
+  }
   if (event->type() == QEvent::KeyPress && widgets::IsEnter(*static_cast<QKeyEvent*>(event))) {
     const QPointer<FrmReport> self(this);
     CommandGenerate_Click();

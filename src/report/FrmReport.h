@@ -31,7 +31,8 @@ class FrmReport : public QDialog {
   void CommandCancel_Click();
 
  protected:
-  /// Sees the text boxes' keys first: Enter runs Generate and then acts in the box as usual.
+  /// Sees the text boxes' keys first: Enter runs Generate and then acts in the box as usual;
+  /// Ctrl+Enter breaks the line in the notes.
   bool eventFilter(QObject* watched, QEvent* event) override;
   void changeEvent(QEvent* event) override;
 

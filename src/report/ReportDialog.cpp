@@ -1,5 +1,10 @@
 #include "report/ReportDialog.h"
 
+#include <chrono>
+#include <cmath>
+#include <string>
+#include <utility>
+
 #include "base/Fault.h"
 #include "platform/DirectoryOf.h"
 #include "platform/FileExists.h"
@@ -9,6 +14,20 @@ namespace kelvara::report {
 using platform::MessageAnswer;
 using platform::MessageButtons;
 using platform::MessageIcon;
+
+namespace {
+
+std::string TwoDigits(unsigned number) { return (number < 10 ? "0" : "") + std::to_string(number); }
+
+/// The file name that is offered for a report of this day, such as "Kelvara 2026-11-21.html".
+std::string ReportNameOf(platform::DateTime wallTime) {
+  const std::chrono::sys_days day{std::chrono::days{std::lround(std::floor(wallTime))}};
+  const std::chrono::year_month_day date{day};
+  return "Kelvara " + std::to_string(int{date.year()}) + "-" + TwoDigits(unsigned{date.month()}) +
+         "-" + TwoDigits(unsigned{date.day()}) + ".html";
+}
+
+}  // namespace
 
 bool ReportDialog::HasPhaseInformation() {
   if (model_.AaCount() != 0) {
@@ -28,11 +47,11 @@ std::string ReportDialog::Form_Load(ReportFields& fields) {
 std::optional<std::string> ReportDialog::CommandBrowse_Click() {
   try {
     // The capture's folder, not the last report's, so that a site's files stay together.
-    return desktop_.fileChooser.Choose({platform::FileChooserKind::Save,
-                                        "Select a file to write to",
-                                        "HTML File (*.html)|*.html|",
-                                        platform::DirectoryOf(lastFilenames_.GetLastFilename()),
-                                        {}});
+    std::string folder = platform::DirectoryOf(lastFilenames_.GetLastFilename());
+    const bool isFirst = lastFilenames_.GetLastReportFilename().empty();
+    return desktop_.fileChooser.Choose(
+        {platform::FileChooserKind::Save, "Select a file to write to", "HTML File (*.html)|*.html|",
+         std::move(folder), isFirst ? ReportNameOf(desktop_.clock.WallTime()) : std::string()});
   } catch (const base::Fault&) {
     return std::nullopt;
   }

@@ -29,8 +29,9 @@ class ReportDialog {
   /// When the dialog opens: fills in what was remembered and returns the last report file name.
   std::string Form_Load(ReportFields& fields);
 
-  /// Lets the user choose a file to write to; nothing on cancel. If the last capture file name has
-  /// no folder, the chooser is not shown.
+  /// Lets the user choose a file to write to; nothing on cancel. Offers a name with today's date if
+  /// no report was written before. If the last capture file name has no folder, the chooser is not
+  /// shown.
   std::optional<std::string> CommandBrowse_Click();
 
   /// Asks before a file is replaced, writes the report, remembers the texts and shows the report.

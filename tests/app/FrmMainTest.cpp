@@ -240,6 +240,7 @@ TEST(LostBeltpack, AsksAndOnYesOffersTheReportThenClears) {
   EXPECT_EQ(box.title, "Beltpack Comms Lost");
   EXPECT_EQ(box.icon, QMessageBox::Question);
   EXPECT_EQ(box.buttons, QMessageBox::Yes | QMessageBox::No);
+  EXPECT_EQ(box.defaultButton, QMessageBox::No);
   EXPECT_EQ(box.format, Qt::PlainText);
   EXPECT_TRUE(hadResults);
   EXPECT_EQ(rig.Panel(4), "AAs: 0");

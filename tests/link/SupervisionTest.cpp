@@ -105,7 +105,7 @@ TEST(LossSearch, AsksAfter15MoreSecondsShowingTheTime45SecondsEarlier) {
   const auto& box = rig.boxes.boxes[0];
   EXPECT_EQ(box.title, "Beltpack Comms Lost");
   EXPECT_EQ(box.icon, platform::MessageIcon::Question);
-  EXPECT_EQ(box.buttons, platform::MessageButtons::YesNo);
+  EXPECT_EQ(box.buttons, platform::MessageButtons::YesNoDefaultNo);
   EXPECT_EQ(box.text, "Lost Communications with Beltpack at " + lastHeard +
                           "\r\n\r\nDo you wish to generate a report, then clear the results?");
 }

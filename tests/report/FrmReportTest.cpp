@@ -210,6 +210,19 @@ TEST_F(FrmReportTest, EnterWithControlDoesNotGenerate) {
   EXPECT_FALSE(Exists("report.html"));
 }
 
+TEST_F(FrmReportTest, EnterWithControlBreaksTheLineInTheNotes) {
+  OpenFor(Path("report.html"));
+  EXPECT_EQ(TxtNotes().placeholderText(), "Ctrl+Enter starts a new line.");
+  EXPECT_EQ(TxtNotes().accessibleDescription(), "Ctrl+Enter starts a new line.");
+  Fill(TxtNotes(), "ac");
+  Press(*window, Qt::Key_Left);
+  Press(*window, Qt::Key_Return, Qt::ControlModifier);
+  Type(*window, "b");
+  Press(*window, Qt::Key_Enter, Qt::ControlModifier | Qt::KeypadModifier);
+  EXPECT_EQ(TxtNotes().toPlainText(), "a\nb\nc");
+  EXPECT_FALSE(Exists("report.html"));
+}
+
 TEST_F(FrmReportTest, EscAndCancelCloseAndSaveNothing) {
   const auto close = std::to_array<void (*)(FrmReport&)>(
       {[](FrmReport& shown) { Press(shown, Qt::Key_Escape); },

@@ -72,6 +72,16 @@ TEST_F(ReportDialogTest, BrowseLooksInTheFolderOfTheLastCapture) {
   EXPECT_EQ(store.Value("LastReportFile"), "C:\\sites\\hall.html");
 }
 
+TEST_F(ReportDialogTest, BrowseOffersANameWithTheDateForTheFirstReport) {
+  clock.wall = 20778.99;  // 21 November 2026, close to midnight.
+  dialog.CommandBrowse_Click();
+  clock.wall = 20820.0;
+  dialog.CommandBrowse_Click();
+  ASSERT_EQ(chooser.requests.size(), 2U);
+  EXPECT_EQ(chooser.requests[0].initialName, "Kelvara 2026-11-21.html");
+  EXPECT_EQ(chooser.requests[1].initialName, "Kelvara 2027-01-02.html");
+}
+
 TEST_F(ReportDialogTest, BrowseWithoutALastCaptureHasNoFolder) {
   EXPECT_EQ(dialog.CommandBrowse_Click(), std::nullopt);
   ASSERT_EQ(chooser.requests.size(), 1U);

@@ -4,6 +4,7 @@
 
 #include <QAbstractButton>
 #include <QMessageBox>
+#include <QPushButton>
 #include <functional>
 #include <string>
 #include <utility>
@@ -27,6 +28,8 @@ class BoxAnswer {
   std::string title;
   QMessageBox::Icon icon = QMessageBox::NoIcon;
   QMessageBox::StandardButtons buttons = QMessageBox::NoButton;
+  /// The button that Enter presses; NoButton if the desktop chooses it.
+  QMessageBox::StandardButton defaultButton = QMessageBox::NoButton;
   Qt::TextFormat format = Qt::AutoText;
 
  private:
@@ -35,6 +38,7 @@ class BoxAnswer {
     title = box.windowTitle().toStdString();
     icon = box.icon();
     buttons = box.standardButtons();
+    defaultButton = box.standardButton(box.defaultButton());
     format = box.textFormat();
     if (whileOpen_) {
       whileOpen_();

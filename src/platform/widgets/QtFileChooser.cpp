@@ -4,6 +4,7 @@
 #include <QFileDialog>
 #include <QStringList>
 #include <filesystem>
+#include <utility>
 
 #include "platform/DirectoryOf.h"
 #include "platform/qt/PathText.h"
@@ -27,9 +28,27 @@ QStringList NameFilters(const std::string& filter) {
   return filters;
 }
 
+/// The suffix of the first filter, such as "html"; empty if its pattern is not of one suffix.
+QString FirstSuffix(const std::string& filter) {
+  const QString pattern = qt::ToQString(filter).section(u'|', 1, 1).section(u';', 0, 0);
+  const QString suffix = pattern.startsWith(QStringLiteral("*.")) ? pattern.mid(2) : QString();
+  return suffix.contains(u'*') || suffix.contains(u'?') ? QString() : suffix;
+}
+
 /// A path for the dialog, with the machine's separators.
 QString DialogPath(const std::string& path) {
   return qt::QStringFromPath(path).replace(u'\\', u'/');
+}
+
+/// A new name gets the suffix; an existing file keeps the name it has.
+std::string WithSuffixUnlessExisting(std::string path, const QString& suffix) {
+  const std::filesystem::path machinePath = qt::MachinePath(path);
+  std::error_code ignored;
+  if (!suffix.isEmpty() && !machinePath.has_extension() &&
+      !std::filesystem::exists(machinePath, ignored)) {
+    path += "." + qt::ToText(suffix);
+  }
+  return path;
 }
 
 }  // namespace
@@ -47,6 +66,9 @@ std::optional<std::string> QtFileChooser::Choose(const platform::FileChooserRequ
     dialog.setLabelText(QFileDialog::Accept, QFileDialog::tr("&Open"));
   }
   dialog.setNameFilters(NameFilters(request.filter));
+  if (request.kind != FileChooserKind::Open) {
+    dialog.setDefaultSuffix(FirstSuffix(request.filter));
+  }
   if (!request.initialFolder.empty()) {
     dialog.setDirectory(DialogPath(request.initialFolder));
   }
@@ -56,6 +78,9 @@ std::optional<std::string> QtFileChooser::Choose(const platform::FileChooserRequ
   while (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty()) {
     std::string chosen =
         qt::ChosenPath(dialog.selectedFiles().constFirst(), dialog.selectedUrls().constFirst());
+    if (request.kind == FileChooserKind::Open) {
+      chosen = WithSuffixUnlessExisting(std::move(chosen), FirstSuffix(request.filter));
+    }
     std::error_code ignored;
     if (request.kind != FileChooserKind::Save ||
         std::filesystem::is_directory(qt::MachinePath(chosen).parent_path(), ignored)) {

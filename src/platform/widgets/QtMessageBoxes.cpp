@@ -38,6 +38,7 @@ QMessageBox::StandardButtons ButtonsOf(MessageButtons buttons) {
     case MessageButtons::OkCancel:
       return QMessageBox::Ok | QMessageBox::Cancel;
     case MessageButtons::YesNo:
+    case MessageButtons::YesNoDefaultNo:
       return QMessageBox::Yes | QMessageBox::No;
   }
   return QMessageBox::Ok;
@@ -69,6 +70,9 @@ MessageAnswer QtMessageBoxes::Show(std::string_view text, std::string_view title
   box.setObjectName(QStringLiteral("MsgBox"));
   box.setTextFormat(Qt::PlainText);
   box.setText(qt::MessageText(text));
+  if (buttons == MessageButtons::YesNoDefaultNo) {
+    box.setDefaultButton(QMessageBox::No);
+  }
   if (auto* const layout = qobject_cast<QGridLayout*>(box.layout())) {
     // A box as narrow as its text would cut off its title.
     const int width = QFontMetrics(box.font()).horizontalAdvance(box.windowTitle()) + kTitleButtons;
@@ -82,7 +86,8 @@ MessageAnswer QtMessageBoxes::Show(std::string_view text, std::string_view title
     case QMessageBox::Ok:
       return MessageAnswer::Ok;
     default:
-      return buttons == MessageButtons::YesNo ? MessageAnswer::No : MessageAnswer::Cancel;
+      return (ButtonsOf(buttons) & QMessageBox::No) != 0 ? MessageAnswer::No
+                                                         : MessageAnswer::Cancel;
   }
 }
 

@@ -9,6 +9,7 @@
 
 #include "app/DemoSettings.h"
 #include "app/FrmMain.h"
+#include "app/WindowPlace.h"
 #include "help/ProgramIcon.h"
 #include "help/ProgramTitle.h"
 #include "platform/qt/Console.h"
@@ -31,6 +32,8 @@ namespace kelvara::app {
 namespace {
 
 constexpr int kIconMilliseconds = 100;
+/// The desktop has placed the window by then.
+constexpr int kPlacedMilliseconds = 500;
 constexpr int kStylePictureKilobytes = 512;
 /// Waiting longer for another program would freeze the window.
 constexpr std::chrono::milliseconds kSettingsPatience{30};
@@ -54,6 +57,7 @@ int RunDesktopProgram(const DesktopOptions& options) {
   const QString settingsFile = qt::UserSettingsFile(help::kSettingsApplication);
   qt::QtSettingsStore storedSettings(settingsFile, help::kSettingsSection, kSettingsPatience);
   const qt::QtSettingsStore portSettings(settingsFile, help::kPortsSection, kSettingsPatience);
+  qt::QtSettingsStore windowSettings(settingsFile, help::kWindowSection, kSettingsPatience);
   DemoSettings demoSettings(storedSettings);
   ports::PortTable ports(portSettings);
   for (const std::string& assignment : options.portAssignments) {
@@ -86,7 +90,12 @@ int RunDesktopProgram(const DesktopOptions& options) {
   if (options.rawPath) {
     window.Live().StartTrace(*options.rawPath, true);
   }
-  window.SetUnloaded([] { QCoreApplication::exit(0); });
+  WindowPlace place(window, windowSettings);
+  place.Restore();
+  window.SetUnloaded([&place] {
+    place.Save();
+    QCoreApplication::exit(0);
+  });
   const std::shared_ptr<void> stopSignal = qt::AtStopSignal([&window] { window.close(); });
   // The style caches a picture of each mark that it paints, and paints the marks of a menu again at
   // every opening: without a limit the cache would grow to 10 MB.
@@ -94,6 +103,7 @@ int RunDesktopProgram(const DesktopOptions& options) {
   window.show();
   // The window is shown before its port is opened, so that a message appears over it.
   QTimer::singleShot(0, &window, [&window] { window.Form_Load(); });
+  QTimer::singleShot(kPlacedMilliseconds, &window, [&place] { place.NoteOpened(); });
   // Reading the icon takes longer than painting the window.
   QTimer::singleShot(kIconMilliseconds, &window,
                      [] { QApplication::setWindowIcon(help::ProgramIcon()); });

@@ -150,6 +150,8 @@ void FrmMain::ChoosePortInstead(std::int16_t port) {
   }
   ShowPortDialog();
   if (!isUnloaded_) {
+    // The message may have opened before the window was active.
+    activateWindow();
     live_->Port().ShowPort();
   }
 }

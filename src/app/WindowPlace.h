@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QList>
+#include <QRect>
+#include <QWidget>
+#include <optional>
+#include <string>
+
+#include "platform/SettingsStore.h"
+
+namespace kelvara::app {
+
+/// The part of a screen that windows may use, and a window with its frame, in logical pixels.
+using ScreenArea = QRect;
+
+/// The size and position for a window that is to be at `wanted`: as there, but no larger than the
+/// screen that shows its title bar, and wholly on it. Nothing if no screen shows its title bar.
+std::optional<QRect> PlaceOnScreen(const QRect& wanted, const QList<ScreenArea>& screens);
+
+/// Keeps the size and position of a window between runs, under the key `Place`: left, top, width
+/// and height in logical pixels, followed by "maximised" if it was.
+class WindowPlace {
+ public:
+  /// The window and the settings must outlive this.
+  WindowPlace(QWidget& window, platform::SettingsStore& settings)
+      : window_(window), settings_(settings) {}
+
+  /// Before the window is shown: moves it to its last place if a screen still shows that, and makes
+  /// it no larger than its screen.
+  void Restore();
+
+  /// Notes the place in which the desktop has put the window. Later changes are the user's.
+  void NoteOpened() { opened_ = Place(); }
+
+  /// Stores the place if the user has changed it. Settings that cannot be written are ignored.
+  void Save();
+
+ private:
+  std::string Place() const;
+
+  QWidget& window_;
+  platform::SettingsStore& settings_;
+  std::optional<std::string> opened_;
+};
+
+}  // namespace kelvara::app

@@ -32,6 +32,8 @@ constexpr int kLogTop = 2730;
 constexpr int kLogHeight = 1650;
 constexpr int kLogRightOf = 130;
 
+constexpr int kMeasuredMilliseconds = 3000;
+
 constexpr QSize kStartSize(900, 620);
 constexpr QSize kSmallestSize(400, 300);
 
@@ -51,7 +53,8 @@ FrmMain::FrmMain(const platform::Desktop& desktop, platform::SerialPort& MSComm1
       sHelpPath_(help::HelpPath(desktop.programFolder)),
       RfpsTimer_(NamedTimer(*this, "RfpsTimer"), link::kRfpsTimerMilliseconds),
       TimerComPort_(NamedTimer(*this, "TimerComPort"), link::kTimerComPortMilliseconds),
-      silenceTimer_(NamedTimer(*this, "SilenceTimer"), link::kSilenceMilliseconds) {
+      silenceTimer_(NamedTimer(*this, "SilenceTimer"), link::kSilenceMilliseconds),
+      measuredTimer_(NamedTimer(*this, "MeasuredTimer"), kMeasuredMilliseconds) {
   setObjectName(QStringLiteral("FrmMain"));
   setWindowTitle(QString::fromLatin1(help::kProgramTitle));
   BuildControls();
@@ -89,6 +92,11 @@ void FrmMain::BuildControls() {
   Grid_->setAccessibleName(QStringLiteral("Sync grid"));
   Grid_->SetGridModel(gridModel_);
   Grid_->SetToolTips([this](int row, int column) { return CellToolTip(row, column); });
+  connect(gridModel_, &sync::SyncGridModel::Redrawn, this, [this] { ShowMeasuredCells(); });
+  measuredTimer_.SetTick([this] {
+    measuredTimer_.SwitchOff();
+    Grid_->ShowMeasured({});
+  });
   TextLog_ = new LogTextBox(client_);
   TextLog_->SetShown(false);
   TextLog_->SetShownChanged([this] { Form_Resize(); });
@@ -228,6 +236,15 @@ bool FrmMain::eventFilter(QObject* watched, QEvent* event) {
     Form_Resize();
   }
   return QMainWindow::eventFilter(watched, event);
+}
+
+void FrmMain::ShowMeasuredCells() {
+  std::vector<sync::GridPosition> cells = measuredCells_.Take(live_->Results().Model());
+  if (!cells.empty()) {
+    Grid_->ShowMeasured(std::move(cells));
+    measuredTimer_.SwitchOff();
+    measuredTimer_.SwitchOn();
+  }
 }
 
 QString FrmMain::CellToolTip(int row, int column) const {

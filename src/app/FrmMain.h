@@ -148,6 +148,8 @@ class FrmMain : public QMainWindow {
   void ShowPortDialog();
   /// Shows the message and the port dialog when the port cannot be opened at start-up.
   void ChoosePortInstead(std::int16_t port);
+  /// Sets the cells apart for a moment that the last report has measured.
+  void ShowMeasuredCells();
   QString CellToolTip(int row, int column) const;
 
   void mnuComPort_Click();
@@ -187,6 +189,8 @@ class FrmMain : public QMainWindow {
   qt::QtTimer RfpsTimer_;
   qt::QtTimer TimerComPort_;
   qt::QtTimer silenceTimer_;
+  qt::QtTimer measuredTimer_;
+  sync::MeasuredCells measuredCells_;
   std::unique_ptr<LiveSession> live_;
   std::unique_ptr<report::ReportDialog> reportDialog_;
   std::unique_ptr<capture::CaptureDialog> captureDialog_;

@@ -131,13 +131,13 @@ void FrmMain::ShowTotals() {
 
 void FrmMain::BuildGridMenu() {
   Grid_->setContextMenuPolicy(Qt::ActionsContextMenu);
-  auto* const exportResults = new QAction(QStringLiteral("Export Results to &CSV..."), Grid_);
+  auto* const exportResults = new QAction(QStringLiteral("&Export Results to CSV..."), Grid_);
   exportResults->setObjectName(QStringLiteral("mnuExportResults"));
   auto* const copy = new QAction(QStringLiteral("&Copy"), Grid_);
   copy->setObjectName(QStringLiteral("mnuCopyGrid"));
   Grid_->addActions({exportResults, copy});
   OnAction(*exportResults, [this] { exportCommand_->ExportResults(); });
-  OnAction(*copy, [this] { QApplication::clipboard()->setText(Grid_->GridText()); });
+  OnAction(*copy, [this] { QApplication::clipboard()->setText(Grid_->CopiedText()); });
 }
 
 void FrmMain::ShowPortDialog() {

@@ -1,6 +1,7 @@
 #include "sync/GridHeader.h"
 
 #include <QPainter>
+#include <utility>
 
 namespace kelvara::sync {
 
@@ -12,12 +13,20 @@ GridHeader::GridHeader(Qt::Orientation orientation, QWidget* parent)
   setMinimumSectionSize(1);
 }
 
+void GridHeader::SetMarked(int section) {
+  if (section != marked_) {
+    updateSection(std::exchange(marked_, section));
+    updateSection(marked_);
+  }
+}
+
 void GridHeader::paintSection(QPainter* painter, const QRect& rect, int logicalIndex) const {
-  painter->fillRect(rect, palette().color(QPalette::Button));
+  const bool isMarked = logicalIndex == marked_;
+  painter->fillRect(rect, palette().color(isMarked ? QPalette::Highlight : QPalette::Button));
   painter->setPen(palette().color(QPalette::Mid));
   painter->drawLine(rect.topRight(), rect.bottomRight());
   painter->drawLine(rect.bottomLeft(), rect.bottomRight());
-  painter->setPen(palette().color(QPalette::ButtonText));
+  painter->setPen(palette().color(isMarked ? QPalette::HighlightedText : QPalette::ButtonText));
   painter->drawText(rect, Qt::AlignCenter,
                     model()->headerData(logicalIndex, orientation(), Qt::DisplayRole).toString());
 }

@@ -114,6 +114,7 @@ void SyncGridModel::EndRedraw() {
     paintingSuspended_ = false;
     emit PaintingResumed();
   }
+  emit Redrawn();
 }
 
 void SyncGridModel::Changed(int row, int column) {

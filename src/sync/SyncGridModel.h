@@ -37,6 +37,8 @@ class SyncGridModel : public QAbstractTableModel, public GridCells {
   void ColumnWidthChanged(int column, int twips);
   void PaintingSuspended();
   void PaintingResumed();
+  /// At the end of every redraw.
+  void Redrawn();
 
  private:
   void Changed(int row, int column);

@@ -2,18 +2,19 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QEvent>
 #include <QFontMetrics>
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QScopedValueRollback>
 #include <QToolTip>
+#include <QWheelEvent>
 #include <algorithm>
 
 #include "platform/widgets/Twips.h"
-#include "sync/GridCellDelegate.h"
-#include "sync/GridHeader.h"
 #include "sync/SyncGrid.h"
 
 namespace kelvara::sync {
@@ -27,12 +28,27 @@ constexpr int kRowPadding = 8;
 /// The line between two cells, and one pixel on either side of the text.
 constexpr int kColumnPadding = 3;
 
+constexpr int kUsualZoom = 100;
+constexpr int kSmallestZoom = 50;
+constexpr int kLargestZoom = 200;
+constexpr int kZoomStep = 10;
+
+constexpr const char* kEmptyGridText =
+    "Waiting for the first sync report.\n"
+    "The beltpack sends one when it is connected and hears an antenna.";
+
 }  // namespace
 
-SyncGridView::SyncGridView(QWidget* parent) : QTableView(parent), corner_(new QLabel(this)) {
-  setHorizontalHeader(new GridHeader(Qt::Horizontal, this));
-  setVerticalHeader(new GridHeader(Qt::Vertical, this));
-  setItemDelegate(new GridCellDelegate(this));
+SyncGridView::SyncGridView(QWidget* parent)
+    : QTableView(parent),
+      corner_(new QLabel(this)),
+      zoom_(kUsualZoom),
+      columnHeader_(new GridHeader(Qt::Horizontal, this)),
+      rowHeader_(new GridHeader(Qt::Vertical, this)) {
+  setHorizontalHeader(columnHeader_);
+  setVerticalHeader(rowHeader_);
+  setItemDelegate(new GridCellDelegate(marks_, this));
+  viewport()->setAttribute(Qt::WA_Hover);
   setCornerButtonEnabled(false);
   setEditTriggers(NoEditTriggers);
   setTabKeyNavigation(false);
@@ -49,28 +65,58 @@ void SyncGridView::SetGridModel(SyncGridModel* model) {
   setModel(model);
   connect(model, &QAbstractItemModel::rowsInserted, this, &SyncGridView::HideHeaderCells);
   connect(model, &QAbstractItemModel::columnsInserted, this, &SyncGridView::HideHeaderCells);
+  connect(model, &QAbstractItemModel::rowsRemoved, this, [this] { ShowMeasured({}); });
+  connect(model, &QAbstractItemModel::rowsRemoved, this, &SyncGridView::DescribeEmptiness);
+  connect(model, &QAbstractItemModel::rowsInserted, this, &SyncGridView::DescribeEmptiness);
+  connect(model, &QAbstractItemModel::columnsRemoved, this, &SyncGridView::MarkCell);
   connect(model, &QAbstractItemModel::dataChanged, this, &SyncGridView::ShowCorner);
   connect(model, &SyncGridModel::PaintingSuspended, this, [this] { setUpdatesEnabled(false); });
   connect(model, &SyncGridModel::PaintingResumed, this, [this] { setUpdatesEnabled(true); });
   connect(model, &SyncGridModel::ColumnWidthChanged, this, [this](int column, int twips) {
     if (column > 0) {
-      setColumnWidth(column, widgets::TwipsToPixels(*this, twips));
+      setColumnWidth(column, ColumnPixels(twips));
     }
   });
   HideHeaderCells();
   ShowCorner();
+  DescribeEmptiness();
 }
 
-QString SyncGridView::GridText() const {
+QString SyncGridView::CopiedText() const {
+  const QModelIndexList selected = selectionModel()->selectedIndexes();
+  QRect area(0, 0, gridModel_->Columns(), gridModel_->Rows());
+  if (!selected.isEmpty()) {
+    area = QRect();
+    for (const QModelIndex& cell : selected) {
+      area |= QRect(cell.column(), cell.row(), 1, 1);
+    }
+  }
   QString text;
-  for (int row = 0; row < gridModel_->Rows(); ++row) {
-    for (int column = 0; column < gridModel_->Columns(); ++column) {
-      text += column == 0 ? QString() : QStringLiteral("\t");
-      text += gridModel_->CellText(row, column);
+  for (int row = area.top(); row <= area.bottom(); ++row) {
+    for (int column = area.left(); column <= area.right(); ++column) {
+      text += column == area.left() ? QString() : QStringLiteral("\t");
+      if (selected.isEmpty() || selectionModel()->isSelected(gridModel_->index(row, column))) {
+        text += gridModel_->CellText(row, column);
+      }
     }
     text += u'\n';
   }
   return text;
+}
+
+void SyncGridView::SetZoom(int percent) {
+  const int zoom = std::clamp(percent, kSmallestZoom, kLargestZoom);
+  if (zoom != zoom_) {
+    zoom_ = zoom;
+    FitFont();
+  }
+}
+
+void SyncGridView::ShowMeasured(std::vector<GridPosition> cells) {
+  if (cells != marks_.measured) {
+    marks_.measured = std::move(cells);
+    viewport()->update();
+  }
 }
 
 bool SyncGridView::event(QEvent* event) {
@@ -99,12 +145,110 @@ bool SyncGridView::viewportEvent(QEvent* event) {
                        cell.isValid() ? visualRect(cell) : QRect());
     return true;
   }
+  if (event->type() == QEvent::HoverEnter || event->type() == QEvent::HoverMove) {
+    hovered_ = indexAt(static_cast<QHoverEvent*>(event)->position().toPoint());
+    MarkCell();
+  } else if (event->type() == QEvent::HoverLeave) {
+    hovered_ = QModelIndex();
+    MarkCell();
+  }
   return QTableView::viewportEvent(event);
+}
+
+void SyncGridView::paintEvent(QPaintEvent* event) {
+  QTableView::paintEvent(event);
+  if (gridModel_ != nullptr && gridModel_->Rows() <= 1) {
+    QPainter painter(viewport());
+    painter.setFont(QApplication::font(this));
+    painter.setPen(palette().color(QPalette::Text));
+    painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap,
+                     QString::fromLatin1(kEmptyGridText));
+  }
+}
+
+void SyncGridView::wheelEvent(QWheelEvent* event) {
+  if ((event->modifiers() & Qt::ControlModifier) == 0) {
+    QTableView::wheelEvent(event);
+    return;
+  }
+  // A fine wheel turns by less than a step at a time.
+  wheelAngle_ += event->angleDelta().y();
+  SetZoom(zoom_ + wheelAngle_ / QWheelEvent::DefaultDeltasPerStep * kZoomStep);
+  wheelAngle_ %= QWheelEvent::DefaultDeltasPerStep;
+  event->accept();
+}
+
+bool SyncGridView::ZoomByKey(const QKeyEvent& event) {
+  // The plus key may need Shift, and may be the one of the number pad.
+  const Qt::KeyboardModifiers others = Qt::ShiftModifier | Qt::KeypadModifier;
+  if ((event.modifiers() & ~others) != Qt::ControlModifier) {
+    return false;
+  }
+  switch (event.key()) {
+    case Qt::Key_Plus:
+    case Qt::Key_Equal:
+      SetZoom(zoom_ + kZoomStep);
+      return true;
+    case Qt::Key_Minus:
+      SetZoom(zoom_ - kZoomStep);
+      return true;
+    case Qt::Key_0:
+      SetZoom(kUsualZoom);
+      return true;
+    default:
+      return false;
+  }
+}
+
+void SyncGridView::OpenContextMenu() {
+  const QRect cell = visualRect(currentIndex()) & viewport()->rect();
+  const QPoint place = cell.isEmpty() ? viewport()->rect().center() : cell.center();
+  QContextMenuEvent menu(QContextMenuEvent::Keyboard, viewport()->mapTo(this, place),
+                         viewport()->mapToGlobal(place));
+  QApplication::sendEvent(this, &menu);
+}
+
+void SyncGridView::focusInEvent(QFocusEvent* event) {
+  QTableView::focusInEvent(event);
+  MarkCell();
+}
+
+void SyncGridView::focusOutEvent(QFocusEvent* event) {
+  QTableView::focusOutEvent(event);
+  MarkCell();
+}
+
+void SyncGridView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+  QTableView::currentChanged(current, previous);
+  MarkCell();
+}
+
+void SyncGridView::MarkCell() {
+  QModelIndex cell = hovered_;
+  if (!cell.isValid() && hasFocus()) {
+    cell = currentIndex();
+  }
+  const GridPosition mirror =
+      cell.isValid() ? GridPosition{cell.column(), cell.row()} : GridPosition{};
+  columnHeader_->SetMarked(mirror.row);
+  rowHeader_->SetMarked(mirror.column);
+  if (mirror != marks_.mirror) {
+    update(gridModel_->index(marks_.mirror.row, marks_.mirror.column));
+    marks_.mirror = mirror;
+    update(gridModel_->index(mirror.row, mirror.column));
+  }
 }
 
 void SyncGridView::keyPressEvent(QKeyEvent* event) {
   if (event->matches(QKeySequence::Copy)) {
-    QApplication::clipboard()->setText(GridText());
+    QApplication::clipboard()->setText(CopiedText());
+    return;
+  }
+  if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
+    OpenContextMenu();
+    return;
+  }
+  if (ZoomByKey(*event)) {
     return;
   }
   QTableView::keyPressEvent(event);
@@ -127,11 +271,11 @@ void SyncGridView::FitFont() {
     return;
   }
   const QScopedValueRollback fitting(fitting_, true);
-  const int columnWidth = widgets::TwipsToPixels(*this, kGridColumnTwips);
+  const int columnWidth = ColumnPixels(kGridColumnTwips);
   const int available = columnWidth - kColumnPadding;
   // Starts from the program's font, because the view's own, fitted earlier, could only shrink.
   QFont fitted = QApplication::font(this);
-  int pixels = QFontInfo(fitted).pixelSize();
+  int pixels = std::max(kSmallestFontPixels, QFontInfo(fitted).pixelSize() * zoom_ / kUsualZoom);
   const auto widest = [&] {
     fitted.setPixelSize(pixels);
     const QFontMetrics metrics(fitted);
@@ -156,6 +300,15 @@ void SyncGridView::FitFont() {
   verticalHeader()->setFixedWidth(columnWidth);
 }
 
+int SyncGridView::ColumnPixels(int twips) const {
+  return widgets::TwipsToPixels(*this, twips) * zoom_ / kUsualZoom;
+}
+
 void SyncGridView::ShowCorner() { corner_->setText(gridModel_->CellText(0, 0)); }
+
+void SyncGridView::DescribeEmptiness() {
+  setAccessibleDescription(gridModel_->Rows() <= 1 ? QString::fromLatin1(kEmptyGridText)
+                                                   : QString());
+}
 
 }  // namespace kelvara::sync

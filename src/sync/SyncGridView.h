@@ -1,10 +1,15 @@
 #pragma once
 
 #include <QLabel>
+#include <QPersistentModelIndex>
 #include <QTableView>
 #include <functional>
 #include <utility>
+#include <vector>
 
+#include "sync/GridCellDelegate.h"
+#include "sync/GridHeader.h"
+#include "sync/MeasuredCells.h"
 #include "sync/SyncGridModel.h"
 
 namespace kelvara::sync {
@@ -26,24 +31,50 @@ class SyncGridView : public QTableView {
     toolTips_ = std::move(toolTips);
   }
 
-  /// The whole grid as text, with tabs between cells and a line feed after each row.
-  QString GridText() const;
+  /// What Copy copies: the rectangle around the selected cells, or else the whole grid, as text
+  /// with tabs between cells and a line feed after each row. Cells that are not selected are empty.
+  QString CopiedText() const;
+
+  /// Scales columns, rows and texts, in per cent of their usual size: 50 to 200.
+  void SetZoom(int percent);
+  int Zoom() const { return zoom_; }
+
+  /// Frames these cells, given by rows, instead of those framed before.
+  void ShowMeasured(std::vector<GridPosition> cells);
 
  protected:
   bool event(QEvent* event) override;
   void updateGeometries() override;
   bool viewportEvent(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+  void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
   void changeEvent(QEvent* event) override;
 
  private:
   void HideHeaderCells();
   void FitFont();
+  int ColumnPixels(int twips) const;
+  bool ZoomByKey(const QKeyEvent& event);
+  void OpenContextMenu();
+  /// Marks the headers and the mirror of the cell under the mouse, or else of the current cell.
+  void MarkCell();
   void ShowCorner();
+  /// Tells screen readers what an empty grid waits for.
+  void DescribeEmptiness();
 
   SyncGridModel* gridModel_ = nullptr;
   QLabel* corner_;
   bool fitting_ = false;
+  int zoom_;
+  int wheelAngle_ = 0;
+  GridHeader* columnHeader_;
+  GridHeader* rowHeader_;
+  GridMarks marks_;
+  QPersistentModelIndex hovered_;
   std::function<QString(int, int)> toolTips_;
 };
 

@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <QToolTip>
+#include <set>
 
 #include "FrmMainRig.h"
 
@@ -293,6 +294,47 @@ TEST(GridMenu, ExportsTheResultsAndCopiesTheGrid) {
   rig.Grid().setFocus();
   Press(rig.window, Qt::Key_C, Qt::ControlModifier);
   EXPECT_TRUE(QApplication::clipboard()->text().startsWith("RPN\t01"));
+}
+
+TEST(GridMenu, EntriesHaveDifferentMnemonics) {
+  FrmMainRig rig;
+  std::set<QChar> letters;
+  for (const QAction* const entry : rig.Grid().actions()) {
+    const QString text = entry->text();
+    letters.insert(text[text.indexOf(u'&') + 1].toUpper());
+  }
+  EXPECT_EQ(letters, (std::set<QChar>{u'C', u'E'}));
+}
+
+TEST(GridMarks, FrameTheCellsOfTheLastReportForThreeSeconds) {
+  FrmMainRig rig;
+  rig.Open();
+  const auto& timer = Find<QTimer>(rig.window, "MeasuredTimer");
+  EXPECT_EQ(timer.interval(), 3000);
+  const auto isFramed = [&rig](int row, int column) {
+    QCoreApplication::processEvents();
+    const QRect cell = rig.Grid().visualRect(rig.Grid().model()->index(row, column));
+    const QImage picture = rig.Grid().viewport()->grab().toImage();
+    return picture.pixelColor(cell.topLeft() + QPoint(1, 8)) == QColor(Qt::black);
+  };
+  rig.TakeReport();
+  rig.window.UpdateSyncGrid();
+  EXPECT_TRUE(timer.isActive());
+  EXPECT_TRUE(isFramed(1, 2));
+  EXPECT_TRUE(isFramed(1, 3));
+  EXPECT_FALSE(isFramed(2, 1));
+  rig.window.UpdateSyncGrid();
+  EXPECT_TRUE(isFramed(1, 2)) << "a redraw without a report";
+  rig.window.ProcessRfpsReport(
+      "rfps\r\n"
+      "100ec5A406 Sync\r\n"
+      "100ec5A301 Neighbour phase =   -7\r\n");
+  rig.window.UpdateSyncGrid();
+  EXPECT_TRUE(isFramed(2, 1));
+  EXPECT_FALSE(isFramed(1, 2)) << "only those of the last report";
+  rig.Tick("MeasuredTimer");
+  EXPECT_FALSE(isFramed(2, 1));
+  EXPECT_FALSE(timer.isActive());
 }
 
 TEST(GridToolTip, DescribesTheCellUnderThePointer) {

@@ -2,43 +2,16 @@
 
 #include <gtest/gtest.h>
 
-#include <QHeaderView>
 #include <QLabel>
 #include <QScrollBar>
 #include <QSignalSpy>
-#include <QTest>
 
-#include "support/WindowDriver.h"
-#include "sync/SyncGrid.h"
+#include "sync/SyncGridViewRig.h"
 
 namespace kelvara::test {
 namespace {
 
-class SyncGridViewTest : public testing::Test {
- protected:
-  SyncGridViewTest() { view_.SetGridModel(&model_); }
-
-  void Fill(int antennas) {
-    model_.BeginRedraw();
-    model_.SetSize(antennas + 1, antennas + 1);
-    for (int i = 0; i <= antennas; ++i) {
-      model_.SetColumnWidth(i, sync::kGridColumnTwips);
-      for (int j = 0; j <= antennas; ++j) {
-        model_.SetText(i, j, std::to_string(i * 100 + j));
-        model_.SetCentred(i, j);
-        if (i > 0 && j > 0) {
-          model_.SetBackground(i, j, sync::Colour{0xFFE6E6});
-        }
-      }
-    }
-    model_.EndRedraw();
-  }
-
-  QVariant Data(int row, int column, int role) { return model_.index(row, column).data(role); }
-
-  sync::SyncGridModel model_;
-  sync::SyncGridView view_;
-};
+class SyncGridViewTest : public SyncGridViewRig {};
 
 TEST_F(SyncGridViewTest, HoldsTextBackgroundAndAlignmentInTheUsualRoles) {
   Fill(2);

@@ -1,0 +1,192 @@
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QMenu>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTimer>
+#include <QWheelEvent>
+
+#include "sync/SyncGridViewRig.h"
+
+namespace kelvara::test {
+namespace {
+
+/// What a user does with the grid: zoom, point, select and copy.
+class SyncGridUseTest : public SyncGridViewRig {};
+
+TEST_F(SyncGridUseTest, ZoomsByKeysBetweenHalfAndDoubleSize) {
+  Fill(3);
+  ShowWindow(view_);
+  const int usualHeight = view_.rowHeight(1);
+  const int usualFont = QFontInfo(view_.font()).pixelSize();
+  Press(view_, Qt::Key_Plus, Qt::ControlModifier);
+  EXPECT_EQ(view_.Zoom(), 110);
+  EXPECT_EQ(view_.columnWidth(1), 40);
+  Press(view_, Qt::Key_Minus, Qt::ControlModifier);
+  Press(view_, Qt::Key_Minus, Qt::ControlModifier | Qt::KeypadModifier);
+  EXPECT_EQ(view_.Zoom(), 90);
+  for (int i = 0; i < 20; ++i) {
+    Press(view_, Qt::Key_Equal, Qt::ControlModifier);
+  }
+  EXPECT_EQ(view_.Zoom(), 200);
+  EXPECT_EQ(view_.columnWidth(3), 74);
+  EXPECT_EQ(view_.verticalHeader()->width(), 74);
+  EXPECT_GT(view_.rowHeight(1), usualHeight);
+  EXPECT_GT(QFontInfo(view_.font()).pixelSize(), usualFont);
+  EXPECT_LE(QFontMetrics(view_.font()).horizontalAdvance(QStringLiteral("-12350")), 73);
+  for (int i = 0; i < 20; ++i) {
+    Press(view_, Qt::Key_Minus, Qt::ControlModifier);
+  }
+  EXPECT_EQ(view_.Zoom(), 50);
+  EXPECT_EQ(view_.columnWidth(1), 18);
+  Press(view_, Qt::Key_0, Qt::ControlModifier);
+  EXPECT_EQ(view_.Zoom(), 100);
+  EXPECT_EQ(view_.columnWidth(1), 37);
+  EXPECT_EQ(view_.rowHeight(1), usualHeight);
+  EXPECT_EQ(QFontInfo(view_.font()).pixelSize(), usualFont);
+}
+
+TEST_F(SyncGridUseTest, ZoomsByTheWheelWithControlAndScrollsWithoutIt) {
+  view_.resize(300, 200);
+  Fill(51);
+  ShowWindow(view_);
+  const auto turn = [this](int angle, Qt::KeyboardModifiers modifiers) {
+    const QPoint middle = view_.viewport()->rect().center();
+    QWheelEvent wheel(middle, view_.viewport()->mapToGlobal(middle), {}, QPoint(0, angle),
+                      Qt::NoButton, modifiers, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(view_.viewport(), &wheel);
+  };
+  turn(120, Qt::ControlModifier);
+  EXPECT_EQ(view_.Zoom(), 110);
+  turn(-60, Qt::ControlModifier);
+  EXPECT_EQ(view_.Zoom(), 110) << "half a step";
+  turn(-60, Qt::ControlModifier);
+  EXPECT_EQ(view_.Zoom(), 100);
+  EXPECT_EQ(view_.verticalScrollBar()->value(), 0);
+  turn(-120, Qt::NoModifier);
+  EXPECT_EQ(view_.Zoom(), 100);
+  EXPECT_GT(view_.verticalScrollBar()->value(), 0);
+}
+
+TEST_F(SyncGridUseTest, KeepsItsZoomForNewColumns) {
+  Fill(2);
+  view_.SetZoom(200);
+  Fill(4);
+  EXPECT_EQ(view_.columnWidth(4), 74);
+}
+
+TEST_F(SyncGridUseTest, MarksTheHeadersAndTheMirrorOfTheCellUnderTheMouse) {
+  Fill(3);
+  view_.resize(400, 300);
+  ShowWindow(view_);
+  PointAt(1, 3);
+  EXPECT_EQ(MarkedHeaders(), (std::vector<sync::GridPosition>{{1, 3}}));
+  EXPECT_EQ(ColourIn(3, 1, QPoint(0, 0)), QColor(Qt::black));
+  EXPECT_EQ(ColourIn(3, 1, QPoint(3, 3)), QColor(230, 230, 255)) << "its colour stays";
+  EXPECT_EQ(ColourIn(1, 3, QPoint(0, 0)), QColor(230, 230, 255));
+  PointAt(2, 1);
+  EXPECT_EQ(MarkedHeaders(), (std::vector<sync::GridPosition>{{2, 1}}));
+  EXPECT_EQ(ColourIn(3, 1, QPoint(0, 0)), QColor(230, 230, 255));
+}
+
+TEST_F(SyncGridUseTest, MarksTheHeadersAndTheMirrorOfTheCurrentCell) {
+  Fill(3);
+  view_.resize(400, 300);
+  ShowWindow(view_);
+  view_.setFocus();
+  view_.setCurrentIndex(model_.index(1, 1));
+  Press(view_, Qt::Key_Right);
+  EXPECT_EQ(MarkedHeaders(), (std::vector<sync::GridPosition>{{1, 2}}));
+  EXPECT_EQ(ColourIn(2, 1, QPoint(0, 0)), QColor(Qt::black));
+  Press(view_, Qt::Key_Down);
+  EXPECT_EQ(MarkedHeaders(), (std::vector<sync::GridPosition>{{2, 2}}));
+  model_.SetSize(1, 1);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(MarkedHeaders(), std::vector<sync::GridPosition>{});
+}
+
+TEST_F(SyncGridUseTest, FramesMeasuredCellsWithoutChangingTheirColour) {
+  Fill(3);
+  view_.resize(400, 300);
+  ShowWindow(view_);
+  view_.ShowMeasured({{1, 2}, {2, 3}});
+  for (const auto& [row, column] : {std::pair{1, 2}, {2, 3}}) {
+    EXPECT_EQ(ColourIn(row, column, QPoint(1, 8)), QColor(Qt::black));
+    EXPECT_EQ(ColourIn(row, column, QPoint(3, 3)), QColor(230, 230, 255));
+    EXPECT_EQ(Data(row, column, Qt::BackgroundRole).value<QBrush>().color(), QColor(230, 230, 255));
+  }
+  EXPECT_EQ(ColourIn(1, 3, QPoint(1, 8)), QColor(230, 230, 255));
+  view_.ShowMeasured({});
+  EXPECT_EQ(ColourIn(1, 2, QPoint(1, 8)), QColor(230, 230, 255));
+}
+
+TEST_F(SyncGridUseTest, SaysWhatItWaitsForWhileItIsEmpty) {
+  view_.resize(400, 300);
+  ShowWindow(view_);
+  const auto hasText = [this] {
+    const QImage picture = view_.viewport()->grab().toImage();
+    for (int y = 0; y < picture.height(); ++y) {
+      for (int x = 0; x < picture.width(); ++x) {
+        if (picture.pixelColor(x, y) == view_.palette().color(QPalette::Text)) {
+          return true;
+        }
+      }
+    }
+    return false;
+  };
+  EXPECT_TRUE(hasText());
+  EXPECT_TRUE(view_.accessibleDescription().startsWith("Waiting for the first sync report."));
+  model_.SetSize(2, 2);
+  QCoreApplication::processEvents();
+  EXPECT_FALSE(hasText());
+  EXPECT_EQ(view_.accessibleDescription(), "");
+  model_.SetSize(1, 1);
+  QCoreApplication::processEvents();
+  EXPECT_TRUE(hasText());
+  EXPECT_NE(view_.accessibleDescription(), "");
+}
+
+TEST_F(SyncGridUseTest, CopiesTheSelectionOrElseTheWholeGrid) {
+  Fill(2);
+  ShowWindow(view_);
+  const QString whole = QStringLiteral("0\t1\t2\n100\t101\t102\n200\t201\t202\n");
+  EXPECT_EQ(Copied(), whole);
+  view_.setFocus();
+  view_.setCurrentIndex(model_.index(1, 1));
+  Press(view_, Qt::Key_Right, Qt::ShiftModifier);
+  EXPECT_EQ(Copied(), "101\t102\n");
+  const auto click = [this](int row, int column, Qt::KeyboardModifiers modifiers) {
+    QTest::mouseClick(view_.viewport(), Qt::LeftButton, modifiers,
+                      view_.visualRect(model_.index(row, column)).center());
+  };
+  click(1, 2, Qt::NoModifier);
+  EXPECT_EQ(Copied(), "102\n");
+  click(2, 1, Qt::ControlModifier);
+  EXPECT_EQ(Copied(), "\t102\n201\t\n");
+  Press(view_, Qt::Key_A, Qt::ControlModifier);
+  EXPECT_EQ(Copied(), whole);
+  view_.clearSelection();
+  EXPECT_EQ(Copied(), whole);
+}
+
+TEST_F(SyncGridUseTest, OpensItsContextMenuByShiftAndF10) {
+  QAction entry(QStringLiteral("&Copy"));
+  view_.addAction(&entry);
+  view_.setContextMenuPolicy(Qt::ActionsContextMenu);
+  const QSignalSpy chosen(&entry, &QAction::triggered);
+  ShowWindow(view_);
+  for (const int antennas : {0, 2}) {
+    Fill(antennas);
+    QTimer::singleShot(50, [] {
+      auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+      ASSERT_NE(menu, nullptr);
+      Press(*menu, Qt::Key_C);
+    });
+    Press(view_, Qt::Key_F10, Qt::ShiftModifier);
+  }
+  EXPECT_EQ(chosen.count(), 2);
+}
+
+}  // namespace
+}  // namespace kelvara::test

@@ -83,6 +83,9 @@ int RunDesktopProgram(const DesktopOptions& options) {
   FrmMain window(
       desktop, options.demo ? static_cast<platform::SerialPort&>(demoPort) : machinePort,
       [&](int port) { return options.demo ? DescribeDemoPort(port) : machinePort.Describe(port); });
+  if (!options.demo) {
+    window.SetPortMarks([&machinePort](int port) { return machinePort.PresentAdapter(port); });
+  }
   if (options.testReport) {
     window.Live().Display().GetDisplaySettings();
     return window.TestReport() ? 0 : 1;

@@ -61,6 +61,9 @@ class FrmMain : public QMainWindow {
   /// port dialog.
   void Form_Load();
 
+  /// Sets how the port dialog marks the ports whose devices are present.
+  void SetPortMarks(PortDescription portMark) { portMark_ = std::move(portMark); }
+
   /// Lays the controls out for the window's size. A size too small for a control ends the layout
   /// silently.
   void Form_Resize();
@@ -166,6 +169,7 @@ class FrmMain : public QMainWindow {
   const platform::Desktop& desktop_;
   platform::SerialPort& MSComm1_;
   PortDescription describePort_;
+  PortDescription portMark_;
   std::string sHelpPath_;
 
   std::unique_ptr<MainMenu> menu_;

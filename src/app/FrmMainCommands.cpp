@@ -141,7 +141,9 @@ void FrmMain::BuildGridMenu() {
 }
 
 void FrmMain::ShowPortDialog() {
-  link::FrmComSelect(live_->Port(), desktop_.messageBoxes, describePort_, this).exec();
+  link::FrmComSelect dialog(live_->Port(), desktop_.messageBoxes, describePort_, this);
+  dialog.SetPortMarks(portMark_);
+  dialog.exec();
 }
 
 void FrmMain::mnuComPort_Click() {

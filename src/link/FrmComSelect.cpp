@@ -9,6 +9,7 @@
 
 #include "base/Fault.h"
 #include "help/ProgramTitle.h"
+#include "link/PortMarkDelegate.h"
 #include "platform/qt/Text.h"
 #include "platform/widgets/DialogControls.h"
 #include "platform/widgets/DialogManners.h"
@@ -61,6 +62,7 @@ void FrmComSelect::MakeControls() {
   for (int port = 1; port <= platform::kLastComPort; ++port) {
     ComboCom_->addItem(QStringLiteral("COM%1").arg(port));
   }
+  ComboCom_->setItemDelegate(new PortMarkDelegate(ComboCom_));
   ComboBaud_ = new QComboBox(this);
   widgets::NameControl(*ComboBaud_, "ComboBaud", "Baud Rate",
                        "Baud rate (default is 19200 for beltpack).");
@@ -161,6 +163,7 @@ void FrmComSelect::changeEvent(QEvent* event) {
     // The user may have plugged something in meanwhile.
     if (isActiveWindow() && wasLeft_) {
       ShowDescription();
+      ShowMarks();
     }
     wasLeft_ = !isActiveWindow();
   }
@@ -176,6 +179,21 @@ void FrmComSelect::ShowDescription() {
   portLine_->setText(text);
   portLine_->setAccessibleName(text);
   KeepSpaceForDescription();
+}
+
+void FrmComSelect::SetPortMarks(PortMark portMark) {
+  portMark_ = std::move(portMark);
+  ShowMarks();
+}
+
+void FrmComSelect::ShowMarks() {
+  for (int row = 0; portMark_ && row < ComboCom_->count(); ++row) {
+    QListWidgetItem& item = *ComboCom_->item(row);
+    const QString mark = qt::ToQString(portMark_(row + 1));
+    item.setData(kPortMarkRole, mark);
+    item.setData(Qt::AccessibleTextRole,
+                 mark.isEmpty() ? item.text() : item.text() + QStringLiteral(", present: ") + mark);
+  }
 }
 
 void FrmComSelect::resizeEvent(QResizeEvent* event) {

@@ -18,6 +18,9 @@ namespace kelvara::link {
 /// do.
 using PortDescription = std::function<std::string(int port)>;
 
+/// Names the adapter of the device behind a port number; empty if no device is present.
+using PortMark = std::function<std::string(int port)>;
+
 /// The port dialog: which serial port the beltpack is on, and at what rate. A new one is made each
 /// time it is shown.
 class FrmComSelect : public QDialog {
@@ -27,6 +30,9 @@ class FrmComSelect : public QDialog {
   /// `comPort` and `messageBoxes` must outlive the window.
   FrmComSelect(ComPort& comPort, platform::MessageBoxes& messageBoxes, PortDescription describePort,
                QWidget* parent = nullptr);
+
+  /// Marks the ports whose devices are present, now and whenever the user comes back.
+  void SetPortMarks(PortMark portMark);
 
   /// Opens the chosen port at the rate typed and closes the window. If that fails, or no port is
   /// chosen, a message box says so, the port that was open is closed, and the window stays open.
@@ -45,6 +51,7 @@ class FrmComSelect : public QDialog {
   void FitToFont();
   void Form_Load();
   void ShowDescription();
+  void ShowMarks();
   void KeepSpaceForDescription();
   std::string Description(int port) const;
   /// The number of the chosen port; 0 when none is.
@@ -53,6 +60,7 @@ class FrmComSelect : public QDialog {
   ComPort& comPort_;
   platform::MessageBoxes& messageBoxes_;
   PortDescription describePort_;
+  PortMark portMark_;
   QListWidget* ComboCom_ = nullptr;
   QComboBox* ComboBaud_ = nullptr;
   QLabel* portLine_ = nullptr;

@@ -92,6 +92,19 @@ std::string QtSerialPort::Describe(int port) const {
   }
 }
 
+std::string QtSerialPort::PresentAdapter(int port) const {
+  try {
+    const std::string device = FollowLinks(ports_.DeviceOf(port));
+    if (!LookAt(device).IsPresent()) {
+      return {};
+    }
+    const std::string adapter = adapterName_(device);
+    return adapter.empty() ? "device" : adapter;
+  } catch (const base::Fault&) {
+    return {};
+  }
+}
+
 void QtSerialPort::CloseDevice() {
   if (HasDevice()) {
     device_->Close();

@@ -71,6 +71,10 @@ class QtSerialPort : public platform::SerialPort {
   /// opening.
   std::string Describe(int port) const;
 
+  /// The adapter of the device behind a port, or "device" if its name is unknown; empty if the
+  /// device is absent. Opens nothing.
+  std::string PresentAdapter(int port) const;
+
  private:
   void OpenDevice();
   [[noreturn]] void Refuse(const std::string& device, PortFinding finding);

@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QCoreApplication>
 #include <QGuiApplication>
+#include <QImage>
 #include <QTest>
 #include <vector>
 
@@ -61,6 +63,44 @@ TEST_F(FrmComSelectLineTest, ShowsTheTextOfAFault) {
   description = [](int) -> std::string { throw base::Fault(base::FaultKind::Port, "no table"); };
   Open();
   EXPECT_EQ(Line(), "no table");
+}
+
+TEST_F(FrmComSelectLineTest, MarksThePortsWhoseDevicesArePresent) {
+  Open();
+  const auto picture = [this](int row) {
+    const QRect item = ComboCom().visualItemRect(ComboCom().item(row));
+    return ComboCom().viewport()->grab(item).toImage();
+  };
+  const auto screenText = [this](int row) {
+    QAccessibleInterface* const list = QAccessible::queryAccessibleInterface(&ComboCom());
+    return list->child(row)->text(QAccessible::Name).toStdString();
+  };
+  const QImage unmarked = picture(2);
+  window->SetPortMarks([](int number) { return number == 3 ? "FTDI FT232R USB UART" : ""; });
+  EXPECT_NE(picture(2), unmarked);
+  EXPECT_EQ(ComboCom().item(2)->text(), "COM3");
+  EXPECT_EQ(screenText(2), "COM3, present: FTDI FT232R USB UART");
+  EXPECT_EQ(screenText(3), "COM4");
+  EXPECT_EQ(described.size(), 1U) << "marking describes no other port";
+  TakePicture(*window, "marked");
+  window->SetPortMarks([](int) { return ""; });
+  EXPECT_EQ(picture(2), unmarked);
+}
+
+TEST_F(FrmComSelectLineTest, MarksAreUpdatedWhenTheUserComesBack) {
+  if (QGuiApplication::platformName() == QStringLiteral("windows")) {
+    GTEST_SKIP() << "Windows gives no other window of the program the focus while a dialog is open";
+  }
+  Open();
+  std::string mark;
+  window->SetPortMarks([&mark](int) { return mark; });
+  mark = "Prolific";
+  QWidget other;
+  ShowWindow(other);
+  window->activateWindow();
+  EXPECT_TRUE(QTest::qWaitFor([this] {
+    return ComboCom().item(0)->data(Qt::AccessibleTextRole) == "COM1, present: Prolific";
+  }));
 }
 
 TEST_F(FrmComSelectLineTest, LayoutHoldsInEveryThemeAndFont) {

@@ -79,6 +79,16 @@ TEST_F(PortDeviceTest, IsDescribedForTheUser) {
   EXPECT_EQ(port_.Describe(3), link.toStdString() + ": open now, in this program.");
 }
 
+TEST_F(PortDeviceTest, NamesItsAdapterOnlyWhileItIsPresent) {
+  const ports::QtSerialPort named(table_, [](const std::string&) { return "Example USB Serial"; });
+  table_.Assign({2, "/dev/no-such-device"});
+  EXPECT_EQ(named.PresentAdapter(1), "Example USB Serial");
+  EXPECT_EQ(named.PresentAdapter(2), "");
+  EXPECT_EQ(named.PresentAdapter(13), "");
+  const ports::QtSerialPort unnamed(table_, [](const std::string&) { return ""; });
+  EXPECT_EQ(unnamed.PresentAdapter(1), "device");
+}
+
 TEST_F(PortDeviceTest, IsDescribedWithItsAdapter) {
   const ports::QtSerialPort port(table_, [this](const std::string& device) {
     return std::string(device == terminal_.Device() ? "Example USB Serial" : "");

@@ -1,5 +1,7 @@
 #include "app/Session.h"
 
+#include "base/Fault.h"
+
 namespace kelvara::app {
 
 Session::Session(const platform::Machine& machine, sync::GridCells& grid, capture::LogBox* logBox)
@@ -12,11 +14,31 @@ Session::Session(const platform::Machine& machine, sync::GridCells& grid, captur
 
 void Session::ClearSyncResults() {
   syncGrid_.Clear();
+  if (model_.ReportCount() > 0) {
+    cleared_ = std::make_unique<sync::SyncModel>(model_);
+  }
   model_.Clear();
   if (logBox_ != nullptr) {
     logBox_->Clear();
   }
   TotalsChanged();
+}
+
+std::string Session::RestoreClearedResults() {
+  return cleared_ == nullptr ? "No results have been cleared" : AddOlderResults(*cleared_);
+}
+
+std::string Session::AddOlderResults(const sync::SyncModel& older) {
+  try {
+    model_.AddOlder(older);
+  } catch (const base::Fault& fault) {
+    return fault.Kind() == base::FaultKind::Subscript
+               ? "Together there would be more than " + std::to_string(sync::kMaxAas) + " antennas"
+               : "Together the readings would be too many to be counted";
+  }
+  cleared_.reset();
+  TotalsChanged();
+  return {};
 }
 
 void Session::TotalsChanged() {

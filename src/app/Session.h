@@ -1,6 +1,8 @@
 #pragma once
 
 #include <functional>
+#include <memory>
+#include <string>
 #include <utility>
 
 #include "app/OptionTable.h"
@@ -24,10 +26,23 @@ class Session {
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
 
-  /// Empties the model, the grid and the log box.
+  /// Empties the model, the grid and the log box. Results of at least one report are kept, in place
+  /// of those kept before, until they are restored.
   void ClearSyncResults();
 
-  /// Sets what is called after a report has been counted or the results have been cleared.
+  /// The results that the last clear of at least one report removed; null if there are none.
+  const sync::SyncModel* ClearedResults() const { return cleared_.get(); }
+
+  /// Puts the results that were cleared before those that have come since; the log box is not
+  /// restored. Returns why it failed, with nothing changed; empty if it succeeded.
+  std::string RestoreClearedResults();
+
+  /// Puts older results before those of the model, and forgets the results that were cleared.
+  /// Returns why it failed, with nothing changed; empty if it succeeded.
+  std::string AddOlderResults(const sync::SyncModel& older);
+
+  /// Sets what is called after a report has been counted or the results have been cleared
+  /// or restored.
   void SetTotalsChanged(std::function<void()> totalsChanged) {
     totalsChanged_ = std::move(totalsChanged);
   }
@@ -49,6 +64,7 @@ class Session {
   capture::LogBox* logBox_;
   app::Options options_ = FirstOptions();
   sync::SyncModel model_;
+  std::unique_ptr<const sync::SyncModel> cleared_;
   sync::SyncGrid syncGrid_;
   capture::DataCapture capture_;
   sync::RfpsParser parser_;

@@ -1,12 +1,24 @@
 #include "sync/SyncModel.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/CheckedInteger.h"
 
 namespace kelvara::sync {
 
 using base::At;
+
+namespace {
+
+void AddCell(PhaseCell& cell, const PhaseCell& added) {
+  cell.Sum = base::Add32(cell.Sum, added.Sum);
+  cell.Count = base::Add32(cell.Count, added.Count);
+  cell.Max = std::max(cell.Max, added.Max);
+  cell.Min = std::min(cell.Min, added.Min);
+}
+
+}  // namespace
 
 void SyncModel::Clear() {
   aaCount_ = 0;
@@ -54,6 +66,41 @@ void SyncModel::SetCell(int from, int to, const PhaseCell& cell) {
 }
 
 void SyncModel::CountReport() { reportCount_ = base::Add32(reportCount_, 1); }
+
+void SyncModel::AddOlder(const SyncModel& older) {
+  SyncModel joined = older;
+  joined.AddNewer(*this);
+  joined.clearCount_ = clearCount_ + 1;
+  joined.keepsReadings_ = keepsReadings_;
+  *this = std::move(joined);
+}
+
+int SyncModel::ListedAas() const { return std::min<int>(aaCount_, kMaxAas); }
+
+void SyncModel::AddNewer(const SyncModel& newer) {
+  const AaTable indices = AddAntennasOf(newer);
+  for (int from = 0; from < newer.ListedAas(); ++from) {
+    for (int to = 0; to < newer.ListedAas(); ++to) {
+      AddCell(At(At(cells_, At(indices, from)), At(indices, to)), newer.Cell(from, to));
+    }
+  }
+  for (const Reading& reading : newer.readings_) {
+    readings_.push_back({At(indices, reading.from), At(indices, reading.to), reading.phase});
+  }
+  reportCount_ = base::Add32(reportCount_, newer.reportCount_);
+}
+
+SyncModel::AaTable SyncModel::AddAntennasOf(const SyncModel& newer) {
+  // A count of 52, which tells that an antenna was refused, is not an antenna to be added.
+  const std::int16_t largestCount = std::max(aaCount_, newer.aaCount_);
+  aaCount_ = static_cast<std::int16_t>(ListedAas());
+  AaTable indices{};
+  for (int index = 0; index < newer.ListedAas(); ++index) {
+    At(indices, index) = FindOrAddAa(newer.AaRpn(index), newer.AaFps(index), newer.AaFpn(index));
+  }
+  aaCount_ = std::max(aaCount_, largestCount);
+  return indices;
+}
 
 std::int16_t SyncModel::AaRpn(int index) const { return At(aaRpn_, index); }
 

@@ -51,6 +51,12 @@ class SyncModel {
   /// Counts one processed report.
   void CountReport();
 
+  /// Puts results that were cleared before those of the model, as if there had been no clear: the
+  /// older antennas come first, sums, counts and reports are added, maxima and minima widened. Also
+  /// counts as a clear, because the indices change. More than 51 antennas are a subscript fault, a
+  /// number that grows too large is an overflow fault; the model is then unchanged.
+  void AddOlder(const SyncModel& older);
+
   /// Replaces a cell and the number of reports, to restore results that were stored.
   void SetCell(int from, int to, const PhaseCell& cell);
   void SetReportCount(std::int32_t reports) { reportCount_ = reports; }
@@ -77,6 +83,10 @@ class SyncModel {
 
  private:
   using AaTable = std::array<std::int16_t, kMaxAas>;
+
+  int ListedAas() const;
+  void AddNewer(const SyncModel& newer);
+  AaTable AddAntennasOf(const SyncModel& newer);
 
   std::int16_t aaCount_ = 0;
   std::int32_t reportCount_ = 0;

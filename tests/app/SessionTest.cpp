@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include "app/SessionRig.h"
 #include "base/Fault.h"
 #include "support/RecordedReports.h"
@@ -11,6 +13,7 @@ namespace {
 
 using test::CrLf;
 using test::OneNeighbourReport;
+using test::ReportOfMany;
 
 class SessionTest : public ::testing::Test, public test::SessionRig {
  protected:
@@ -169,6 +172,45 @@ TEST_F(SessionTest, AnEntryThatCannotBeWrittenAbandonsTheReportAtThatPoint) {
   EXPECT_EQ(session.Model().Cell(0, 1).Count, 1);
   EXPECT_EQ(session.Model().ReportCount(), 0);
   EXPECT_EQ(files.files["log.txt"], logBox.text);
+}
+
+TEST(RestoreClearedResults, BringsBackTheLastClearOfAtLeastOneReport) {
+  test::SessionRig rig;
+  rig.session.Parser().ProcessRfpsReport(OneNeighbourReport(1, 2, -11));
+  rig.session.ClearSyncResults();
+  rig.session.ClearSyncResults();
+  ASSERT_NE(rig.session.ClearedResults(), nullptr);
+  EXPECT_EQ(rig.session.ClearedResults()->ReportCount(), 1);
+  rig.session.Parser().ProcessRfpsReport(OneNeighbourReport(3, 1, 5));
+  const int changes = rig.totalsChanges;
+  EXPECT_EQ(rig.session.RestoreClearedResults(), "");
+  EXPECT_EQ(rig.totalsChanges, changes + 1);
+  const sync::SyncModel& model = rig.session.Model();
+  EXPECT_EQ(model.ReportCount(), 2);
+  EXPECT_EQ(model.AaRpn(0), 1);
+  EXPECT_EQ(model.AaRpn(2), 3);
+  EXPECT_EQ(model.Cell(2, 0).Sum, 5);
+  EXPECT_EQ(rig.session.ClearedResults(), nullptr);
+  EXPECT_EQ(rig.session.RestoreClearedResults(), "No results have been cleared");
+  EXPECT_EQ(model.ReportCount(), 2);
+}
+
+TEST(RestoreClearedResults, SaysWhyItCannotAndKeepsWhatWasCleared) {
+  test::SessionRig rig;
+  rig.session.Parser().ProcessRfpsReport(ReportOfMany(0, 1, 9));
+  rig.session.ClearSyncResults();
+  for (int first = 100; first < 145; first += 9) {
+    rig.session.Parser().ProcessRfpsReport(ReportOfMany(99, first, 9));
+  }
+  EXPECT_EQ(rig.session.RestoreClearedResults(), "Together there would be more than 51 antennas");
+  EXPECT_EQ(rig.session.Model().ReportCount(), 5);
+  rig.session.Model().Clear();
+  rig.session.Model().SetReportCount(std::numeric_limits<std::int32_t>::max());
+  EXPECT_EQ(rig.session.RestoreClearedResults(),
+            "Together the readings would be too many to be counted");
+  rig.session.Model().Clear();
+  EXPECT_EQ(rig.session.RestoreClearedResults(), "");
+  EXPECT_EQ(rig.session.Model().AaCount(), 10);
 }
 
 }  // namespace

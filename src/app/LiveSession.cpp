@@ -9,6 +9,7 @@ LiveSession::LiveSession(const platform::Machine& machine, sync::GridCells& grid
                          capture::LogBox* logBox, const link::LinkLine& line,
                          platform::SettingsStore& settings)
     : fileSystem_(machine.fileSystem),
+      clock_(machine.clock),
       line_(line),
       session_(machine, grid, logBox),
       link_(machine, line, session_.Capture(),
@@ -20,7 +21,9 @@ LiveSession::LiveSession(const platform::Machine& machine, sync::GridCells& grid
                    GenerateReport(std::move(afterwards));
                  }}),
       comPort_(line.MSComm1, line.TimerComPort, settings),
-      displaySettings_(settings, session_.Options()) {}
+      displaySettings_(settings, session_.Options()) {
+  link_.SetLineListener(this);
+}
 
 void LiveSession::StartLink() {
   link_.BeginSearch();
@@ -50,15 +53,16 @@ void LiveSession::StopPolling() {
 void LiveSession::Shutdown() {
   StopPolling();
   session_.Capture().CloseFile();
-  if (trace_) {
-    trace_->Close();
+  for (sessions::SessionListener* const listener : listeners_) {
+    listener->Ended();
   }
+  listeners_.clear();
 }
 
 void LiveSession::StartTrace(const std::string& path, bool append) {
-  trace_ = std::make_unique<sessions::LineTrace>(append ? fileSystem_.OpenForAppend(path)
-                                                        : fileSystem_.OpenForOutput(path));
-  link_.SetLineListener(trace_.get());
+  trace_ = std::make_unique<sessions::LineTrace>(
+      append ? fileSystem_.OpenForAppend(path) : fileSystem_.OpenForOutput(path), clock_);
+  listeners_.push_back(trace_.get());
 }
 
 std::string LiveSession::TraceFailure() const { return trace_ ? trace_->Failure() : ""; }
@@ -71,8 +75,12 @@ void LiveSession::ProcessRfpsReport(std::string_view report) {
 }
 
 void LiveSession::ClearSyncResults() {
+  const bool keeps = session_.Model().ReportCount() > 0;
   session_.ClearSyncResults();
   link_.ResultsCleared();
+  for (sessions::SessionListener* const listener : listeners_) {
+    listener->Cleared(keeps);
+  }
   ResultsChanged();
 }
 
@@ -84,6 +92,29 @@ void LiveSession::UpdateSyncGrid() {
 void LiveSession::ResultsChanged() {
   if (resultsChanged_) {
     resultsChanged_();
+  }
+}
+
+std::string LiveSession::RestoreClearedResults() {
+  std::string reason = session_.RestoreClearedResults();
+  if (reason.empty()) {
+    for (sessions::SessionListener* const listener : listeners_) {
+      listener->Restored();
+    }
+    UpdateSyncGrid();
+  }
+  return reason;
+}
+
+void LiveSession::Sent(std::string_view command) {
+  for (sessions::SessionListener* const listener : listeners_) {
+    listener->Sent(command);
+  }
+}
+
+void LiveSession::Received(std::string_view text) {
+  for (sessions::SessionListener* const listener : listeners_) {
+    listener->Received(text);
   }
 }
 

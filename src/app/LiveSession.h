@@ -3,7 +3,9 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 #include "app/DisplaySettings.h"
 #include "app/Session.h"
@@ -11,12 +13,13 @@
 #include "link/ComPort.h"
 #include "platform/SettingsStore.h"
 #include "sessions/LineTrace.h"
+#include "sessions/SessionListener.h"
 
 namespace kelvara::app {
 
 /// A session with a beltpack on the line: the sync model's session, the link, the port, the stored
 /// options.
-class LiveSession {
+class LiveSession : private link::LineListener {
  public:
   /// All arguments must outlive the session; `logBox` is null if there is none.
   LiveSession(const platform::Machine& machine, sync::GridCells& grid, capture::LogBox* logBox,
@@ -68,17 +71,25 @@ class LiveSession {
   void ClearSyncResults();
   void UpdateSyncGrid();
 
+  /// Restores the results that were cleared and shows them. Returns why it failed, with nothing
+  /// changed; empty if it succeeded.
+  std::string RestoreClearedResults();
+
  private:
   void ResultsChanged();
+  void Sent(std::string_view command) override;
+  void Received(std::string_view text) override;
   void GenerateReport(std::function<void()> afterwards);
 
   platform::FileSystem& fileSystem_;
+  const platform::Clock& clock_;
   link::LinkLine line_;
   Session session_;
   link::BeltpackLink link_;
   link::ComPort comPort_;
   DisplaySettings displaySettings_;
   std::unique_ptr<sessions::LineTrace> trace_;
+  std::vector<sessions::SessionListener*> listeners_;
   std::function<void(std::function<void()> afterwards)> reportCommand_;
   std::function<void()> reportTaken_;
   std::function<void()> resultsChanged_;

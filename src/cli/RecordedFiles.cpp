@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <istream>
+#include <optional>
 #include <span>
 
 #include "base/Fault.h"
@@ -73,6 +74,21 @@ void RecordedFiles::NoteDropped(sessions::DropReason reason) {
   }
 }
 
+void RecordedFiles::SetTime(std::int64_t utcMilliseconds) {
+  if (clock_ != nullptr) {
+    clock_->SetTraceTime(utcMilliseconds);
+  }
+}
+
+void RecordedFiles::ClearResults() { session_.ClearSyncResults(); }
+
+void RecordedFiles::RestoreResults() {
+  const std::string reason = session_.RestoreClearedResults();
+  if (!reason.empty()) {
+    streams_.Complain(name_ + ": cleared results were not restored: " + reason);
+  }
+}
+
 void RecordedFiles::ReadFile(const std::string& name, platform::InputFile& file,
                              sessions::RecordedText& text) {
   name_ = name == kStandardInput ? "standard input" : name;
@@ -86,6 +102,9 @@ void RecordedFiles::ReadFile(const std::string& name, platform::InputFile& file,
     progress.Advance(got);
   }
   text.End();
+  if (clock_ != nullptr) {
+    clock_->SetTraceTime(std::nullopt);
+  }
   names_ += names_.empty() ? "" : ", ";
   names_ += Quoted(name_);
   const std::string_view kind = sessions::KelvaraFile(start);

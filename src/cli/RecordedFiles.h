@@ -10,6 +10,7 @@
 #include "cli/CommandMachine.h"
 #include "cli/Streams.h"
 #include "sessions/RecordedText.h"
+#include "sessions/TraceClock.h"
 
 namespace kelvara::cli {
 
@@ -26,11 +27,15 @@ void ExpectReadable(const std::vector<std::string>& names);
 /// Hands recorded reports to the session's parser and notes dropped reports on standard error.
 class RecordedFiles : public sessions::RecordedTextReader {
  public:
-  RecordedFiles(app::Session& session, const Streams& streams)
-      : session_(session), streams_(streams) {}
+  /// `clock` follows the times in the files; null if the session does not use one.
+  RecordedFiles(app::Session& session, const Streams& streams, sessions::TraceClock* clock)
+      : session_(session), streams_(streams), clock_(clock) {}
 
   void ProcessRfpsReport(std::string_view report) override;
   void NoteDropped(sessions::DropReason reason) override;
+  void SetTime(std::int64_t utcMilliseconds) override;
+  void ClearResults() override;
+  void RestoreResults() override;
 
   /// Reads one file to its end.
   void ReadFile(const std::string& name, platform::InputFile& file, sessions::RecordedText& text);
@@ -43,6 +48,7 @@ class RecordedFiles : public sessions::RecordedTextReader {
 
   app::Session& session_;
   Streams streams_;
+  sessions::TraceClock* clock_;
   std::string name_;
   std::string names_;       ///< All the files, with the kind of each that is Kelvara's own.
   std::int64_t taken_ = 0;  ///< Reports of antennas, including abandoned ones.

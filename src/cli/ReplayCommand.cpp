@@ -8,6 +8,7 @@
 #include "cli/RecordedFiles.h"
 #include "cli/ResultOutputs.h"
 #include "sessions/RecordedSession.h"
+#include "sessions/TraceClock.h"
 #include "sessions/WholeReport.h"
 
 namespace kelvara::cli {
@@ -38,7 +39,14 @@ ExitCode ReplayCommand::Run(const Streams& streams, const CommandMachine& machin
   }
   ConsoleMachine console(streams, machine);
   sync::GridCells grid;
-  app::Session session(console.Machine(), grid, nullptr);
+  sessions::TraceClock clock(console.Machine().clock);
+  const platform::Machine replayMachine{.clock = clock,
+                                        .dateFormat = console.Machine().dateFormat,
+                                        .fileSystem = console.Machine().fileSystem,
+                                        .beeper = console.Machine().beeper,
+                                        .messageBoxes = console.Machine().messageBoxes,
+                                        .events = console.Machine().events};
+  app::Session session(replayMachine, grid, nullptr);
   session.Options() = {options_.Display()};
   session.ClearSyncResults();
   try {
@@ -51,7 +59,7 @@ ExitCode ReplayCommand::Run(const Streams& streams, const CommandMachine& machin
   if (StartLog(session, options_, streams) != ExitCode::Done) {
     return ExitCode::Failed;
   }
-  RecordedFiles recorded(session, streams);
+  RecordedFiles recorded(session, streams, &clock);
   ExitCode read = ExitCode::Done;
   for (const std::string& name : files_) {
     try {

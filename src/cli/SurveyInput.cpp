@@ -29,7 +29,7 @@ ExitCode ReadAll(const std::vector<std::string>& files, const Streams& streams,
   sync::GridCells grid;
   app::Session session(console.Machine(), grid, nullptr);
   session.Model().KeepReadings();
-  RecordedFiles recorded(session, streams);
+  RecordedFiles recorded(session, streams, nullptr);
   for (const std::string& name : files) {
     sessions::StartedFile file(OpenRecorded(name, streams, machine));
     if (file.HoldsResults()) {

@@ -18,6 +18,12 @@ class Clock {
   /// The local wall time, for display to the user.
   virtual DateTime WallTime() const = 0;
 
+  /// The wall time in milliseconds since the start of 1970 in UTC.
+  virtual std::int64_t UtcMilliseconds() const = 0;
+
+  /// The local wall time at a moment in milliseconds since the start of 1970 in UTC.
+  virtual DateTime LocalTime(std::int64_t utcMilliseconds) const = 0;
+
   /// Milliseconds since an arbitrary fixed moment. It never runs backwards.
   virtual std::int64_t TickCount() const = 0;
 };

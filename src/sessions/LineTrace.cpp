@@ -14,17 +14,25 @@ constexpr std::size_t kPendingBytes = 4096;
 }  // namespace
 
 void LineTrace::Sent(std::string_view command) {
-  begun_ = true;
-  pending_ += kCommandMark;
-  pending_ += command;
-  pending_ += kCommandEnd;
+  AddMark(kTimeMark + std::to_string(clock_.UtcMilliseconds()));
+  AddMark(command);
+  Flush();
+}
+
+void LineTrace::Cleared(bool /*keeps*/) {
+  AddMark(kClearMark);
+  Flush();
+}
+
+void LineTrace::Restored() {
+  AddMark(kUndoMark);
   Flush();
 }
 
 void LineTrace::Received(std::string_view text) {
   if (!begun_) {
     // The first byte distinguishes a trace from plain text, so an empty command precedes text
-    // received before the first command.
+    // received before the first mark.
     Sent("");
   }
   for (const char character : text) {
@@ -38,9 +46,17 @@ void LineTrace::Received(std::string_view text) {
   }
 }
 
-void LineTrace::Close() {
+void LineTrace::Ended() {
+  AddMark(kEndMark);
   Flush();
   file_.reset();
+}
+
+void LineTrace::AddMark(std::string_view mark) {
+  begun_ = true;
+  pending_ += kCommandMark;
+  pending_ += mark;
+  pending_ += kCommandEnd;
 }
 
 void LineTrace::Flush() {

@@ -1,6 +1,10 @@
 #include "sessions/RecordedSession.h"
 
 #include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <optional>
+#include <system_error>
 
 #include "link/BeltpackCommands.h"
 #include "sessions/TraceMarks.h"
@@ -8,10 +12,26 @@
 namespace kelvara::sessions {
 namespace {
 
+/// The last millisecond of the year 9999, the latest time that has a date.
+constexpr std::int64_t kLatestTime = 253402300799999;
+
 /// A mark without a command end within this many bytes does not begin a command.
 constexpr std::size_t kMaxCommandBytes = 64;
 
 constexpr std::string_view kMarkText(&kCommandMark, 1);
+
+/// The time in a mark; empty if it is not one.
+std::optional<std::int64_t> TimeIn(std::string_view mark) {
+  if (!mark.starts_with(kTimeMark)) {
+    return std::nullopt;
+  }
+  mark.remove_prefix(1);
+  std::int64_t time = -1;
+  const auto [end, error] = std::from_chars(mark.data(), mark.data() + mark.size(), time);
+  const bool isTime =
+      error == std::errc() && end == mark.data() + mark.size() && time >= 0 && time <= kLatestTime;
+  return isTime ? std::optional(time) : std::nullopt;
+}
 
 }  // namespace
 
@@ -79,9 +99,7 @@ std::size_t RecordedSession::FeedCommand(std::string_view text) {
   const std::size_t end = text.substr(0, space).find(kCommandEnd);
   if (end != std::string_view::npos) {
     command_ += text.substr(0, end);
-    if (command_ == link::kRfpsCommand) {
-      collector_.Expect();
-    }
+    TakeMark(command_);
     state_ = State::Text;
     return end + 1;
   }
@@ -93,6 +111,18 @@ std::size_t RecordedSession::FeedCommand(std::string_view text) {
     state_ = State::Text;
   }
   return taken;
+}
+
+void RecordedSession::TakeMark(std::string_view mark) {
+  if (mark == link::kRfpsCommand) {
+    collector_.Expect();
+  } else if (mark == kClearMark) {
+    reader_.ClearResults();
+  } else if (mark == kUndoMark) {
+    reader_.RestoreResults();
+  } else if (const std::optional<std::int64_t> time = TimeIn(mark)) {
+    reader_.SetTime(*time);
+  }
 }
 
 void RecordedSession::Collect(std::string_view text) {

@@ -12,7 +12,7 @@ namespace kelvara::sessions {
 /// A file of recorded reports. In a plain stream, a report ends at every 29th line feed. In a
 /// trace, which begins with a command mark, reports are collected as they were live: "rfps" empties
 /// the buffer and expects 29 lines, other commands do not, and characters outside a report are not
-/// collected.
+/// collected. A command that is unknown, or that the file ends within, is passed over.
 class RecordedSession : public RecordedText {
  public:
   explicit RecordedSession(RecordedTextReader& reader) : reader_(reader) {}
@@ -32,6 +32,7 @@ class RecordedSession : public RecordedText {
   std::size_t FeedText(std::string_view text);
   std::size_t FeedMark(std::string_view text);
   std::size_t FeedCommand(std::string_view text);
+  void TakeMark(std::string_view mark);
   void Collect(std::string_view text);
 
   RecordedTextReader& reader_;

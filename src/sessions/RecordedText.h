@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 namespace kelvara::sessions {
@@ -20,6 +21,15 @@ class RecordedTextReader {
 
   /// Text that was dropped.
   virtual void NoteDropped(DropReason reason) = 0;
+
+  /// What follows was received at this time, in milliseconds since the start of 1970 in UTC.
+  virtual void SetTime(std::int64_t /*utcMilliseconds*/) {}
+
+  /// The user, or a lost link, cleared the results here.
+  virtual void ClearResults() {}
+
+  /// The user restored the cleared results here.
+  virtual void RestoreResults() {}
 };
 
 /// One file of recorded beltpack text, fed in pieces of any size.

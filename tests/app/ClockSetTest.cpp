@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <regex>
+
 #include "app/LiveRig.h"
 
 namespace kelvara::test {
@@ -60,7 +62,8 @@ class ClockSetTest : public testing::TestWithParam<Setting> {
       rig.time.Pass(100);
       NoteLog(rig, before, logged, note);
     }
-    course.trace = rig.files.files[kTrace];
+    course.trace =
+        std::regex_replace(rig.files.files[kTrace], std::regex("\x01@[0-9]+\x02"), "(time)");
     return course;
   }
 

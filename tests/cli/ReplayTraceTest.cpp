@@ -9,6 +9,13 @@ namespace {
 
 using ReplayTraceTest = ConsoleTest;
 
+const std::string kClear = "\x01!clear\x02";
+const std::string kUndo = "\x01!undo\x02";
+
+std::string Time(std::int64_t utcMilliseconds) {
+  return "\x01@" + std::to_string(utcMilliseconds) + "\x02";
+}
+
 const std::string kRfps = "\x01rfps\x02";
 const std::string kCho =
     "\x01"
@@ -83,6 +90,47 @@ TEST_F(ReplayTraceTest, AFileWithALaterMarkIsAStream) {
 TEST_F(ReplayTraceTest, ATraceCanComeFromStandardInput) {
   EXPECT_EQ(Output({"replay", "-"}, kRfps + OneNeighbourReport(1, 2, -11) + CrLf("stray")),
             "Reports: 1\nAAs: 2\n");
+}
+
+TEST_F(ReplayTraceTest, LogEntriesCarryTheTimesOfTheTrace) {
+  const std::int64_t first = 1700000000000;
+  const std::string report = OneNeighbourReport(1, 2, -11);
+  Write("trace.txt", Time(first) + kRfps + report + Time(first + 3000) + kRfps + report);
+  Write("stream.txt", report);
+  ASSERT_EQ(Run({"replay", "trace.txt", "stream.txt", "--log", "log.txt"}).exitCode, 0);
+  const qt::QtClock clock;
+  const std::string log = Read("log.txt");
+  std::vector<std::string> lines;
+  for (std::size_t start = 0; start < log.size(); start = log.find('\n', start) + 1) {
+    lines.push_back(log.substr(start, log.find(", ", start) - start));
+  }
+  ASSERT_EQ(lines.size(), 5U) << log;
+  EXPECT_EQ(lines[1], dateFormat.General(clock.LocalTime(first)));
+  EXPECT_EQ(lines[2], dateFormat.General(clock.LocalTime(first + 3000)));
+  for (const std::size_t now : {0U, 3U, 4U}) {
+    // A plain stream has no times, whatever was replayed before it.
+    EXPECT_NE(lines[now], lines[1]);
+    EXPECT_NE(lines[now], lines[2]);
+  }
+}
+
+TEST_F(ReplayTraceTest, ClearsAndUndosAreRepeated) {
+  const std::string first = kRfps + OneNeighbourReport(1, 2, -11);
+  const std::string second = kRfps + OneNeighbourReport(3, 4, 5);
+  Write("clear.txt", first + kClear + second);
+  EXPECT_EQ(Output({"replay", "clear.txt"}), "Reports: 1\nAAs: 2\n");
+  Write("undo.txt", first + kClear + second + kUndo);
+  Write("whole.txt", first + second);
+  EXPECT_EQ(Output({"replay", "undo.txt", "--json", "-"}),
+            Output({"replay", "whole.txt", "--json", "-"}));
+  EXPECT_EQ(Output({"survey", "undo.txt"}), Output({"survey", "whole.txt"}));
+}
+
+TEST_F(ReplayTraceTest, AnUndoThatCannotBeIsNotedAndChangesNothing) {
+  Write("trace.txt", kRfps + OneNeighbourReport(1, 2, -11) + kUndo);
+  const ConsoleResult result = Run({"replay", "trace.txt"});
+  EXPECT_EQ(result.output, "Reports: 1\nAAs: 2\n");
+  ExpectComplaint(result, 0, "No results have been cleared");
 }
 
 }  // namespace

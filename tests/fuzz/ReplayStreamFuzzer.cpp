@@ -21,10 +21,15 @@ constexpr char kLongRun = '\xFE';
 constexpr std::size_t kLongRunBytes = link::kMaxReportBytes / 2 + 1;
 constexpr int kMaxLongRuns = 2;
 
-/// A report that was handed over, or the reason why text was dropped.
+/// A mark of a trace that changes the results or the time.
+enum class Mark { Time, Clear, Undo };
+
+/// A report that was handed over, the reason why text was dropped, or a mark.
 struct Outcome {
   std::string report;
   std::optional<sessions::DropReason> dropped;
+  std::optional<Mark> mark = std::nullopt;
+  std::int64_t time = 0;
 
   bool operator==(const Outcome&) const = default;
 };
@@ -37,6 +42,11 @@ class Recorder : public sessions::RecordedTextReader {
     outcomes.push_back({std::string(report), std::nullopt});
   }
   void NoteDropped(sessions::DropReason reason) override { outcomes.push_back({{}, reason}); }
+  void SetTime(std::int64_t time) override {
+    outcomes.push_back({{}, std::nullopt, Mark::Time, time});
+  }
+  void ClearResults() override { outcomes.push_back({{}, std::nullopt, Mark::Clear}); }
+  void RestoreResults() override { outcomes.push_back({{}, std::nullopt, Mark::Undo}); }
 
   Outcomes outcomes;
 };
@@ -119,8 +129,9 @@ Outcomes ExpectedOfStream(std::string_view text) {
 void CheckTrace(const Outcomes& outcomes) {
   for (const Outcome& outcome : outcomes) {
     const std::string& report = outcome.report;
+    Expect(outcome.time >= 0, "a time is not before 1970");
     Expect(report.size() <= link::kMaxReportBytes, "a report is within the size limit");
-    if (!outcome.dropped) {
+    if (!outcome.dropped && !outcome.mark) {
       Expect(CountLines(report) == link::kRfpsReportLines,
              "a report has the right number of lines");
       Expect(report.back() == '\n', "a report ends with a line end");
@@ -146,7 +157,7 @@ std::string WithLongRuns(std::string_view input) {
 void CheckResults(const Outcomes& outcomes) {
   PlainComparison comparison;
   for (const Outcome& outcome : outcomes) {
-    if (!outcome.dropped) {
+    if (!outcome.dropped && !outcome.mark) {
       comparison.Process(outcome.report);
     }
   }

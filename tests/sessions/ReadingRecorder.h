@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,6 +18,14 @@ class ReadingRecorder : public sessions::RecordedTextReader {
     events.emplace_back(reason == sessions::DropReason::Unfinished ? kUnfinished : kTooLarge);
   }
 
+  void SetTime(std::int64_t utcMilliseconds) override {
+    events.push_back("(time " + std::to_string(utcMilliseconds) + ")");
+  }
+  void ClearResults() override { events.emplace_back(kClear); }
+  void RestoreResults() override { events.emplace_back(kUndo); }
+
+  static constexpr const char* kClear = "(clear)";
+  static constexpr const char* kUndo = "(undo)";
   static constexpr const char* kUnfinished = "(unfinished)";
   static constexpr const char* kTooLarge = "(too large)";
 

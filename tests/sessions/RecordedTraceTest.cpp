@@ -56,6 +56,42 @@ TEST(RecordedTraceTest, OtherCommandsDoNotDisturbAReport) {
   }
 }
 
+TEST(RecordedTraceTest, MarksOfResultsAndTimesAreToldInTheirOrder) {
+  EXPECT_THAT(TraceEvents(Command("@1700000000123") + Command("rfps") + kReport +
+                          Command("!clear") + kOther + Command("!undo") + Command("!end")),
+              ElementsAre("(time 1700000000123)", kReport, ReadingRecorder::kClear,
+                          ReadingRecorder::kUndo));
+}
+
+TEST(RecordedTraceTest, EveryMarkIsPassedOverInsideAReport) {
+  for (const std::string mark :
+       {"!clear", "!undo", "!end", "@17", "!later", "!", "@", "?", "!clear ", "rfps\r"}) {
+    std::vector<std::string> events =
+        TraceEvents(Command("rfps") + kReport.substr(0, 40) + Command(mark) + kReport.substr(40));
+    ASSERT_FALSE(events.empty()) << mark;
+    EXPECT_EQ(events.back(), kReport) << mark;
+  }
+}
+
+TEST(RecordedTraceTest, ATimeIsDecimalDigitsUpToTheYear9999) {
+  EXPECT_THAT(TraceEvents(Command("@0") + Command("@253402300799999")),
+              ElementsAre("(time 0)", "(time 253402300799999)"));
+  for (const std::string mark : {"@", "@-1", "@+1", "@ 1", "@1 ", "@1.5", "@1e3", "@0x1", "@abc",
+                                 "@253402300800000", "@99999999999999999999"}) {
+    EXPECT_THAT(TraceEvents(Command(mark)), IsEmpty()) << mark;
+  }
+}
+
+TEST(RecordedTraceTest, ReceivedBytesThatLookLikeAnyMarkAreText) {
+  for (const std::string mark : {"!clear", "!undo", "!end", "@17"}) {
+    std::string received = kReport;
+    received.insert(8, Command(mark));
+    std::string traced = kReport;
+    traced.insert(8, "\x01" + Command(mark));
+    EXPECT_THAT(TraceEvents(Command("rfps") + traced), ElementsAre(received)) << mark;
+  }
+}
+
 TEST(RecordedTraceTest, AReportCutShortByTheNextRfpsIsDiscarded) {
   for (const std::size_t length : {std::size_t{1}, std::size_t{100}, kOther.size() - 1}) {
     EXPECT_THAT(TraceEvents(Command("rfps") + kOther.substr(0, length) + Command("rfps") + kReport),
@@ -123,7 +159,8 @@ TEST(RecordedTraceTest, AnUnfinishedReportAtTheEndIsDroppedWithANote) {
 }
 
 TEST(RecordedTraceTest, ATraceMayEndInsideAMark) {
-  for (const char* end : {"\x01", "\x01r", "\x01rfps"}) {
+  for (const char* end :
+       {"\x01", "\x01r", "\x01rfps", "\x01@17000", "\x01!", "\x01!clear", "\x01!undo"}) {
     EXPECT_THAT(TraceEvents(Command("rfps") + kReport + end), ElementsAre(kReport));
   }
 }
@@ -139,7 +176,10 @@ std::string MixedTrace() {
   std::string text;
   std::mt19937 random(7);
   for (int step = 0; step < 400; ++step) {
-    switch (random() % 6) {
+    switch (random() % 7) {
+      case 6:
+        text += Command(std::vector{"@1700000000000", "!clear", "!undo", "!end"}[random() % 4]);
+        break;
       case 0:
         text += Command("rfps") + kReport;
         break;

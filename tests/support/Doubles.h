@@ -34,6 +34,10 @@ class ManualClock : public platform::Clock {
  public:
   platform::DateTime Now() const override { return now; }
   platform::DateTime WallTime() const override { return wall; }
+  std::int64_t UtcMilliseconds() const override { return std::llround(wall * kDay); }
+  platform::DateTime LocalTime(std::int64_t utcMilliseconds) const override {
+    return static_cast<double>(utcMilliseconds) / kDay;
+  }
   std::int64_t TickCount() const override { return ticks; }
 
   void Advance(double seconds) {
@@ -45,6 +49,9 @@ class ManualClock : public platform::Clock {
   platform::DateTime now = 20000.0;
   platform::DateTime wall = 20000.0;
   std::int64_t ticks = 0;
+
+ private:
+  static constexpr double kDay = platform::kSecondsPerDay * 1000.0;
 };
 
 /// Dates whose text shows the requested form and time.

@@ -30,7 +30,15 @@ class ReplayedTrace : private sessions::RecordedTextReader {
  private:
   void ProcessRfpsReport(std::string_view report) override { parser_.ProcessRfpsReport(report); }
   void NoteDropped(sessions::DropReason /*reason*/) override {}
+  void ClearResults() override {
+    if (model.ReportCount() > 0) {
+      cleared_ = model;
+    }
+    model.Clear();
+  }
+  void RestoreResults() override { model.AddOlder(cleared_); }
 
+  sync::SyncModel cleared_;
   sync::DisplayOptions options_;
   CountingBeeper beeper_;
   sync::RfpsParser parser_{model, options_, log, beeper_};

@@ -14,12 +14,11 @@ class QtClock : public platform::Clock {
 
   platform::DateTime Now() const override;
   platform::DateTime WallTime() const override;
+  std::int64_t UtcMilliseconds() const override;
+  platform::DateTime LocalTime(std::int64_t utcMilliseconds) const override;
   std::int64_t TickCount() const override;
 
  private:
-  /// The machine's local wall time.
-  platform::DateTime MachineTime() const;
-
   /// Milliseconds since the clock was created, at its own speed.
   double Elapsed() const;
 
@@ -29,6 +28,7 @@ class QtClock : public platform::Clock {
   mutable std::int64_t offsetSecond_ = -1;
   mutable std::int64_t localOffset_ = 0;
   QElapsedTimer sinceStart_;
+  std::int64_t utcStart_;
   platform::DateTime start_;
 };
 

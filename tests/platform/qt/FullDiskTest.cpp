@@ -71,12 +71,12 @@ std::string Csv(RealFilesRig& rig, const std::string& path) {
 
 std::string Trace(RealFilesRig& rig, const std::string& path) {
   try {
-    sessions::LineTrace trace(rig.files.OpenForOutput(path));
+    sessions::LineTrace trace(rig.files.OpenForOutput(path), rig.clock);
     for (int poll = 0; poll < kEntries; ++poll) {
       trace.Sent("rfps");
       trace.Received("100ec5A301 Sync\r\n");
     }
-    trace.Close();
+    trace.Ended();
     return trace.Failure().empty() ? "" : "failure";
   } catch (const base::Fault&) {
     return "fault";

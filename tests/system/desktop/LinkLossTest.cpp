@@ -5,6 +5,7 @@
 #include <regex>
 #include <sstream>
 
+#include "support/TextFile.h"
 #include "system/desktop/DesktopSession.h"
 
 namespace kelvara::test {
@@ -181,7 +182,9 @@ TEST_F(LinkLostTest, TheUserIsAskedAndWhatTheUserKeepsIsNotLost) {
   DesktopProgram::Await("an empty grid", [&] { return reported.program->Grid().size() == 1; });
   AwaitPanel(reported, reported.attempting);
   const std::string report = Read("report.html");
-  CliOutput({"replay", PathOf(reported.Trace()), "--report", PathOf("report.html")});
+  const std::string trace = Read(reported.Trace());
+  WriteTextFile(PathOf("before.txt"), trace.substr(0, trace.rfind("\x01!clear\x02")));
+  CliOutput({"replay", PathOf("before.txt"), "--report", PathOf("report.html")});
   EXPECT_EQ(report, Read("report.html"));
 
   // A user who closes the question keeps the results and can exit.

@@ -1,0 +1,101 @@
+#include <gtest/gtest.h>
+
+#include "app/LiveRig.h"
+#include "support/RandomText.h"
+#include "support/RecordedReports.h"
+#include "support/ReplayedTrace.h"
+
+namespace kelvara::test {
+namespace {
+
+struct SessionTraceTest : ::testing::TestWithParam<unsigned>, LiveRig {
+  void StartTraced() {
+    live.StartTrace("trace", true);
+    Start();
+  }
+
+  void ExpectTraceReplaysToResults() {
+    EXPECT_EQ(ModelText(ReplayedTrace(files.files["trace"]).model),
+              ModelText(live.Results().Model()));
+  }
+};
+
+TEST_F(SessionTraceTest, AnUndoIsTracedAndBringsTheResultsBack) {
+  StartTraced();
+  time.Pass(60 * 1000);
+  const std::string before = ModelText(live.Results().Model());
+  live.mnuClearGrid_Click();
+  EXPECT_EQ(grid.Rows(), 1);
+  EXPECT_EQ(live.RestoreClearedResults(), "");
+  EXPECT_EQ(ModelText(live.Results().Model()), before);
+  EXPECT_EQ(grid.Rows(), live.Results().Model().AaCount() + 1);
+  ExpectTraceReplaysToResults();
+}
+
+TEST_F(SessionTraceTest, AnUndoThatFailsIsNotTraced) {
+  StartTraced();
+  const std::string before = files.files["trace"];
+  EXPECT_NE(live.RestoreClearedResults(), "");
+  EXPECT_EQ(files.files["trace"], before);
+}
+
+TEST_F(SessionTraceTest, ATraceThatIsAppendedToReplaysToTheLastSession) {
+  files.files["trace"] = "\x01rfps\x02" + OneNeighbourReport(1, 2, -11);
+  StartTraced();
+  time.Pass(60 * 1000);
+  live.Shutdown();
+  EXPECT_TRUE(files.files["trace"].ends_with("\x01!end\x02"));
+  ExpectTraceReplaysToResults();
+}
+
+TEST_P(SessionTraceTest, ReplaysToTheResultsWhateverTheUserDid) {
+  RandomText random(GetParam());
+  StartTraced();
+  int restored = 0;
+  for (int step = 0; step < 60; ++step) {
+    switch (random.Below(9)) {
+      case 0:
+        live.mnuClearGrid_Click();
+        break;
+      case 1:
+        live.Link().mnuForceSearch_Click();
+        break;
+      case 2:
+        live.StartLink();
+        break;
+      case 3:
+      case 4:
+        restored += live.RestoreClearedResults().empty() ? 1 : 0;
+        break;
+      case 5:
+        boxes.answer =
+            random.Below(2) == 0 ? platform::MessageAnswer::Yes : platform::MessageAnswer::No;
+        beltpack.SetFault({sim::LineFault::Silent});
+        time.Pass(60 * 1000);
+        beltpack.SetFault({});
+        break;
+      case 6: {
+        const sim::LineFaultName* const faults = std::begin(sim::kLineFaultNames);
+        beltpack.SetFault(
+            {faults[random.Below(static_cast<int>(std::size(sim::kLineFaultNames)))].fault});
+        time.Pass(random.Below(20000));
+        beltpack.SetFault({});
+        beltpack.Plug();
+        break;
+      }
+      default:
+        time.Pass(random.Below(30000));
+        break;
+    }
+  }
+  time.Pass(10 * 1000);
+  live.Shutdown();
+  EXPECT_GT(restored, 0);
+  EXPECT_GT(live.Results().Model().ReportCount(), 0);
+  ExpectTraceReplaysToResults();
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, SessionTraceTest, ::testing::Range(1U, 21U));
+
+}  // namespace
+}  // namespace kelvara::test

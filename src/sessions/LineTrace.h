@@ -32,12 +32,14 @@ class LineTrace : public SessionListener {
   /// Also closes the file.
   void Ended() override;
 
+  /// Writes what is still waiting.
+  void Flush();
+
   /// What went wrong, or an empty text.
   const std::string& Failure() const { return failure_; }
 
  private:
   void AddMark(std::string_view mark);
-  void Flush();
 
   std::unique_ptr<platform::OutputFile> file_;
   const platform::Clock& clock_;

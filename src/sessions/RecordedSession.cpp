@@ -72,6 +72,10 @@ void RecordedSession::End() {
   state_ = State::Start;
 }
 
+std::size_t RecordedSession::UnfinishedMarkBytes() const {
+  return state_ == State::Mark ? 1 : state_ == State::Command ? command_.size() + 1 : 0;
+}
+
 std::size_t RecordedSession::FeedText(std::string_view text) {
   const std::size_t mark = text.find(kCommandMark);
   if (mark == std::string_view::npos) {

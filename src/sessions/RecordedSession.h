@@ -20,6 +20,9 @@ class RecordedSession : public RecordedText {
   void Feed(std::string_view piece) override;
   void End() override;
 
+  /// How many bytes at the end of what was fed are the beginning of a mark that is not whole.
+  std::size_t UnfinishedMarkBytes() const;
+
  private:
   enum class State {
     Start,    ///< Nothing read yet.

@@ -5,9 +5,17 @@
 
 namespace kelvara::qt {
 
-QString UserConfigFolder() {
-  const QString folder = QFile::decodeName(qgetenv("XDG_CONFIG_HOME"));
-  return QDir::isAbsolutePath(folder) ? folder : QDir::homePath() + QStringLiteral("/.config");
+namespace {
+
+QString Folder(const char* variable, const QString& inHome) {
+  const QString folder = QFile::decodeName(qgetenv(variable));
+  return QDir::isAbsolutePath(folder) ? folder : QDir::homePath() + inHome;
 }
+
+}  // namespace
+
+QString UserConfigFolder() { return Folder("XDG_CONFIG_HOME", QStringLiteral("/.config")); }
+
+QString UserDataFolder() { return Folder("XDG_DATA_HOME", QStringLiteral("/.local/share")); }
 
 }  // namespace kelvara::qt

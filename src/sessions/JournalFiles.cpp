@@ -1,0 +1,162 @@
+#include <algorithm>
+#include <array>
+#include <span>
+#include <tuple>
+#include <vector>
+
+#include "base/Fault.h"
+#include "platform/Beeper.h"
+#include "sessions/Journal.h"
+#include "sessions/RecordedSession.h"
+#include "sessions/TraceMarks.h"
+#include "sync/RfpsParser.h"
+
+namespace kelvara::sessions {
+namespace {
+
+using platform::SessionFolder;
+
+/// A name is "YYYY-MM-DD-hhmmss", perhaps "-" and a number, and the suffix.
+constexpr std::string_view kForm = "dddd-dd-dd-dddddd";
+constexpr std::string_view kSuffix = ".trace";
+constexpr std::size_t kPieceBytes = std::size_t{64} << 10U;
+
+bool IsJournal(const std::string& name) {
+  return name.size() >= kForm.size() + kSuffix.size() && name.ends_with(kSuffix) &&
+         std::equal(kForm.begin(), kForm.end(), name.begin(), [](char form, char character) {
+           return form == 'd' ? character >= '0' && character <= '9' : character == form;
+         });
+}
+
+/// The journals in the folder, the newest first.
+std::vector<SessionFolder::Entry> Journals(const SessionFolder& folder) {
+  std::vector<SessionFolder::Entry> journals = folder.List();
+  std::erase_if(journals, [](const SessionFolder::Entry& entry) { return !IsJournal(entry.name); });
+  const auto order = [](const SessionFolder::Entry& entry) {
+    // Of the numbers behind a time, the longer ones are the greater ones.
+    return std::tuple(entry.name.substr(0, kForm.size()), entry.name.size(), entry.name);
+  };
+  std::sort(journals.begin(), journals.end(),
+            [&](const auto& one, const auto& other) { return order(one) > order(other); });
+  return journals;
+}
+
+class SilentBeeper : public platform::Beeper {
+ public:
+  void Beep() override {}
+};
+
+class NoLog : public sync::LogFunnel {
+ public:
+  void PrintLogEntry(std::string_view /*strLog*/) override {}
+  bool IsListening() const override { return false; }
+};
+
+/// Makes the results of a journal.
+class ResultsReader : public RecordedTextReader {
+ public:
+  explicit ResultsReader(UnfinishedSession& session) : session_(session) {}
+
+  void ProcessRfpsReport(std::string_view report) override { parser_.ProcessRfpsReport(report); }
+  void NoteDropped(DropReason /*reason*/) override {}
+  void SetTime(std::int64_t utcMilliseconds) override { session_.lastTime = utcMilliseconds; }
+  void ClearResults() override {
+    if (session_.results.ReportCount() > 0) {
+      cleared_ = session_.results;
+    }
+    session_.results.Clear();
+  }
+  void RestoreResults() override {
+    try {
+      session_.results.AddOlder(cleared_);
+      cleared_.Clear();
+    } catch (const base::Fault&) {
+      // The journal is damaged; the results stay as they are.
+    }
+  }
+
+ private:
+  UnfinishedSession& session_;
+  sync::SyncModel cleared_;
+  sync::DisplayOptions options_;
+  NoLog log_;
+  SilentBeeper beeper_;
+  sync::RfpsParser parser_{session_.results, options_, log_, beeper_};
+};
+
+/// Whether the mark of an orderly end is the last in a file.
+bool HasEnded(platform::LockedFile& file) {
+  std::string mark(1, kCommandMark);
+  mark += kEndMark;
+  mark += kCommandEnd;
+  std::array<char, 64> buffer{};
+  const std::uint64_t size = file.Size();
+  const std::size_t length = std::min<std::uint64_t>(buffer.size(), size);
+  const std::size_t got = file.Read(size - length, std::span(buffer).first(length));
+  std::string_view end(buffer.data(), got);
+  if (!end.ends_with(mark)) {
+    return false;
+  }
+  // After a doubled byte, the rest of the mark would be received text.
+  end.remove_suffix(mark.size());
+  const std::size_t before = end.find_last_not_of(kCommandMark);
+  return (end.size() - (before + 1)) % 2 == 0;
+}
+
+/// Replays a file into the session that keeps it.
+void ReadResults(UnfinishedSession& session) {
+  ResultsReader reader(session);
+  RecordedSession recorded(reader);
+  std::vector<char> piece(kPieceBytes);
+  std::uint64_t place = 0;
+  while (const std::size_t got = session.file->Read(place, piece)) {
+    recorded.Feed({piece.data(), got});
+    place += got;
+  }
+  session.wholeBytes = place - recorded.UnfinishedMarkBytes();
+}
+
+}  // namespace
+
+std::optional<UnfinishedSession> FindUnfinishedSession(SessionFolder& folder) {
+  for (const SessionFolder::Entry& entry : Journals(folder)) {
+    try {
+      UnfinishedSession session;
+      session.file = folder.Open(entry.name);
+      if (!session.file) {
+        continue;
+      }
+      if (HasEnded(*session.file)) {
+        return std::nullopt;
+      }
+      ReadResults(session);
+      if (session.results.ReportCount() > 0) {
+        return session;
+      }
+    } catch (const base::Fault&) {
+      // The next one may be readable.
+    }
+  }
+  return std::nullopt;
+}
+
+void RemoveOldJournals(SessionFolder& folder) {
+  std::size_t count = 0;
+  std::uint64_t bytes = 0;
+  for (const SessionFolder::Entry& entry : Journals(folder)) {
+    ++count;
+    bytes += entry.size;
+    if (count <= kMaxJournals && bytes <= kMaxJournalBytes) {
+      continue;
+    }
+    try {
+      if (const std::unique_ptr<platform::LockedFile> file = folder.Open(entry.name)) {
+        file->Remove();
+      }
+    } catch (const base::Fault&) {
+      // It is tried again at the next start.
+    }
+  }
+}
+
+}  // namespace kelvara::sessions

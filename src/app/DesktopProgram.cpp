@@ -17,6 +17,7 @@
 #include "platform/qt/QtClock.h"
 #include "platform/qt/QtDateFormat.h"
 #include "platform/qt/QtFileSystem.h"
+#include "platform/qt/QtSessionFolder.h"
 #include "platform/qt/QtSettingsStore.h"
 #include "platform/qt/QtTimer.h"
 #include "platform/qt/StopSignal.h"
@@ -93,12 +94,16 @@ int RunDesktopProgram(const DesktopOptions& options) {
   if (options.rawPath) {
     window.Live().StartTrace(*options.rawPath, true);
   }
-  WindowPlace place(window, windowSettings);
-  place.Restore();
-  window.SetUnloaded([&place] {
-    place.Save();
-    QCoreApplication::exit(0);
-  });
+    qt::QtSessionFolder sessions(qt::UserSessionsFolder(help::kSettingsApplication));
+    if (!options.noJournal && !options.demo) {
+      window.Live().StartJournal(sessions);
+    }
+    WindowPlace place(window, windowSettings);
+    place.Restore();
+    window.SetUnloaded([&place] {
+      place.Save();
+      QCoreApplication::exit(0);
+    });
   const std::shared_ptr<void> stopSignal = qt::AtStopSignal([&window] { window.close(); });
   // The style caches a picture of each mark that it paints, and paints the marks of a menu again at
   // every opening: without a limit the cache would grow to 10 MB.
@@ -111,9 +116,12 @@ int RunDesktopProgram(const DesktopOptions& options) {
   QTimer::singleShot(kIconMilliseconds, &window,
                      [] { QApplication::setWindowIcon(help::ProgramIcon()); });
   const int result = QCoreApplication::exec();
-  if (const std::string failure = window.Live().TraceFailure(); !failure.empty()) {
-    const std::shared_ptr<void> console = qt::JoinConsole();
-    std::cerr << "kelvara: " << qt::ConsoleText(failure) << '\n';
+  for (const std::string& failure :
+       {window.Live().TraceFailure(), window.Live().JournalFailure()}) {
+    if (!failure.empty()) {
+      const std::shared_ptr<void> console = qt::JoinConsole();
+      std::cerr << "kelvara: " << qt::ConsoleText(failure) << '\n';
+    }
   }
   return result;
 }

@@ -13,6 +13,7 @@ struct DesktopOptions {
   std::vector<std::string> portAssignments;
   std::optional<std::string> rawPath;
   bool testReport = false;
+  bool noJournal = false;
 };
 
 /// Runs the desktop program until its main window is closed, and returns its exit code. A site, a

@@ -65,6 +65,23 @@ void LiveSession::StartTrace(const std::string& path, bool append) {
   listeners_.push_back(trace_.get());
 }
 
+void LiveSession::StartJournal(platform::SessionFolder& folder) {
+  sessions::RemoveOldJournals(folder);
+  journal_ = std::make_unique<sessions::Journal>(folder, clock_);
+  listeners_.push_back(journal_.get());
+}
+
+std::string LiveSession::Continue(sessions::UnfinishedSession session) {
+  std::string reason = session_.AddOlderResults(session.results);
+  if (reason.empty()) {
+    if (journal_) {
+      journal_->Continue(std::move(session));
+    }
+    UpdateSyncGrid();
+  }
+  return reason;
+}
+
 std::string LiveSession::TraceFailure() const { return trace_ ? trace_->Failure() : ""; }
 
 void LiveSession::ProcessRfpsReport(std::string_view report) {

@@ -11,7 +11,9 @@
 #include "app/Session.h"
 #include "link/BeltpackLink.h"
 #include "link/ComPort.h"
+#include "platform/SessionFolder.h"
 #include "platform/SettingsStore.h"
+#include "sessions/Journal.h"
 #include "sessions/LineTrace.h"
 #include "sessions/SessionListener.h"
 
@@ -42,6 +44,18 @@ class LiveSession : private link::LineListener {
   /// Writes a trace of the line to a file, which is appended to or replaced; a file that cannot be
   /// opened is a file fault.
   void StartTrace(const std::string& path, bool append);
+
+  /// Keeps a journal of the session in the folder, which must outlive the session, and removes old
+  /// ones.
+  void StartJournal(platform::SessionFolder& folder);
+
+  /// Continues an earlier session: puts its results before the present ones, shows them, and
+  /// continues its journal if one is kept. Returns why it failed, with nothing changed; empty if it
+  /// succeeded.
+  std::string Continue(sessions::UnfinishedSession session);
+
+  /// What went wrong with the journal, or an empty text.
+  std::string JournalFailure() const { return journal_ ? journal_->Failure() : ""; }
 
   /// What went wrong with the trace, or an empty text.
   std::string TraceFailure() const;
@@ -89,6 +103,7 @@ class LiveSession : private link::LineListener {
   link::ComPort comPort_;
   DisplaySettings displaySettings_;
   std::unique_ptr<sessions::LineTrace> trace_;
+  std::unique_ptr<sessions::Journal> journal_;
   std::vector<sessions::SessionListener*> listeners_;
   std::function<void(std::function<void()> afterwards)> reportCommand_;
   std::function<void()> reportTaken_;

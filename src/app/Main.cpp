@@ -84,6 +84,7 @@ int main(int argumentCount, char** arguments) {
       ->type_name("N=DEVICE");
   program.add_option("--raw", options.rawPath, "Append a trace of the line to this file")
       ->type_name("PATH");
+  program.add_flag("--no-journal", options.noJournal, "Keep no journal of the session");
   program.add_flag("--test-report", options.testReport, "Run the test report and end");
   try {
     std::vector<std::string> given = kelvara::qt::ProgramArguments(argumentCount, arguments);

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "app/LiveRig.h"
+#include "support/MemorySessionFolder.h"
 #include "support/RandomText.h"
 #include "support/RecordedReports.h"
 #include "support/ReplayedTrace.h"
@@ -8,7 +9,13 @@
 namespace kelvara::test {
 namespace {
 
-struct SessionTraceTest : ::testing::TestWithParam<unsigned>, LiveRig {
+constexpr const char* kOldName = "2024-01-01-120000.trace";
+
+struct FolderRig {
+  MemorySessionFolder folder;
+};
+
+struct SessionTraceTest : ::testing::TestWithParam<unsigned>, FolderRig, LiveRig {
   void StartTraced() {
     live.StartTrace("trace", true);
     Start();
@@ -48,8 +55,69 @@ TEST_F(SessionTraceTest, ATraceThatIsAppendedToReplaysToTheLastSession) {
   ExpectTraceReplaysToResults();
 }
 
+TEST_F(SessionTraceTest, AContinuedSessionThatDoesNotFitIsLeftAlone) {
+  std::string old;
+  for (int first = 100; first < 145; first += 9) {
+    old += "\x01rfps\x02" + CrowdedReport(99, first, 9);
+  }
+  folder.files[kOldName] = old;
+  live.StartJournal(folder);
+  StartTraced();
+  time.Pass(300 * 1000);
+  const std::string before = ModelText(live.Results().Model());
+  std::optional<sessions::UnfinishedSession> session = sessions::FindUnfinishedSession(folder);
+  ASSERT_TRUE(session);
+  EXPECT_EQ(live.Continue(std::move(*session)), "Together there would be more than 51 antennas");
+  EXPECT_EQ(ModelText(live.Results().Model()), before);
+  EXPECT_EQ(folder.files[kOldName], old);
+  EXPECT_EQ(folder.files.size(), 2U);
+}
+
+TEST_P(SessionTraceTest, ContinuesTheOldJournalWheneverTheUserWants) {
+  RandomText random(GetParam());
+  const std::string report = OneNeighbourReport(1, 2, -11);
+  const std::string old = "\x01rfps\x02" + report + "\x01rfps\x02" + report;
+  folder.files[kOldName] =
+      old.substr(0, report.size() + 6 +
+                        static_cast<std::size_t>(random.Below(static_cast<int>(report.size()))));
+  live.StartJournal(folder);
+  std::optional<sessions::UnfinishedSession> session = sessions::FindUnfinishedSession(folder);
+  ASSERT_TRUE(session);
+  Start();
+  const int continueAt = random.Below(30);
+  for (int step = 0; step < 40; ++step) {
+    if (step == continueAt) {
+      ASSERT_EQ(live.Continue(std::move(*session)), "");
+      EXPECT_EQ(live.Results().ClearedResults(), nullptr);
+    }
+    switch (random.Below(6)) {
+      case 0:
+        // Once the old session is continued, its results stay to the end.
+        if (step < continueAt || random.Below(10) == 0) {
+          live.mnuClearGrid_Click();
+        }
+        break;
+      case 1:
+        live.RestoreClearedResults();
+        break;
+      default:
+        // Often in the middle of a report.
+        time.Pass(random.Below(6000));
+        break;
+    }
+  }
+  ASSERT_EQ(folder.files.size(), 1U);
+  EXPECT_EQ(live.JournalFailure(), "");
+  time.Pass(2 * 1000);
+  live.Shutdown();
+  EXPECT_TRUE(folder.files[kOldName].ends_with("\x01!end\x02"));
+  EXPECT_EQ(ModelText(ReplayedTrace(folder.files[kOldName]).model),
+            ModelText(live.Results().Model()));
+}
+
 TEST_P(SessionTraceTest, ReplaysToTheResultsWhateverTheUserDid) {
   RandomText random(GetParam());
+  live.StartJournal(folder);
   StartTraced();
   int restored = 0;
   for (int step = 0; step < 60; ++step) {
@@ -93,6 +161,9 @@ TEST_P(SessionTraceTest, ReplaysToTheResultsWhateverTheUserDid) {
   EXPECT_GT(restored, 0);
   EXPECT_GT(live.Results().Model().ReportCount(), 0);
   ExpectTraceReplaysToResults();
+  ASSERT_EQ(folder.files.size(), 1U);
+  EXPECT_EQ(ModelText(ReplayedTrace(folder.files.begin()->second).model),
+            ModelText(live.Results().Model()));
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, SessionTraceTest, ::testing::Range(1U, 21U));

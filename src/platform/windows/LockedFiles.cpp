@@ -90,7 +90,8 @@ std::unique_ptr<platform::LockedFile> OpenWith(DWORD disposition, const QString&
                                       nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
   if (handle == INVALID_HANDLE_VALUE) {
     const DWORD error = ::GetLastError();
-    if (error == ERROR_FILE_EXISTS || error == ERROR_FILE_NOT_FOUND ||
+    const bool isAbsent = (disposition == OPEN_EXISTING && error == ERROR_PATH_NOT_FOUND);
+    if (isAbsent || error == ERROR_FILE_EXISTS || error == ERROR_FILE_NOT_FOUND ||
         error == ERROR_SHARING_VIOLATION) {
       return nullptr;
     }

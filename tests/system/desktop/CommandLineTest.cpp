@@ -60,8 +60,8 @@ TEST_F(CommandLineTest, TheVersionAndTheHelpNeedNoScreen) {
   const ProcessResult help = RunProcess(request);
   EXPECT_EQ(help.exitCode, 0);
   EXPECT_EQ(help.errors, "");
-  for (const char* const option :
-       {"--demo", "--site", "--com", "--raw", "--test-report", "--help", "--version"}) {
+  for (const char* const option : {"--demo", "--site", "--com", "--raw", "--no-journal",
+                                   "--test-report", "--help", "--version"}) {
     EXPECT_NE(help.output.find(option), std::string::npos) << option;
   }
 }

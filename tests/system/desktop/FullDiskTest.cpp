@@ -1,5 +1,6 @@
 #include <sys/resource.h>
 
+#include <algorithm>
 #include <filesystem>
 
 #include "support/SmallDisk.h"
@@ -12,7 +13,8 @@ namespace {
 
 using DesktopFullDiskTest = DesktopSession;
 
-TEST_F(DesktopFullDiskTest, ATraceEndsButTheLinkContinuesAndTheProgramReportsItAtTheEnd) {
+TEST_F(DesktopFullDiskTest,
+       ATraceAndAJournalEndButTheLinkContinuesAndTheProgramReportsThemAtTheEnd) {
   SimulatedBeltpack beltpack(CliRequest({"simulate"}));
   constexpr rlim_t kWholeDisk = rlim_t{1} << 30U;
   ProcessRequest request = Request({"--com", BeltpackAsPort(1), "--raw", PathOf("trace.txt")});
@@ -31,7 +33,10 @@ TEST_F(DesktopFullDiskTest, ATraceEndsButTheLinkContinuesAndTheProgramReportsItA
   const std::string complaints = Complaints(result);
   EXPECT_EQ(complaints.rfind("kelvara: ", 0), 0U) << complaints;
   EXPECT_NE(complaints.find("trace.txt"), std::string::npos) << complaints;
-  EXPECT_EQ(complaints.find('\n'), complaints.size() - 1) << complaints;
+  EXPECT_NE(complaints.find("\nkelvara: ", complaints.find("trace.txt")), std::string::npos)
+      << complaints;
+  EXPECT_NE(complaints.find("/CorvanaSync/sessions/"), std::string::npos) << complaints;
+  EXPECT_EQ(std::count(complaints.begin(), complaints.end(), '\n'), 2) << complaints;
   EXPECT_EQ(Read("trace.txt"), before);
 }
 

@@ -94,16 +94,16 @@ int RunDesktopProgram(const DesktopOptions& options) {
   if (options.rawPath) {
     window.Live().StartTrace(*options.rawPath, true);
   }
-    qt::QtSessionFolder sessions(qt::UserSessionsFolder(help::kSettingsApplication));
-    if (!options.noJournal && !options.demo) {
-      window.Live().StartJournal(sessions);
-    }
-    WindowPlace place(window, windowSettings);
-    place.Restore();
-    window.SetUnloaded([&place] {
-      place.Save();
-      QCoreApplication::exit(0);
-    });
+  qt::QtSessionFolder sessions(qt::UserSessionsFolder(help::kSettingsApplication));
+  if (!options.noJournal && !options.demo) {
+    window.Live().StartJournal(sessions);
+  }
+  WindowPlace place(window, windowSettings);
+  place.Restore();
+  window.SetUnloaded([&place] {
+    place.Save();
+    QCoreApplication::exit(0);
+  });
   const std::shared_ptr<void> stopSignal = qt::AtStopSignal([&window] { window.close(); });
   // The style caches a picture of each mark that it paints, and paints the marks of a menu again at
   // every opening: without a limit the cache would grow to 10 MB.

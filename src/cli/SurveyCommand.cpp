@@ -166,7 +166,8 @@ ExitCode SurveyCommand::Survey(const SurveyInput& input, const SurveyInput* olde
   if (older != nullptr) {
     output.changes = survey::CompareSurveys(survey::MakeSurvey(older->model), output.survey);
     if (output.changes->empty()) {
-      streams.Complain("no antenna of " + Quoted(*comparePath_) + " is in this survey");
+      streams.Complain("no antenna is in the main part of both " + Quoted(*comparePath_) +
+                       " and this survey");
       return ExitCode::Failed;
     }
   }

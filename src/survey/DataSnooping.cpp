@@ -100,9 +100,12 @@ void DoubtTheRest(const Network& network, CheckedNetwork& checked) {
   std::vector<PairCheck> after = CheckPairs(network, checked.adjustment);
   for (std::size_t index = 0; index < after.size(); ++index) {
     if (checked.inDoubt[index]) {
-      after[index].w = checked.checks[index].w;
-      if (!after[index].w) {
-        after[index].smallestDetectable.reset();
+      PairCheck& check = after[index];
+      check.w = checked.checks[index].w;
+      check.smallestDetectable.reset();
+      if (check.w && check.redundancy > 0) {
+        check.smallestDetectable =
+            SmallestDetectable(checked.adjustment.Variance(network, index), check.redundancy);
       }
     }
   }

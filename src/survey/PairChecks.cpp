@@ -42,6 +42,10 @@ double PairCheck::Largest() const {
   return std::max(std::abs(w.value_or(0.0)), std::abs(directionT.value_or(0.0)));
 }
 
+double SmallestDetectable(double variance, double redundancy) {
+  return kDetectableShift * std::sqrt(variance / redundancy);
+}
+
 std::vector<PairCheck> CheckPairs(const Network& network, const Adjustment& adjustment) {
   std::vector<PairCheck> checks(network.Pairs().size());
   for (std::size_t index = 0; index < checks.size(); ++index) {
@@ -55,7 +59,7 @@ std::vector<PairCheck> CheckPairs(const Network& network, const Adjustment& adju
     check.redundancy = Redundancy(weighted, variance, leftOut);
     if (check.redundancy > kLeastRedundancy) {
       check.w = check.residual / std::sqrt(leftOut ? variance + ofDelays : variance - weighted);
-      check.smallestDetectable = kDetectableShift * std::sqrt(variance / check.redundancy);
+      check.smallestDetectable = SmallestDetectable(variance, check.redundancy);
     }
     check.directionT = DirectionTest(pair, network.readings.statistics);
   }

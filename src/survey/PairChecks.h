@@ -23,6 +23,10 @@ struct PairCheck {
   double Largest() const;
 };
 
+/// The error of a pair that its w would show in most cases: the test's non-centrality for a risk of
+/// 0.1 % and a power of 80 %, as in geodesy. `redundancy` is above 0.
+double SmallestDetectable(double variance, double redundancy);
+
 /// Checks every pair against the others.
 std::vector<PairCheck> CheckPairs(const Network& network, const Adjustment& adjustment);
 

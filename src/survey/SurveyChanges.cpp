@@ -14,6 +14,8 @@ namespace {
 constexpr int kMostRounds = 10;
 constexpr double kTLimit = 3.3;
 constexpr double kLeastChange = 1.0;
+/// Rounding must not decide about a change of exactly that size.
+constexpr double kTie = 1e-9;
 
 /// What a delay may differ by from visit to visit without a change, in RFPS units.
 constexpr double kRepeatability = 0.3;
@@ -52,8 +54,8 @@ void Judge(std::vector<Compared>& common, double shift) {
   for (Compared& antenna : common) {
     antenna.change.phase = antenna.difference - shift;
     antenna.change.t = antenna.change.phase / std::sqrt(antenna.variance);
-    antenna.change.changed =
-        std::abs(antenna.change.t) > kTLimit && std::abs(antenna.change.phase) >= kLeastChange;
+    antenna.change.changed = std::abs(antenna.change.t) > kTLimit &&
+                             std::abs(antenna.change.phase) > kLeastChange - kTie;
   }
 }
 

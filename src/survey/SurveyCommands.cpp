@@ -67,8 +67,8 @@ std::optional<EarlierSurvey> SurveyCommands::ReadEarlier() {
 }
 
 void SurveyCommands::RefuseEarlier(const EarlierSurvey& earlier) {
-  Complain("No antenna of \"" + qt::ToText(QString::fromStdString(earlier.name)) +
-               "\" is in this survey.",
+  Complain("No antenna is in the main part of both \"" +
+               qt::ToText(QString::fromStdString(earlier.name)) + "\" and this survey.",
            kCompareTitle);
 }
 

@@ -115,6 +115,7 @@ TEST(DataSnooping, ATriangleThatDoesNotCloseIsInDoubtAsAWhole) {
     EXPECT_TRUE(checked.inDoubt[index]);
     EXPECT_TRUE(checked.IsSuspect(index));
     EXPECT_GT(std::abs(*checked.checks[index].w), checked.critical);
+    EXPECT_GT(checked.checks[index].smallestDetectable.value_or(0.0), 0.0);
     EXPECT_GT(checked.adjustment.extraVariance[index], 100.0);
   }
   EXPECT_GT(checked.adjustment.cofactors.VarianceOfDifference(0, 2), 100.0);

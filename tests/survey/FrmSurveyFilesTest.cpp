@@ -115,7 +115,7 @@ TEST_F(FrmSurveyFiles, AFileThatCannotBeComparedIsOneMessageAndChangesNothing) {
   rig.files.files[PathOf("log.csv")] = "File Created by Kelvara\r\n";
   for (const auto& [name, message] :
        {std::pair{"missing.txt", "no file"},
-        {"other.txt", "No antenna of \"other.txt\" is in this survey."},
+        {"other.txt", "No antenna is in the main part of both \"other.txt\" and this survey."},
         {"empty.txt", "holds no report of an antenna"},
         {"bad.json", "has not the form of the results"},
         {"log.csv", "CSV results that Kelvara wrote, not a recorded session"}}) {

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <QDir>
+#include <utility>
 
 #include "base/Fault.h"
 #include "platform/qt/Text.h"
@@ -16,6 +17,8 @@ namespace {
                     std::string("cannot ") + attempt + " \"" + ToText(path) + "\": " + reason);
 }
 
+std::wstring Native(const QString& path) { return QDir::toNativeSeparators(path).toStdWString(); }
+
 LARGE_INTEGER Place(std::uint64_t place) {
   LARGE_INTEGER large{};
   large.QuadPart = static_cast<LONGLONG>(place);
@@ -26,7 +29,11 @@ LARGE_INTEGER Place(std::uint64_t place) {
 class WindowsLockedFile : public platform::LockedFile {
  public:
   WindowsLockedFile(HANDLE handle, QString path) : handle_(handle), path_(std::move(path)) {}
-  ~WindowsLockedFile() override { ::CloseHandle(handle_); }
+  ~WindowsLockedFile() override {
+    if (handle_ != INVALID_HANDLE_VALUE) {
+      ::CloseHandle(handle_);
+    }
+  }
   WindowsLockedFile(const WindowsLockedFile&) = delete;
   WindowsLockedFile& operator=(const WindowsLockedFile&) = delete;
 
@@ -64,11 +71,10 @@ class WindowsLockedFile : public platform::LockedFile {
     }
   }
 
+  // A handle that may delete would keep readers out that do not expect the file to be deleted.
   void Remove() override {
-    FILE_DISPOSITION_INFO disposition{};
-    disposition.DeleteFile = TRUE;
-    if (::SetFileInformationByHandle(handle_, FileDispositionInfo, &disposition,
-                                     sizeof disposition) == 0) {
+    ::CloseHandle(std::exchange(handle_, INVALID_HANDLE_VALUE));
+    if (::DeleteFileW(Native(path_).c_str()) == 0) {
       ThrowFileFault("remove", path_);
     }
   }
@@ -85,9 +91,9 @@ class WindowsLockedFile : public platform::LockedFile {
 };
 
 std::unique_ptr<platform::LockedFile> OpenWith(DWORD disposition, const QString& path) {
-  const HANDLE handle = ::CreateFileW(QDir::toNativeSeparators(path).toStdWString().c_str(),
-                                      GENERIC_READ | GENERIC_WRITE | DELETE, FILE_SHARE_READ,
-                                      nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
+  const HANDLE handle =
+      ::CreateFileW(Native(path).c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                    disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
   if (handle == INVALID_HANDLE_VALUE) {
     const DWORD error = ::GetLastError();
     const bool isAbsent = (disposition == OPEN_EXISTING && error == ERROR_PATH_NOT_FOUND);

@@ -7,6 +7,7 @@
 #include <QTimer>
 #include <QWheelEvent>
 
+#include "support/System.h"
 #include "sync/SyncGridViewRig.h"
 
 namespace kelvara::test {
@@ -77,6 +78,9 @@ TEST_F(SyncGridUseTest, KeepsItsZoomForNewColumns) {
 }
 
 TEST_F(SyncGridUseTest, MarksTheHeadersAndTheMirrorOfTheCellUnderTheMouse) {
+  if (kIsWindows) {
+    GTEST_SKIP() << "the pixels of a dashed line are those of the offscreen screen";
+  }
   Fill(3);
   view_.resize(400, 300);
   ShowWindow(view_);
@@ -91,6 +95,9 @@ TEST_F(SyncGridUseTest, MarksTheHeadersAndTheMirrorOfTheCellUnderTheMouse) {
 }
 
 TEST_F(SyncGridUseTest, MarksTheHeadersAndTheMirrorOfTheCurrentCell) {
+  if (kIsWindows) {
+    GTEST_SKIP() << "the pixels of a dashed line are those of the offscreen screen";
+  }
   Fill(3);
   view_.resize(400, 300);
   ShowWindow(view_);

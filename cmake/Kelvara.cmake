@@ -33,6 +33,10 @@ endif()
 
 # Adds a manifest and version information to a program for Windows; with ICON, also Kelvara's icon.
 function(kelvara_windows_resources target description)
+  if(MINGW)
+    # Without symbols and without the time of the build: the same sources give the same program.
+    target_link_options(${target} PRIVATE -s -Wl,--no-insert-timestamp)
+  endif()
   set(folder ${PROJECT_SOURCE_DIR}/packaging/windows)
   set(resources ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc)
   set(KELVARA_MANIFEST ${folder}/program.manifest)

@@ -161,8 +161,9 @@ INTRODUCTION = """
 
 Made by `scripts/bench` on {date}, on {cores} cores of "{processor}"
 under {system}, {quiet}. The
-figures hold for that machine and the programs for Linux; the ratios come from one run, and the goals are set for them. Rates are
-per second of processor time, milliseconds are wall time, and the programs compared take turns.
+figures hold for that machine and the programs for Linux; the ratios come from one run, and the goals
+are set for them. Rates are per second of processor time, milliseconds are wall time, and the programs
+compared take turns.
 """
 
 

@@ -79,7 +79,7 @@ TEST_F(SyncGridUseTest, KeepsItsZoomForNewColumns) {
 
 TEST_F(SyncGridUseTest, MarksTheHeadersAndTheMirrorOfTheCellUnderTheMouse) {
   if (kIsWindows) {
-    GTEST_SKIP() << "the pixels of a dashed line are those of the offscreen screen";
+    GTEST_SKIP() << "under Wine the dashed frame has another pixel, for a reason not yet found";
   }
   Fill(3);
   view_.resize(400, 300);
@@ -96,7 +96,7 @@ TEST_F(SyncGridUseTest, MarksTheHeadersAndTheMirrorOfTheCellUnderTheMouse) {
 
 TEST_F(SyncGridUseTest, MarksTheHeadersAndTheMirrorOfTheCurrentCell) {
   if (kIsWindows) {
-    GTEST_SKIP() << "the pixels of a dashed line are those of the offscreen screen";
+    GTEST_SKIP() << "under Wine the dashed frame has another pixel, for a reason not yet found";
   }
   Fill(3);
   view_.resize(400, 300);

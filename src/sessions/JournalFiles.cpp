@@ -16,16 +16,25 @@ namespace {
 
 using platform::SessionFolder;
 
-/// A name is "YYYY-MM-DD-hhmmss", perhaps "-" and a number, and the suffix.
+/// A name is "YYYY-MM-DD-hhmmss", perhaps "-" and a number, and the suffix. Other files, such as a
+/// journal that the user has renamed, are the user's own.
 constexpr std::string_view kForm = "dddd-dd-dd-dddddd";
 constexpr std::string_view kSuffix = ".trace";
 constexpr std::size_t kPieceBytes = std::size_t{64} << 10U;
 
-bool IsJournal(const std::string& name) {
-  return name.size() >= kForm.size() + kSuffix.size() && name.ends_with(kSuffix) &&
-         std::equal(kForm.begin(), kForm.end(), name.begin(), [](char form, char character) {
-           return form == 'd' ? character >= '0' && character <= '9' : character == form;
-         });
+bool IsDigit(char character) { return character >= '0' && character <= '9'; }
+
+bool IsJournal(std::string_view name) {
+  if (name.size() < kForm.size() + kSuffix.size() || !name.ends_with(kSuffix) ||
+      !std::equal(kForm.begin(), kForm.end(), name.begin(), [](char form, char character) {
+        return form == 'd' ? IsDigit(character) : character == form;
+      })) {
+    return false;
+  }
+  const std::string_view number =
+      name.substr(kForm.size(), name.size() - kForm.size() - kSuffix.size());
+  return number.empty() || (number.size() > 1 && number[0] == '-' &&
+                            std::all_of(number.begin() + 1, number.end(), IsDigit));
 }
 
 /// The journals in the folder, the newest first.
@@ -146,7 +155,8 @@ void RemoveOldJournals(SessionFolder& folder) {
   for (const SessionFolder::Entry& entry : Journals(folder)) {
     ++count;
     bytes += entry.size;
-    if (count <= kMaxJournals && bytes <= kMaxJournalBytes) {
+    // The newest may be the one to be continued, whatever its size.
+    if (count == 1 || (count <= kMaxJournals && bytes <= kMaxJournalBytes)) {
       continue;
     }
     try {

@@ -115,9 +115,11 @@ TEST_F(JournalTest, OnlyTheNewestFiftyAreKept) {
   }
   folder.files["notes.txt"] = "x";
   folder.files["2024-10-01-12000x.trace"] = "x";
+  folder.files["2024-10-01-120000 hall.trace"] = "x";
+  folder.files["2024-10-01-120000-.trace"] = "x";
   folder.locked.insert("2024-10-10-120000.trace");
   RemoveOldJournals(folder);
-  EXPECT_EQ(folder.files.size(), 53U);
+  EXPECT_EQ(folder.files.size(), 55U);
   EXPECT_EQ(folder.files.count("2024-10-10-120000.trace"), 1U);
   EXPECT_EQ(folder.files.count("2024-10-19-120000.trace"), 0U);
   EXPECT_EQ(folder.files.count("2024-10-20-120000.trace"), 1U);
@@ -135,6 +137,14 @@ TEST_F(JournalTest, OnlyTheNewestFiveHundredMegabytesAreKept) {
   folder.sizes[names[1]] += 1;
   RemoveOldJournals(folder);
   EXPECT_THAT(folder.Names(), ElementsAre(names[0]));
+}
+
+TEST_F(JournalTest, TheNewestIsKeptWhateverItsSize) {
+  folder.files["2024-10-03-120000.trace"] = "x";
+  folder.files["2024-10-04-120000.trace"] = "x";
+  folder.sizes["2024-10-04-120000.trace"] = 600'000'000;
+  RemoveOldJournals(folder);
+  EXPECT_THAT(folder.Names(), ElementsAre("2024-10-04-120000.trace"));
 }
 
 TEST_F(JournalTest, AnUnfinishedSessionIsFoundWithItsResults) {

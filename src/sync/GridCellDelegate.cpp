@@ -4,18 +4,19 @@
 #include <algorithm>
 #include <tuple>
 
+#include "sync/FittedText.h"
 #include "sync/SyncGridModel.h"
 
 namespace kelvara::sync {
 namespace {
 
-constexpr int kMeasuredFrame = 2;
+constexpr int kMeasuredBar = 2;
 
-/// A frame inside a cell, in the colour of the texts.
-void DrawFrame(QPainter& painter, const QRect& cell, const QPen& pen) {
-  const int inset = pen.width() / 2;
-  painter.setPen(pen);
-  painter.drawRect(cell.adjusted(inset, inset, -1 - inset, -1 - inset));
+/// Bars along the top and the bottom of a cell, where no text reaches at any zoom.
+void DrawBars(QPainter& painter, const QRect& cell, const QColor& colour) {
+  painter.fillRect(cell.left(), cell.top(), cell.width(), kMeasuredBar, colour);
+  painter.fillRect(cell.left(), cell.bottom() + 1 - kMeasuredBar, cell.width(), kMeasuredBar,
+                   colour);
 }
 
 }  // namespace
@@ -37,11 +38,11 @@ void GridCellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
   const GridPosition cell{index.row(), index.column()};
   const QColor textColour = background ? QColor(Qt::black) : option.palette.color(QPalette::Text);
   if (!marks_.measured.empty() && marks_.IsMeasured(cell)) {
-    DrawFrame(*painter, option.rect,
-              QPen(textColour, kMeasuredFrame, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
+    DrawBars(*painter, option.rect, textColour);
   }
   if (cell == marks_.mirror) {
-    DrawFrame(*painter, option.rect, QPen(textColour, 1, Qt::DashLine));
+    painter->setPen(QPen(textColour, 1, Qt::DashLine));
+    painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
   }
   if ((option.state & QStyle::State_Selected) != 0) {
     painter->setPen(option.palette.color(QPalette::Highlight));
@@ -50,7 +51,7 @@ void GridCellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
   const QString text = model.CellText(index.row(), index.column());
   if (!text.isEmpty()) {
     painter->setPen(textColour);
-    painter->drawText(option.rect, Qt::AlignCenter, text);
+    DrawFittedText(*painter, option.rect, text);
   }
 }
 

@@ -3,6 +3,8 @@
 #include <QPainter>
 #include <utility>
 
+#include "sync/FittedText.h"
+
 namespace kelvara::sync {
 
 GridHeader::GridHeader(Qt::Orientation orientation, QWidget* parent)
@@ -27,8 +29,8 @@ void GridHeader::paintSection(QPainter* painter, const QRect& rect, int logicalI
   painter->drawLine(rect.topRight(), rect.bottomRight());
   painter->drawLine(rect.bottomLeft(), rect.bottomRight());
   painter->setPen(palette().color(isMarked ? QPalette::HighlightedText : QPalette::ButtonText));
-  painter->drawText(rect, Qt::AlignCenter,
-                    model()->headerData(logicalIndex, orientation(), Qt::DisplayRole).toString());
+  DrawFittedText(*painter, rect,
+                 model()->headerData(logicalIndex, orientation(), Qt::DisplayRole).toString());
 }
 
 }  // namespace kelvara::sync

@@ -1,35 +1,22 @@
 #include "sync/MeasuredCells.h"
 
 #include <algorithm>
+#include <tuple>
+#include <utility>
 
 namespace kelvara::sync {
-namespace {
-
-/// A report holds ten antennas at most.
-constexpr std::size_t kMostOfOneReport = 90;
-
-}  // namespace
 
 std::vector<GridPosition> MeasuredCells::Take(const SyncModel& model) {
-  if (model.ClearCount() != clearCount_) {
-    counts_ = {};
-    clearCount_ = model.ClearCount();
+  if (std::exchange(lastReport_, model.ReportsBegun()) == model.ReportsBegun()) {
+    return {};
   }
   std::vector<GridPosition> measured;
-  const int aaCount = std::min<int>(model.AaCount(), kMaxAas);
-  for (int from = 0; from < aaCount; ++from) {
-    for (int to = 0; to < aaCount; ++to) {
-      const std::int32_t count = model.Cell(from, to).Count;
-      std::int32_t& before = counts_[std::size_t(from)][std::size_t(to)];
-      if (count > before && from != to) {
-        measured.push_back({from + 1, to + 1});
-      }
-      before = count;
-    }
+  for (const Reading& reading : model.LastReport()) {
+    measured.push_back({reading.from + 1, reading.to + 1});
   }
-  if (measured.size() > kMostOfOneReport) {
-    measured.clear();
-  }
+  std::sort(measured.begin(), measured.end(), [](GridPosition one, GridPosition other) {
+    return std::tie(one.row, one.column) < std::tie(other.row, other.column);
+  });
   return measured;
 }
 

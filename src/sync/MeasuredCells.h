@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <vector>
 
@@ -16,16 +15,14 @@ struct GridPosition {
   friend bool operator==(const GridPosition&, const GridPosition&) = default;
 };
 
-/// Finds the cells that were measured between two looks at the model.
+/// Finds the cells that the last report measured.
 class MeasuredCells {
  public:
-  /// The cells that have got readings since the last call, by rows. None if they are more than one
-  /// report can measure: then results were restored, not measured.
+  /// The cells that the last report measured, by rows; none if it is the one of the last call.
   std::vector<GridPosition> Take(const SyncModel& model);
 
  private:
-  std::array<std::array<std::int32_t, kMaxAas>, kMaxAas> counts_{};
-  std::uint64_t clearCount_ = 0;
+  std::uint64_t lastReport_ = 0;
 };
 
 }  // namespace kelvara::sync

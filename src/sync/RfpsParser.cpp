@@ -18,6 +18,7 @@ void RfpsParser::Record(RfpsReport report) {
   if (report.count == 0) {
     return;
   }
+  model_.BeginReport();
   const RfpsEntry sync = base::At(report.entries, report.syncIndex);
   for (int index = report.count - 1; index >= 0; --index) {
     RfpsEntry& entry = base::At(report.entries, index);

@@ -109,6 +109,7 @@ void SyncGridView::SetZoom(int percent) {
   if (zoom != zoom_) {
     zoom_ = zoom;
     FitFont();
+    MarkCell();
   }
 }
 
@@ -146,10 +147,10 @@ bool SyncGridView::viewportEvent(QEvent* event) {
     return true;
   }
   if (event->type() == QEvent::HoverEnter || event->type() == QEvent::HoverMove) {
-    hovered_ = indexAt(static_cast<QHoverEvent*>(event)->position().toPoint());
+    mouse_ = static_cast<QHoverEvent*>(event)->position().toPoint();
     MarkCell();
   } else if (event->type() == QEvent::HoverLeave) {
-    hovered_ = QModelIndex();
+    mouse_.reset();
     MarkCell();
   }
   return QTableView::viewportEvent(event);
@@ -224,7 +225,7 @@ void SyncGridView::currentChanged(const QModelIndex& current, const QModelIndex&
 }
 
 void SyncGridView::MarkCell() {
-  QModelIndex cell = hovered_;
+  QModelIndex cell = mouse_ ? indexAt(*mouse_) : QModelIndex();
   if (!cell.isValid() && hasFocus()) {
     cell = currentIndex();
   }
@@ -232,10 +233,12 @@ void SyncGridView::MarkCell() {
       cell.isValid() ? GridPosition{cell.column(), cell.row()} : GridPosition{};
   columnHeader_->SetMarked(mirror.row);
   rowHeader_->SetMarked(mirror.column);
-  if (mirror != marks_.mirror) {
+  // A cell of the diagonal has no mirror.
+  const GridPosition framed = mirror.row == mirror.column ? GridPosition{} : mirror;
+  if (framed != marks_.mirror) {
     update(gridModel_->index(marks_.mirror.row, marks_.mirror.column));
-    marks_.mirror = mirror;
-    update(gridModel_->index(mirror.row, mirror.column));
+    marks_.mirror = framed;
+    update(gridModel_->index(framed.row, framed.column));
   }
 }
 
@@ -251,7 +254,17 @@ void SyncGridView::keyPressEvent(QKeyEvent* event) {
   if (ZoomByKey(*event)) {
     return;
   }
+  const QModelIndex before = currentIndex();
   QTableView::keyPressEvent(event);
+  if (currentIndex() != before) {
+    mouse_.reset();
+    MarkCell();
+  }
+}
+
+void SyncGridView::scrollContentsBy(int dx, int dy) {
+  QTableView::scrollContentsBy(dx, dy);
+  MarkCell();
 }
 
 void SyncGridView::changeEvent(QEvent* event) {

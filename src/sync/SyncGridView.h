@@ -1,9 +1,10 @@
 #pragma once
 
 #include <QLabel>
-#include <QPersistentModelIndex>
+#include <QPoint>
 #include <QTableView>
 #include <functional>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -53,6 +54,7 @@ class SyncGridView : public QTableView {
   void focusOutEvent(QFocusEvent* event) override;
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
   void changeEvent(QEvent* event) override;
+  void scrollContentsBy(int dx, int dy) override;
 
  private:
   void HideHeaderCells();
@@ -60,7 +62,8 @@ class SyncGridView : public QTableView {
   int ColumnPixels(int twips) const;
   bool ZoomByKey(const QKeyEvent& event);
   void OpenContextMenu();
-  /// Marks the headers and the mirror of the cell under the mouse, or else of the current cell.
+  /// Marks the headers and the mirror of the cell under the mouse or, when there is none or the
+  /// keyboard has been used since, of the current cell.
   void MarkCell();
   void ShowCorner();
   /// Tells screen readers what an empty grid waits for.
@@ -74,7 +77,8 @@ class SyncGridView : public QTableView {
   GridHeader* columnHeader_;
   GridHeader* rowHeader_;
   GridMarks marks_;
-  QPersistentModelIndex hovered_;
+  /// Where the mouse points, unless the keyboard has been used since.
+  std::optional<QPoint> mouse_;
   std::function<QString(int, int)> toolTips_;
 };
 

@@ -31,6 +31,7 @@ void SyncModel::Clear() {
     row.fill(PhaseCell());
   }
   readings_.clear();
+  lastReport_.clear();
 }
 
 std::int16_t SyncModel::FindOrAddAa(std::int16_t rpn, std::int16_t fps, std::int16_t fpn) {
@@ -50,12 +51,18 @@ std::int16_t SyncModel::FindOrAddAa(std::int16_t rpn, std::int16_t fps, std::int
   return added;
 }
 
+void SyncModel::BeginReport() {
+  ++reportsBegun_;
+  lastReport_.clear();
+}
+
 void SyncModel::AddPhase(std::int16_t from, std::int16_t to, std::int16_t phase) {
   PhaseCell& cell = At(At(cells_, from), to);
   cell.Sum = base::Add32(cell.Sum, phase);
   cell.Count = base::Add32(cell.Count, 1);
   cell.Max = std::max(cell.Max, phase);
   cell.Min = std::min(cell.Min, phase);
+  lastReport_.push_back({from, to, phase});
   if (keepsReadings_) {
     readings_.push_back({from, to, phase});
   }
@@ -71,6 +78,8 @@ void SyncModel::AddOlder(const SyncModel& older) {
   SyncModel joined = older;
   joined.AddNewer(*this);
   joined.clearCount_ = clearCount_ + 1;
+  joined.reportsBegun_ = reportsBegun_;
+  joined.lastReport_.clear();
   joined.keepsReadings_ = keepsReadings_;
   *this = std::move(joined);
 }

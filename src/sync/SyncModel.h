@@ -45,6 +45,9 @@ class SyncModel {
   /// subscript fault, and the count stays at 52 from then on.
   std::int16_t FindOrAddAa(std::int16_t rpn, std::int16_t fps, std::int16_t fpn);
 
+  /// Begins a report: the phases added from now on are those of the last report.
+  void BeginReport();
+
   /// Adds one mean phase to the cell (from, to).
   void AddPhase(std::int16_t from, std::int16_t to, std::int16_t phase);
 
@@ -64,6 +67,12 @@ class SyncModel {
   /// Also keeps every reading that is added from now on, in order. A clear removes those kept.
   void KeepReadings() { keepsReadings_ = true; }
   const std::vector<Reading>& Readings() const { return readings_; }
+
+  /// What the last report has added since it began, in order. Empty after a clear.
+  const std::vector<Reading>& LastReport() const { return lastReport_; }
+
+  /// How many reports have begun, cleared ones included.
+  std::uint64_t ReportsBegun() const { return reportsBegun_; }
 
   /// 0 to 51, or 52 once a 52nd antenna has been refused.
   std::int16_t AaCount() const { return aaCount_; }
@@ -97,6 +106,8 @@ class SyncModel {
   std::array<std::array<PhaseCell, kMaxAas>, kMaxAas> cells_{};
   bool keepsReadings_ = false;
   std::vector<Reading> readings_;
+  std::uint64_t reportsBegun_ = 0;
+  std::vector<Reading> lastReport_;
 };
 
 }  // namespace kelvara::sync

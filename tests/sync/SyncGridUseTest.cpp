@@ -113,19 +113,78 @@ TEST_F(SyncGridUseTest, MarksTheHeadersAndTheMirrorOfTheCurrentCell) {
   EXPECT_EQ(MarkedHeaders(), std::vector<sync::GridPosition>{});
 }
 
-TEST_F(SyncGridUseTest, FramesMeasuredCellsWithoutChangingTheirColour) {
+TEST_F(SyncGridUseTest, MarksTheCellThatWasPointedAtOrChosenLast) {
+  Fill(3);
+  view_.resize(400, 300);
+  ShowWindow(view_);
+  view_.setFocus();
+  PointAt(2, 3);
+  QTest::mouseClick(view_.viewport(), Qt::LeftButton, Qt::NoModifier,
+                    view_.visualRect(model_.index(2, 3)).center());
+  Press(view_, Qt::Key_Left);
+  EXPECT_EQ(MarkedHeaders(), (std::vector<sync::GridPosition>{{2, 2}}));
+  PointAt(1, 3);
+  EXPECT_EQ(MarkedHeaders(), (std::vector<sync::GridPosition>{{1, 3}}));
+}
+
+TEST_F(SyncGridUseTest, MarksTheCellThatComesUnderTheMouse) {
+  Fill(51);
+  view_.resize(300, 200);
+  ShowWindow(view_);
+  PointAt(2, 3);
+  view_.verticalScrollBar()->setValue(2 * view_.rowHeight(1));
+  EXPECT_EQ(MarkedHeaders(), (std::vector<sync::GridPosition>{{4, 3}}));
+  view_.verticalScrollBar()->setValue(0);
+  view_.SetZoom(200);
+  EXPECT_EQ(MarkedHeaders().size(), 1U);
+  EXPECT_NE(MarkedHeaders(), (std::vector<sync::GridPosition>{{2, 3}}));
+}
+
+TEST_F(SyncGridUseTest, NarrowsTextsThatAreTooWide) {
+  model_.BeginRedraw();
+  model_.SetSize(2, 2);
+  for (int i = 0; i < 2; ++i) {
+    model_.SetColumnWidth(i, sync::kGridColumnTwips);
+    for (int j = 0; j < 2; ++j) {
+      model_.SetText(i, j, "205[15]888");
+      model_.SetCentred(i, j);
+    }
+  }
+  model_.SetBackground(1, 1, sync::Colour{0xFFE6E6});
+  model_.EndRedraw();
+  view_.resize(300, 200);
+  ShowWindow(view_);
+  for (const int zoom : {50, 100, 200}) {
+    view_.SetZoom(zoom);
+    QCoreApplication::processEvents();
+    const QImage cell = view_.viewport()->grab(view_.visualRect(model_.index(1, 1))).toImage();
+    const auto isEmpty = [&cell](int x) {
+      for (int y = 0; y < cell.height() - 1; ++y) {
+        if (cell.pixelColor(x, y) != QColor(230, 230, 255)) {
+          return false;
+        }
+      }
+      return true;
+    };
+    EXPECT_TRUE(isEmpty(0)) << zoom;
+    EXPECT_TRUE(isEmpty(cell.width() - 1)) << zoom;
+    EXPECT_FALSE(isEmpty(cell.width() / 4) && isEmpty(cell.width() / 4 + 1)) << zoom;
+  }
+}
+
+TEST_F(SyncGridUseTest, SetsMeasuredCellsApartWithoutChangingTheirColour) {
   Fill(3);
   view_.resize(400, 300);
   ShowWindow(view_);
   view_.ShowMeasured({{1, 2}, {2, 3}});
   for (const auto& [row, column] : {std::pair{1, 2}, {2, 3}}) {
-    EXPECT_EQ(ColourIn(row, column, QPoint(1, 8)), QColor(Qt::black));
-    EXPECT_EQ(ColourIn(row, column, QPoint(3, 3)), QColor(230, 230, 255));
+    EXPECT_EQ(ColourIn(row, column, QPoint(8, 1)), QColor(Qt::black));
+    EXPECT_EQ(ColourIn(row, column, QPoint(1, 4)), QColor(230, 230, 255));
     EXPECT_EQ(Data(row, column, Qt::BackgroundRole).value<QBrush>().color(), QColor(230, 230, 255));
   }
-  EXPECT_EQ(ColourIn(1, 3, QPoint(1, 8)), QColor(230, 230, 255));
+  EXPECT_EQ(ColourIn(1, 3, QPoint(8, 1)), QColor(230, 230, 255));
   view_.ShowMeasured({});
-  EXPECT_EQ(ColourIn(1, 2, QPoint(1, 8)), QColor(230, 230, 255));
+  EXPECT_EQ(ColourIn(1, 2, QPoint(8, 1)), QColor(230, 230, 255));
 }
 
 TEST_F(SyncGridUseTest, SaysWhatItWaitsForWhileItIsEmpty) {

@@ -49,8 +49,9 @@ class SyncGridViewRig : public testing::Test {
     const int middle = header.sectionViewportPosition(section) + header.sectionSize(section) / 2;
     const QPoint point =
         header.orientation() == Qt::Horizontal ? QPoint(middle, 2) : QPoint(2, middle);
-    return header.viewport()->grab().toImage().pixelColor(point) ==
-           view_.palette().color(QPalette::Highlight);
+    const QImage picture = header.viewport()->grab().toImage();
+    return picture.valid(point) &&
+           picture.pixelColor(point) == view_.palette().color(QPalette::Highlight);
   }
 
   /// The sections of both headers that are highlighted, as row and column.

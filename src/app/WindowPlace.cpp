@@ -17,13 +17,16 @@ constexpr const char* kMaximised = "maximised";
 /// The part of a title bar that a user can still drag a window by.
 constexpr QSize kSmallestHandle(80, 10);
 
-/// The part of each screen in which a window fits with its title bar, which the desktop adds above
-/// the window.
+/// What the desktop adds to the other sides of a window, in pixels.
+constexpr int kFrame = 4;
+
+/// The part of each screen in which a window fits with the title bar and the frame that the desktop
+/// adds around it.
 QList<ScreenArea> ScreenAreas(const QWidget& window) {
   const int titleBar = window.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &window);
   QList<ScreenArea> areas;
   for (const QScreen* const screen : QGuiApplication::screens()) {
-    areas += screen->availableGeometry().adjusted(0, 0, 0, -titleBar);
+    areas += screen->availableGeometry().adjusted(kFrame, titleBar, -kFrame, -kFrame);
   }
   return areas;
 }
@@ -31,9 +34,9 @@ QList<ScreenArea> ScreenAreas(const QWidget& window) {
 }  // namespace
 
 std::optional<QRect> PlaceOnScreen(const QRect& wanted, const QList<ScreenArea>& screens) {
-  const QRect titleBar(wanted.topLeft(), QSize(wanted.width(), kSmallestHandle.height()));
+  const QRect handle(wanted.topLeft(), QSize(wanted.width(), kSmallestHandle.height()));
   for (const ScreenArea& screen : screens) {
-    if (screen.intersected(titleBar).width() < kSmallestHandle.width()) {
+    if (screen.intersected(handle).width() < kSmallestHandle.width()) {
       continue;
     }
     const QSize size = wanted.size().boundedTo(screen.size());
@@ -48,27 +51,27 @@ std::optional<QRect> PlaceOnScreen(const QRect& wanted, const QList<ScreenArea>&
 
 void WindowPlace::Restore() {
   const QList<ScreenArea> screens = ScreenAreas(window_);
+  std::optional<QRect> place;
   std::istringstream stored(settings_.Read(kPlaceKey, ""));
   int left = 0;
   int top = 0;
   int width = 0;
   int height = 0;
   if (stored >> left >> top >> width >> height) {
-    const QSize size = QSize(width, height).expandedTo(window_.minimumSize());
-    if (const auto place = PlaceOnScreen(QRect(QPoint(left, top), size), screens)) {
-      std::string state;
-      stored >> state;
-      window_.move(place->topLeft());
-      window_.resize(place->size());
-      window_.setWindowState(state == kMaximised ? Qt::WindowMaximized : Qt::WindowNoState);
-      return;
-    }
+    window_.resize(QSize(width, height).expandedTo(window_.minimumSize()));
+    place = PlaceOnScreen(QRect(QPoint(left, top), window_.size()), screens);
   }
-  // Without a place of its own, the window opens where the desktop puts it.
   const qsizetype screen =
       std::max(qsizetype{0}, QGuiApplication::screens().indexOf(window_.screen()));
-  if (screen < screens.size()) {
+  if (place) {
+    window_.setGeometry(*place);
+  } else if (screen < screens.size()) {
+    // Without a place that a screen shows, the window opens where the desktop puts it.
     window_.resize(window_.size().boundedTo(screens[screen].size()));
+  }
+  std::string state;
+  if (stored >> state && state == kMaximised) {
+    window_.setWindowState(Qt::WindowMaximized);
   }
 }
 
@@ -87,10 +90,8 @@ void WindowPlace::Save() {
 std::string WindowPlace::Place() const {
   const bool isMaximised = window_.isMaximized();
   const QRect normal = isMaximised ? window_.normalGeometry() : window_.geometry();
-  const QPoint frame = isMaximised ? QPoint() : window_.geometry().topLeft() - window_.pos();
-  const QPoint corner = normal.topLeft() - frame;
   std::ostringstream text;
-  text << corner.x() << ' ' << corner.y() << ' ' << normal.width() << ' ' << normal.height();
+  text << normal.x() << ' ' << normal.y() << ' ' << normal.width() << ' ' << normal.height();
   if (isMaximised) {
     text << ' ' << kMaximised;
   }

@@ -10,15 +10,15 @@
 
 namespace kelvara::app {
 
-/// The part of a screen that windows may use, and a window with its frame, in logical pixels.
+/// The part of a screen that windows may use without their frames, in logical pixels.
 using ScreenArea = QRect;
 
-/// The size and position for a window that is to be at `wanted`: as there, but no larger than the
-/// screen that shows its title bar, and wholly on it. Nothing if no screen shows its title bar.
+/// The geometry for a window that is to be at `wanted`: as there, but no larger than the screen
+/// that shows its upper edge, and wholly on it. Nothing if no screen shows its upper edge.
 std::optional<QRect> PlaceOnScreen(const QRect& wanted, const QList<ScreenArea>& screens);
 
 /// Keeps the size and position of a window between runs, under the key `Place`: left, top, width
-/// and height in logical pixels, followed by "maximised" if it was.
+/// and height without the frame, in logical pixels, followed by "maximised" if it was.
 class WindowPlace {
  public:
   /// The window and the settings must outlive this.

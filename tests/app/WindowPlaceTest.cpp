@@ -77,26 +77,37 @@ TEST_F(WindowPlaceLayout, OpensNoLargerThanTheScreen) {
 }
 
 TEST_F(WindowPlaceLayout, ReopensWhereTheUserLeftIt) {
-  Run([](QWidget& window) {
-    window.move(25, 31);
-    window.resize(400, 320);
-  });
-  EXPECT_EQ(Stored(), "25 31 400 320");
-  EXPECT_EQ(Run().size(), QSize(400, 320));
-  EXPECT_EQ(Stored(), "25 31 400 320");
+  const QRect chosen(60, 80, 400, 320);
+  Run([&chosen](QWidget& window) { window.setGeometry(chosen); });
+  EXPECT_EQ(Stored(), "60 80 400 320");
+  EXPECT_EQ(Run(), chosen);
+  EXPECT_EQ(Stored(), "60 80 400 320");
 }
 
 TEST_F(WindowPlaceLayout, ReopensMaximisedWithItsSizeForLater) {
-  store_.Write("Place", "25 31 400 320");
+  store_.Write("Place", "60 80 400 320");
   Run([](QWidget& window) { window.showMaximized(); });
-  EXPECT_EQ(Stored().substr(Stored().find("400")), "400 320 maximised");
+  EXPECT_EQ(Stored(), "60 80 400 320 maximised");
+  Run([](QWidget& window) { window.showNormal(); });
+  EXPECT_TRUE(maximised_);
+  EXPECT_EQ(Stored(), "60 80 400 320");
+}
+
+TEST_F(WindowPlaceLayout, APlaceThatNoScreenShowsKeepsItsSize) {
+  for (const char* const place : {"90000 90000 400 320", "-5 -99999 400 320"}) {
+    store_.Write("Place", place);
+    const QRect opened = Run();
+    EXPECT_EQ(opened.size(), QSize(400, 320)) << place;
+    EXPECT_TRUE(screen_.contains(opened)) << place;
+  }
+  store_.Write("Place", "90000 90000 400 320 maximised");
   Run();
   EXPECT_TRUE(maximised_);
 }
 
-TEST_F(WindowPlaceLayout, APlaceThatNoScreenShowsOrThatIsBrokenIsNotUsed) {
+TEST_F(WindowPlaceLayout, APlaceThatIsBrokenIsNotUsed) {
   const QRect usual = Run();
-  for (const char* const place : {"90000 90000 400 320", "25 31 400", "x", "-5 -99999 400 320"}) {
+  for (const char* const place : {"25 31 400", "x"}) {
     store_.Write("Place", place);
     EXPECT_EQ(Run(), usual) << place;
   }

@@ -16,6 +16,7 @@
 #include "app/MainMenu.h"
 #include "app/MainStatusBar.h"
 #include "app/MenuCorner.h"
+#include "app/SessionsMenu.h"
 #include "capture/CaptureDialog.h"
 #include "capture/ExportCommand.h"
 #include "help/HelpCommands.h"
@@ -122,6 +123,7 @@ class FrmMain : public QMainWindow {
   void GetDisplaySettings() { live_->Display().GetDisplaySettings(); }
 
   LiveSession& Live() { return *live_; }
+  SessionsMenu& Sessions() { return *sessionsMenu_; }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -133,6 +135,7 @@ class FrmMain : public QMainWindow {
   void BuildControls();
   void BuildSession();
   void BuildGridMenu();
+  void BuildSessionsMenu();
   void ConnectMenus();
   void ConnectOptions();
   /// Runs a command when the user chooses an entry; a fault that it does not catch is a beep.
@@ -164,6 +167,7 @@ class FrmMain : public QMainWindow {
   void mnuViewDebugOff_Click();
   void DebugClosed();
   void CmdSurvey_Click();
+  void mnuUndoClear_Click();
   void CommandStartStop_Click();
 
   const platform::Desktop& desktop_;
@@ -174,6 +178,7 @@ class FrmMain : public QMainWindow {
 
   std::unique_ptr<MainMenu> menu_;
   MenuCorner* corner_ = nullptr;
+  SessionsMenu* sessionsMenu_ = nullptr;
   MainStatusBar* StatusBar1_ = nullptr;
   QWidget* client_ = nullptr;
   sync::SyncGridModel* gridModel_ = nullptr;

@@ -46,6 +46,7 @@ void FrmMain::ConnectMenus() {
       "CmdSurvey", "&Survey", "Lengths from all readings, and where to stand next.");
   connect(&CmdSurvey, &QPushButton::clicked, this,
           [this] { platform::HandleEvent(desktop_.beeper, [this] { CmdSurvey_Click(); }); });
+  BuildSessionsMenu();
 
   connect(CommandStartStop_, &QPushButton::clicked, this, [this] { CommandStartStop_Click(); });
   connect(CmdChkRx_, &QPushButton::clicked, this, [this] {
@@ -127,6 +128,7 @@ void FrmMain::ShowTotals() {
   const sync::SyncModel& model = live_->Results().Model();
   StatusBar1_->SetPanel(StatusPanel::Reports, "Reports: " + std::to_string(model.ReportCount()));
   StatusBar1_->SetPanel(StatusPanel::Aas, "AAs: " + std::to_string(model.AaCount()));
+  sessionsMenu_->SetCanUndoClear(live_->Results().ClearedResults() != nullptr);
 }
 
 void FrmMain::BuildGridMenu() {

@@ -71,7 +71,7 @@ void LiveSession::StartJournal(platform::SessionFolder& folder) {
   listeners_.push_back(journal_.get());
 }
 
-std::string LiveSession::Continue(sessions::UnfinishedSession session) {
+std::string LiveSession::Continue(sessions::UnfinishedSession& session) {
   std::string reason = session_.AddOlderResults(session.results);
   if (reason.empty()) {
     if (journal_) {

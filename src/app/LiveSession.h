@@ -50,9 +50,9 @@ class LiveSession : private link::LineListener {
   void StartJournal(platform::SessionFolder& folder);
 
   /// Continues an earlier session: puts its results before the present ones, shows them, and
-  /// continues its journal if one is kept. Returns why it failed, with nothing changed; empty if it
-  /// succeeded.
-  std::string Continue(sessions::UnfinishedSession session);
+  /// continues its journal if one is kept, for which it takes the session's file. Returns why it
+  /// failed, with nothing changed; empty if it succeeded.
+  std::string Continue(sessions::UnfinishedSession& session);
 
   /// What went wrong with the journal, or an empty text.
   std::string JournalFailure() const { return journal_ ? journal_->Failure() : ""; }
@@ -75,6 +75,8 @@ class LiveSession : private link::LineListener {
   Session& Results() { return session_; }
   link::BeltpackLink& Link() { return link_; }
   link::ComPort& Port() { return comPort_; }
+  /// Whether the beltpack is polled.
+  bool IsPolling() const { return line_.RfpsTimer.IsOn(); }
   DisplaySettings& Display() { return displaySettings_; }
 
   /// Takes one whole report into the sync model.

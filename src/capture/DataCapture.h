@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -14,6 +15,12 @@ namespace kelvara::capture {
 
 /// What the user can do with the capture: start it, or stop and pause it, or stop and resume it.
 enum class CaptureState { Idle, Logging, Paused };
+
+/// Why entries cannot be written.
+struct LogFailure {
+  std::string fileName;
+  std::string reason;
+};
 
 /// The log funnel, and the capture of its entries to a file: started, paused, resumed, stopped.
 class DataCapture : public sync::LogFunnel {
@@ -50,10 +57,23 @@ class DataCapture : public sync::LogFunnel {
   /// Writes to the open file again. A write that fails is a fault.
   void ResumeLoggingToFile();
 
+  /// Ends the capture without an entry, for a file that cannot be written.
+  void AbandonLogging();
+
   /// Clears the logging-active flag, as the link does when it starts; an open file stays open.
-  void ClearLoggingActive() { loggingActive_ = false; }
+  void ClearLoggingActive();
 
   bool IsLoggingActive() const { return loggingActive_; }
+
+  /// Whether `ClearLoggingActive` has stopped a capture that the user has neither resumed, paused
+  /// nor stopped since.
+  bool IsStoppedByLink() const { return stoppedByLink_; }
+
+  /// Why the last entry could not be written while logging is active; null if it could.
+  const LogFailure* Failure() const { return failure_ && loggingActive_ ? &*failure_ : nullptr; }
+
+  /// The name of the file that was last to be captured to.
+  const std::string& FileName() const { return fileName_; }
 
   CaptureState State() const { return state_; }
 
@@ -64,13 +84,22 @@ class DataCapture : public sync::LogFunnel {
   void CloseFile() { file_.reset(); }
 
  private:
+  void WriteEntry(std::string_view entry);
+  void SetFailure(std::optional<LogFailure> failure);
+  void SetLoggingActive(bool active);
   void ShowStatus(std::string_view text);
   void Enter(CaptureState state);
+  void StateChanged();
 
   const platform::Machine& machine_;
   LogBox* logBox_;
   std::function<void()> stateChanged_;
   bool loggingActive_ = false;
+  bool stoppedByLink_ = false;
+  std::string fileName_;
+  /// Why there is no file although logging is active.
+  std::string openFailure_ = "no file is open";
+  std::optional<LogFailure> failure_;
   CaptureState state_ = CaptureState::Idle;
   std::string_view statusText_;
   std::unique_ptr<platform::OutputFile> file_;

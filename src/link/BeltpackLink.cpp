@@ -58,6 +58,7 @@ BeltpackLink::~BeltpackLink() {
 void BeltpackLink::BeginSearch() {
   bLinkLossPending_ = 0;
   dtLastRx_ = machine_.clock.Now();
+  Disconnect();
   line_.TimerComPort.SwitchOn();
   line_.RfpsTimer.SwitchOn();
 }
@@ -72,6 +73,7 @@ void BeltpackLink::ResultsCleared() {
 
 void BeltpackLink::mnuForceSearch_Click() {
   dtLastRx_ = machine_.clock.Now();
+  Disconnect();
   line_.TimerComPort.SwitchOn();
   line_.RfpsTimer.SwitchOn();
   actions_.clearSyncResults();
@@ -166,6 +168,7 @@ void BeltpackLink::RfpsTimer_Timer() {
   if (searching) {
     line_.TimerComPort.SwitchOn();
   }
+  MeasureSilence();
   Supervise();
   actions_.updateSyncGrid();
 }
@@ -204,6 +207,29 @@ void BeltpackLink::Supervise() {
   }
 }
 
+void BeltpackLink::MeasureSilence() {
+  if (!lastHeard_) {
+    return;
+  }
+  // A silence between two ticks is a multiple of their interval, but its difference in days may
+  // fall short of it by a rounding.
+  constexpr double kRounding = 0.001;
+  const double silence = (machine_.clock.Now() - *lastHeard_) / platform::Span(1.0) + kRounding;
+  SetSilentSeconds(silence < kTellSilenceSeconds ? 0 : static_cast<int>(silence));
+}
+
+void BeltpackLink::SetSilentSeconds(int seconds) {
+  if (seconds != silentSeconds_) {
+    silentSeconds_ = seconds;
+    StateChanged();
+  }
+}
+
+void BeltpackLink::Disconnect() {
+  lastHeard_.reset();
+  SetSilentSeconds(0);
+}
+
 void BeltpackLink::AskAboutLoss() {
   // Ticks continue while the question, or the report it leads to, is open.
   questionOpen_ = true;
@@ -218,11 +244,13 @@ void BeltpackLink::AskAboutLoss() {
   if (answer == platform::MessageAnswer::Yes) {
     actions_.generateReport([this, closed] {
       actions_.clearSyncResults();
+      Disconnect();
       SetStatusText(kAttemptingText);
     });
     return;
   }
   bLinkLossPending_ = 0;
+  Disconnect();
   SetStatusText(kAttemptingText);
 }
 
@@ -265,6 +293,7 @@ void BeltpackLink::TakeChunk(std::string_view chunk) {
   if (chunk > kLifeAbove && chunk < kLifeBelow) {
     HearBeltpack();
   } else if (chunk == kDisconnectedText) {
+    Disconnect();
     SetStatusText(kDisconnectedStatusText);
     line_.TimerComPort.SwitchOn();
   }
@@ -282,6 +311,8 @@ void BeltpackLink::HearBeltpack() {
     StateChanged();
   }
   dtLastRx_ = machine_.clock.Now();
+  lastHeard_ = dtLastRx_;
+  SetSilentSeconds(0);
 }
 
 void BeltpackLink::Collect(std::string_view chunk) {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -21,6 +22,10 @@ namespace kelvara::link {
 /// The intervals of the link's timers, in milliseconds.
 inline constexpr int kRfpsTimerMilliseconds = 3000;
 inline constexpr int kTimerComPortMilliseconds = 200;
+
+/// How many seconds a connected beltpack may be silent before the user is told. It answers every
+/// command that asks for a report, so this is more than two of them.
+inline constexpr int kTellSilenceSeconds = 10;
 
 /// The serial port of a link and its timers.
 struct LinkLine {
@@ -74,7 +79,12 @@ class BeltpackLink {
   /// next sign of life.
   bool CanClear() const { return canClear_; }
 
-  /// Sets what is called after the status text or `CanClear` has changed.
+  /// For how many whole seconds the connected beltpack has been silent, as of the last tick of
+  /// `RfpsTimer`; 0 if that is less than `kTellSilenceSeconds`. It counts until the beltpack is
+  /// heard or disconnects, a new search is started, or the question about the loss is answered.
+  int SilentSeconds() const { return silentSeconds_; }
+
+  /// Sets what is called after the status text, `CanClear` or `SilentSeconds` has changed.
   void SetStateChanged(std::function<void()> stateChanged) {
     stateChanged_ = std::move(stateChanged);
   }
@@ -119,6 +129,10 @@ class BeltpackLink {
   void AskAboutLoss();
   void TakeChunk(std::string_view chunk);
   void HearBeltpack();
+  /// The beltpack is not connected, so its silence says nothing.
+  void Disconnect();
+  void MeasureSilence();
+  void SetSilentSeconds(int seconds);
   void Collect(std::string_view chunk);
   void SendAndShow(std::string_view command);
   void ResetPort();
@@ -136,6 +150,10 @@ class BeltpackLink {
   ReportCollector collector_;
   LineListener* lineListener_ = nullptr;
   platform::DateTime dtLastRx_ = 0.0;
+  /// When the beltpack was last heard, while it counts as connected. Unlike `dtLastRx_`, it is kept
+  /// when a search begins.
+  std::optional<platform::DateTime> lastHeard_;
+  int silentSeconds_ = 0;
   std::int16_t bLinkLossPending_ = 0;
   std::int16_t iPollStep_ = 0;
   bool questionOpen_ = false;

@@ -58,6 +58,9 @@ class ComPort {
 
   bool IsOpen() const { return MSComm1_.IsOpen(); }
 
+  /// The number of the port that was last to be opened, which may not be stored.
+  std::int16_t PortNumber() const { return MSComm1_.PortNumber(); }
+
  private:
   void Show(std::string port, std::string rate);
 

@@ -67,7 +67,7 @@ TEST_F(SessionTraceTest, AContinuedSessionThatDoesNotFitIsLeftAlone) {
   const std::string before = ModelText(live.Results().Model());
   std::optional<sessions::UnfinishedSession> session = sessions::FindUnfinishedSession(folder);
   ASSERT_TRUE(session);
-  EXPECT_EQ(live.Continue(std::move(*session)), "Together there would be more than 51 antennas");
+  EXPECT_EQ(live.Continue(*session), "Together there would be more than 51 antennas");
   EXPECT_EQ(ModelText(live.Results().Model()), before);
   EXPECT_EQ(folder.files[kOldName], old);
   EXPECT_EQ(folder.files.size(), 2U);
@@ -87,7 +87,7 @@ TEST_P(SessionTraceTest, ContinuesTheOldJournalWheneverTheUserWants) {
   const int continueAt = random.Below(30);
   for (int step = 0; step < 40; ++step) {
     if (step == continueAt) {
-      ASSERT_EQ(live.Continue(std::move(*session)), "");
+      ASSERT_EQ(live.Continue(*session), "");
       EXPECT_EQ(live.Results().ClearedResults(), nullptr);
     }
     switch (random.Below(6)) {

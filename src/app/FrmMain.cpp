@@ -73,9 +73,7 @@ void FrmMain::BuildControls() {
   corner_ = new MenuCorner(*menuBar());
   StatusBar1_ = new MainStatusBar(this);
   setStatusBar(StatusBar1_);
-  client_ = new QWidget(this);
-  setCentralWidget(client_);
-  client_->installEventFilter(this);
+  BuildClient();
   for (QFrame** line : {&Line1_, &Line2_}) {
     *line = new QFrame(client_);
     (*line)->setFrameShape(QFrame::HLine);
@@ -116,6 +114,7 @@ void FrmMain::BuildSession() {
                                                        .TimerComPort = TimerComPort_,
                                                        .silenceTimer = silenceTimer_},
                                         desktop_.settings);
+  BuildNotices();
   Session& results = live_->Results();
   live_->SetReportCommand(
       [this](const std::function<void()>& afterwards) { GenerateReportThen(afterwards); });
@@ -128,6 +127,7 @@ void FrmMain::BuildSession() {
     if (survey_ != nullptr) {
       survey_->ResultsChanged();
     }
+    notices_->Update();
   });
   menu_->Entry("mnuCaptureData").setEnabled(false);
   ShowCaptureState();
@@ -158,6 +158,7 @@ void FrmMain::ChoosePortInstead(std::int16_t port) {
   }
   ShowPortDialog();
   if (!isUnloaded_) {
+    notices_->NotePortOpened();
     // The message may have opened before the window was active.
     activateWindow();
     live_->Port().ShowPort();

@@ -16,6 +16,7 @@
 #include "app/MainMenu.h"
 #include "app/MainStatusBar.h"
 #include "app/MenuCorner.h"
+#include "app/Notices.h"
 #include "app/SessionsMenu.h"
 #include "capture/CaptureDialog.h"
 #include "capture/ExportCommand.h"
@@ -42,6 +43,8 @@ class FrmSurvey;
 }
 
 namespace kelvara::app {
+
+class NoticeBar;
 
 /// The main window: the menus from which every function is reached, the sync grid, the log box, the
 /// status bar, the serial port and the link's timers. It computes nothing: each operation calls the
@@ -124,6 +127,7 @@ class FrmMain : public QMainWindow {
 
   LiveSession& Live() { return *live_; }
   SessionsMenu& Sessions() { return *sessionsMenu_; }
+  app::Notices& Notices() { return *notices_; }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -133,7 +137,9 @@ class FrmMain : public QMainWindow {
  private:
   capture::DataCapture& Capture() { return live_->Results().Capture(); }
   void BuildControls();
+  void BuildClient();
   void BuildSession();
+  void BuildNotices();
   void BuildGridMenu();
   void BuildSessionsMenu();
   void ConnectMenus();
@@ -167,7 +173,6 @@ class FrmMain : public QMainWindow {
   void mnuViewDebugOff_Click();
   void DebugClosed();
   void CmdSurvey_Click();
-  void mnuUndoClear_Click();
   void CommandStartStop_Click();
 
   const platform::Desktop& desktop_;
@@ -180,6 +185,7 @@ class FrmMain : public QMainWindow {
   MenuCorner* corner_ = nullptr;
   SessionsMenu* sessionsMenu_ = nullptr;
   MainStatusBar* StatusBar1_ = nullptr;
+  NoticeBar* noticeBar_ = nullptr;
   QWidget* client_ = nullptr;
   sync::SyncGridModel* gridModel_ = nullptr;
   sync::SyncGridView* Grid_ = nullptr;
@@ -201,6 +207,7 @@ class FrmMain : public QMainWindow {
   qt::QtTimer measuredTimer_;
   sync::MeasuredCells measuredCells_;
   std::unique_ptr<LiveSession> live_;
+  std::unique_ptr<app::Notices> notices_;
   std::unique_ptr<report::ReportDialog> reportDialog_;
   std::unique_ptr<capture::CaptureDialog> captureDialog_;
   std::unique_ptr<capture::ExportCommand> exportCommand_;

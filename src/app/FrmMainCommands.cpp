@@ -108,6 +108,7 @@ void FrmMain::ShowLinkState() {
   StatusBar1_->SetPanel(StatusPanel::Rate, port.RateText());
   menu_->Entry("mnuClearGrid").setEnabled(link.CanClear());
   menu_->Entry("mnuForceSearch").setEnabled(link.CanClear());
+  notices_->Update();
 }
 
 void FrmMain::ShowCaptureState() {
@@ -122,6 +123,7 @@ void FrmMain::ShowCaptureState() {
     menu_->Entry("mnuCapturePause").setEnabled(state == capture::CaptureState::Logging);
     menu_->Entry("mnuCaptureResume").setEnabled(state == capture::CaptureState::Paused);
   }
+  notices_->Update();
 }
 
 void FrmMain::ShowTotals() {
@@ -129,6 +131,7 @@ void FrmMain::ShowTotals() {
   StatusBar1_->SetPanel(StatusPanel::Reports, "Reports: " + std::to_string(model.ReportCount()));
   StatusBar1_->SetPanel(StatusPanel::Aas, "AAs: " + std::to_string(model.AaCount()));
   sessionsMenu_->SetCanUndoClear(live_->Results().ClearedResults() != nullptr);
+  notices_->Update();
 }
 
 void FrmMain::BuildGridMenu() {

@@ -6,6 +6,8 @@
 #include <chrono>
 #include <iostream>
 #include <memory>
+#include <optional>
+#include <utility>
 
 #include "app/DemoSettings.h"
 #include "app/FrmMain.h"
@@ -26,6 +28,7 @@
 #include "platform/widgets/QtMessageBoxes.h"
 #include "ports/PortTable.h"
 #include "ports/QtSerialPort.h"
+#include "sessions/Journal.h"
 #include "sim/DemoSerialPort.h"
 #include "sim/SiteFile.h"
 
@@ -33,6 +36,7 @@ namespace kelvara::app {
 namespace {
 
 constexpr int kIconMilliseconds = 100;
+constexpr int kOfferMilliseconds = 200;
 /// The desktop has placed the window by then.
 constexpr int kPlacedMilliseconds = 500;
 constexpr int kStylePictureKilobytes = 512;
@@ -41,6 +45,12 @@ constexpr std::chrono::milliseconds kSettingsPatience{30};
 
 std::string DescribeDemoPort(int /*port*/) {
   return "The built-in beltpack of the demo: ready to be opened.";
+}
+
+/// Prints a line on standard error for what went wrong beside the session.
+void PrintFailure(const std::string& failure) {
+  const std::shared_ptr<void> console = qt::JoinConsole();
+  std::cerr << "kelvara: " << qt::ConsoleText(failure) << '\n';
 }
 
 }  // namespace
@@ -81,6 +91,7 @@ int RunDesktopProgram(const DesktopOptions& options) {
       documentOpener,
       options.demo ? static_cast<platform::SettingsStore&>(demoSettings) : storedSettings,
       qt::PathFromQString(QCoreApplication::applicationDirPath())};
+  qt::QtSessionFolder sessionFolder(qt::UserSessionsFolder(help::kSettingsApplication));
   FrmMain window(
       desktop, options.demo ? static_cast<platform::SerialPort&>(demoPort) : machinePort,
       [&](int port) { return options.demo ? DescribeDemoPort(port) : machinePort.Describe(port); });
@@ -94,9 +105,20 @@ int RunDesktopProgram(const DesktopOptions& options) {
   if (options.rawPath) {
     window.Live().StartTrace(*options.rawPath, true);
   }
-  qt::QtSessionFolder sessions(qt::UserSessionsFolder(help::kSettingsApplication));
-  if (!options.noJournal && !options.demo) {
-    window.Live().StartJournal(sessions);
+  const bool keepsJournal = !options.noJournal && !options.demo;
+  if (keepsJournal) {
+    window.Live().StartJournal(sessionFolder);
+    window.SetJournalFailed(PrintFailure);
+    // Reading a long session takes longer than painting the window.
+    QTimer::singleShot(kOfferMilliseconds, &window, [&window, &sessionFolder] {
+      if (std::optional<sessions::UnfinishedSession> session =
+              sessions::FindUnfinishedSession(sessionFolder)) {
+        window.Notices().Offer(std::move(*session));
+      }
+    });
+  }
+  if (options.demo) {
+    window.SetDemo();
   }
   WindowPlace place(window, windowSettings);
   place.Restore();
@@ -116,12 +138,8 @@ int RunDesktopProgram(const DesktopOptions& options) {
   QTimer::singleShot(kIconMilliseconds, &window,
                      [] { QApplication::setWindowIcon(help::ProgramIcon()); });
   const int result = QCoreApplication::exec();
-  for (const std::string& failure :
-       {window.Live().TraceFailure(), window.Live().JournalFailure()}) {
-    if (!failure.empty()) {
-      const std::shared_ptr<void> console = qt::JoinConsole();
-      std::cerr << "kelvara: " << qt::ConsoleText(failure) << '\n';
-    }
+  if (const std::string failure = window.Live().TraceFailure(); !failure.empty()) {
+    PrintFailure(failure);
   }
   return result;
 }

@@ -123,12 +123,7 @@ void FrmMain::BuildSession() {
   live_->Display().SetOptionsChanged([this](const OptionEntry* chosen) { ShowOptions(chosen); });
   results.Capture().SetStateChanged([this] { ShowCaptureState(); });
   results.SetTotalsChanged([this] { ShowTotals(); });
-  live_->SetResultsChanged([this] {
-    if (survey_ != nullptr) {
-      survey_->ResultsChanged();
-    }
-    notices_->Update();
-  });
+  live_->SetResultsChanged([this] { ShowResultsChange(); });
   menu_->Entry("mnuCaptureData").setEnabled(false);
   ShowCaptureState();
   reportDialog_ =
@@ -203,6 +198,7 @@ void FrmMain::Form_Unload() {
   isUnloaded_ = true;
   desktop_.events.End();
   live_->Shutdown();
+  ShowJournalFailure();
   const QWidgetList windows = QApplication::topLevelWidgets();
   for (QWidget* const window : windows) {
     if (window != this && window->isVisible()) {

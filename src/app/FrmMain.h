@@ -68,6 +68,14 @@ class FrmMain : public QMainWindow {
   /// Sets how the port dialog marks the ports whose devices are present.
   void SetPortMarks(PortDescription portMark) { portMark_ = std::move(portMark); }
 
+  /// The readings come from the built-in beltpack, which a notice and the report's notes say.
+  void SetDemo();
+
+  /// Sets what is told once if the journal cannot be written; the window says so too.
+  void SetJournalFailed(std::function<void(const std::string& reason)> failed) {
+    journalFailed_ = std::move(failed);
+  }
+
   /// Lays the controls out for the window's size. A size too small for a control ends the layout
   /// silently.
   void Form_Resize();
@@ -152,6 +160,9 @@ class FrmMain : public QMainWindow {
   void ShowLinkState();
   void ShowCaptureState();
   void ShowTotals();
+  /// Called after each redraw of the grid and each clear of the results.
+  void ShowResultsChange();
+  void ShowJournalFailure();
   /// `chosen`: the entry that the user chose, or null when all options were set.
   void ShowOptions(const OptionEntry* chosen);
   /// Sets the options from the check marks, whatever changed them.
@@ -213,6 +224,8 @@ class FrmMain : public QMainWindow {
   std::unique_ptr<capture::ExportCommand> exportCommand_;
   std::unique_ptr<help::HelpCommands> helpCommands_;
   std::function<void()> unloaded_;
+  std::function<void(const std::string&)> journalFailed_;
+  bool isJournalFailureShown_ = false;
   bool isUnloaded_ = false;
 };
 

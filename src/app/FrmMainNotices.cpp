@@ -3,6 +3,8 @@
 #include "app/FrmMain.h"
 #include "app/NoticeBar.h"
 #include "platform/EventHandler.h"
+#include "platform/qt/PathText.h"
+#include "survey/FrmSurvey.h"
 
 namespace kelvara::app {
 
@@ -27,6 +29,31 @@ void FrmMain::BuildNotices() {
   noticeBar_->SetActed(
       [this] { platform::HandleEvent(desktop_.beeper, [this] { notices_->Act(); }); });
   noticeBar_->SetClosed([this] { notices_->Close(); });
+}
+
+void FrmMain::SetDemo() {
+  notices_->NoteDemo();
+  reportDialog_->SetDemo();
+}
+
+void FrmMain::ShowResultsChange() {
+  if (survey_ != nullptr) {
+    survey_->ResultsChanged();
+  }
+  notices_->Update();
+  ShowJournalFailure();
+}
+
+void FrmMain::ShowJournalFailure() {
+  const std::string reason = live_->JournalFailure();
+  if (reason.empty() || isJournalFailureShown_) {
+    return;
+  }
+  isJournalFailureShown_ = true;
+  sessionsMenu_->ShowJournalFailure(qt::MessageText(reason));
+  if (journalFailed_) {
+    journalFailed_(reason);
+  }
 }
 
 }  // namespace kelvara::app

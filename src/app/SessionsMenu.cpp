@@ -1,5 +1,6 @@
 #include "app/SessionsMenu.h"
 
+#include <QAccessible>
 #include <utility>
 
 #include "platform/EventHandler.h"
@@ -7,7 +8,11 @@
 namespace kelvara::app {
 
 SessionsMenu::SessionsMenu(MenuCorner& corner, QAction& exportResults, platform::Beeper& beeper)
-    : QMenu(&corner), beeper_(beeper) {
+    : QMenu(&corner),
+      beeper_(beeper),
+      button_(corner.AddButton(
+          "CmdSessions", "Sess&ions",
+          "Recorded sessions, the undo of a clear, and the export of the results.")) {
   setObjectName(QStringLiteral("mnuSessions"));
   openSession_ = AddDisabled("mnuOpenSession", "&Open...");
   recentSessions_ = addMenu(QStringLiteral("&Recent"));
@@ -16,10 +21,7 @@ SessionsMenu::SessionsMenu(MenuCorner& corner, QAction& exportResults, platform:
   addSeparator();
   undoClear_ = AddDisabled("mnuUndoClear", "&Undo Clear");
   addAction(&exportResults);
-  corner
-      .AddButton("CmdSessions", "Sess&ions",
-                 "Recorded sessions, the undo of a clear, and the export of the results.")
-      .setMenu(this);
+  button_.setMenu(this);
 }
 
 void SessionsMenu::SetOpenSession(std::function<void()> open) {
@@ -37,6 +39,20 @@ void SessionsMenu::SetRecentSessions(std::function<void(QMenu&)> fill) {
 
 void SessionsMenu::SetUndoClear(std::function<void()> undo) {
   OnChosen(*undoClear_, std::move(undo));
+}
+
+void SessionsMenu::ShowJournalFailure(const QString& reason) {
+  const QString text = QStringLiteral("This session is not kept: %1").arg(reason);
+  auto* const line = new QAction(QString(text).replace(u'&', QStringLiteral("&&")), this);
+  line->setObjectName(QStringLiteral("mnuJournalFailure"));
+  line->setEnabled(false);
+  insertAction(openSession_, line);
+  insertSeparator(openSession_);
+  button_.setText(button_.text() + QStringLiteral(" (!)"));
+  button_.setToolTip(text);
+  button_.setAccessibleDescription(text);
+  QAccessibleEvent alert(&button_, QAccessible::Alert);
+  QAccessible::updateAccessibility(&alert);
 }
 
 QAction* SessionsMenu::AddDisabled(const char* name, const char* caption) {

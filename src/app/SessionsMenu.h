@@ -32,11 +32,15 @@ class SessionsMenu : public QMenu {
   void SetUndoClear(std::function<void()> undo);
   void SetCanUndoClear(bool can) { undoClear_->setEnabled(can); }
 
+  /// Marks the button, and adds a first line to the menu that says why this session is not kept.
+  void ShowJournalFailure(const QString& reason);
+
  private:
   QAction* AddDisabled(const char* name, const char* caption);
   void OnChosen(QAction& entry, std::function<void()> command);
 
   platform::Beeper& beeper_;
+  QPushButton& button_;
   QAction* openSession_;
   QMenu* recentSessions_;
   QAction* undoClear_;

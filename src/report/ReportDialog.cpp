@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cmath>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "base/Fault.h"
@@ -18,6 +19,33 @@ using platform::MessageIcon;
 namespace {
 
 std::string TwoDigits(unsigned number) { return (number < 10 ? "0" : "") + std::to_string(number); }
+
+constexpr std::string_view kDemoNotes = "Demo: simulated readings.";
+
+/// Whether notes hold nothing but blanks and line ends.
+bool IsEmpty(std::string_view notes) {
+  return notes.find_first_not_of(" \t\r\n") == std::string_view::npos;
+}
+
+/// The notes without the line of the demo, of which only what the user has added to it is kept.
+std::string WithoutDemoNotes(std::string_view notes) {
+  std::string kept;
+  while (!notes.empty()) {
+    const std::size_t lineFeed = notes.find('\n');
+    std::string_view line =
+        notes.substr(0, lineFeed == std::string_view::npos ? notes.size() : lineFeed + 1);
+    notes.remove_prefix(line.size());
+    if (line.starts_with(kDemoNotes)) {
+      line.remove_prefix(kDemoNotes.size());
+      if (IsEmpty(line)) {
+        continue;
+      }
+      line.remove_prefix(line.find_first_not_of(" \t"));
+    }
+    kept += line;
+  }
+  return kept;
+}
 
 /// The file name that is offered for a report of this day, such as "Kelvara 2026-11-21.html".
 std::string ReportNameOf(platform::DateTime wallTime) {
@@ -41,6 +69,9 @@ bool ReportDialog::HasPhaseInformation() {
 std::string ReportDialog::Form_Load(ReportFields& fields) {
   std::string fileName = lastFilenames_.GetLastReportFilename();
   rememberedFields_.LoadOrCreate(fields);
+  if (isDemo_ && IsEmpty(fields.notes)) {
+    fields.notes = kDemoNotes;
+  }
   return fileName;
 }
 
@@ -63,7 +94,11 @@ bool ReportDialog::CommandGenerate_Click(const std::string& fileName, const Repo
     return false;
   }
   lastFilenames_.SaveLastReportFilename(fileName);
-  rememberedFields_.Save(fields);
+  ReportFields remembered = fields;
+  if (isDemo_) {
+    remembered.notes = WithoutDemoNotes(fields.notes);
+  }
+  rememberedFields_.Save(remembered);
   if (fields.showReport) {
     OpenReport(fileName, desktop_.documentOpener, desktop_.messageBoxes);
   }

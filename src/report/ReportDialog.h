@@ -26,6 +26,10 @@ class ReportDialog {
   /// not be shown.
   bool HasPhaseInformation();
 
+  /// The readings are simulated: from now on, empty notes are offered with a line that says so. It
+  /// goes into the report, but is never remembered.
+  void SetDemo() { isDemo_ = true; }
+
   /// When the dialog opens: fills in what was remembered and returns the last report file name.
   std::string Form_Load(ReportFields& fields);
 
@@ -46,6 +50,7 @@ class ReportDialog {
   const platform::Desktop& desktop_;
   capture::LastFilenames lastFilenames_;
   RememberedFields rememberedFields_;
+  bool isDemo_ = false;
 };
 
 }  // namespace kelvara::report

@@ -6,8 +6,11 @@
 #include <QComboBox>
 #include <QListWidget>
 #include <QMenuBar>
+#include <QPlainTextEdit>
 
 #include "FrmMainRig.h"
+#include "support/MemorySessionFolder.h"
+#include "support/RecordedReports.h"
 
 namespace kelvara::test {
 namespace {
@@ -192,6 +195,64 @@ TEST(NoticeBar, AnActionThatFailsBeepsOnce) {
   Click(rig.Action());
   EXPECT_EQ(rig.beeper.count, 1);
   EXPECT_EQ(rig.Shown().substr(0, 10), "log-failed");
+}
+
+TEST(NoticeBar, ContinuesASessionThatWasCutOff) {
+  MemorySessionFolder folder;
+  NoticeBarRig rig;
+  folder.files["2024-10-04-112801.trace"] = "\x01rfps\x02" + OneNeighbourReport(1, 2, -11);
+  rig.Open();
+  rig.window.Live().StartJournal(folder);
+  rig.window.Notices().Offer(std::move(*sessions::FindUnfinishedSession(folder)));
+  EXPECT_EQ(rig.Shown(),
+            "unfinished-session: The last session was cut off (1 report, 2 antennas). [Continue "
+            "it]");
+  rig.TakeReport();
+  Click(rig.Action());
+  EXPECT_EQ(rig.Shown(), "");
+  EXPECT_EQ(rig.Panel(3), "Reports: 2");
+  EXPECT_EQ(rig.Panel(4), "AAs: 3");
+  EXPECT_EQ(rig.Cell(1, 2), "-11");
+}
+
+TEST(Demo, IsToldInANoticeAndInTheReportsNotes) {
+  NoticeBarRig rig;
+  rig.window.SetDemo();
+  rig.Open();
+  EXPECT_EQ(rig.Shown(), "demo: Demo: the readings come from the built-in beltpack.");
+  rig.TakeReport();
+  const WhenShown report("FrmReport", [](QWidget& dialog) {
+    EXPECT_EQ(Find<QPlainTextEdit>(dialog, "TxtNotes").toPlainText(), "Demo: simulated readings.");
+    Press(dialog, Qt::Key_Escape);
+  });
+  rig.Choose("mnuGenReport");
+}
+
+TEST(JournalFailure, IsToldOnceAndHindersNothing) {
+  MemorySessionFolder folder;
+  NoticeBarRig rig;
+  folder.full = true;
+  std::vector<std::string> told;
+  rig.window.SetJournalFailed([&told](const std::string& reason) { told.push_back(reason); });
+  rig.Open();
+  rig.window.Live().StartJournal(folder);
+  rig.port.Receive("B");
+  for (int tick = 0; tick < 3; ++tick) {
+    rig.TakeReport();
+    rig.Tick("RfpsTimer");
+  }
+  EXPECT_EQ(told, std::vector<std::string>{"the disk is full"});
+  EXPECT_EQ(rig.Shown(), "");
+  EXPECT_EQ(rig.Panel(3), "Reports: 3");
+  EXPECT_EQ(rig.beeper.count, 0);
+  const auto& button = Find<QPushButton>(rig.window, "CmdSessions");
+  EXPECT_EQ(button.text(), "Sess&ions (!)");
+  EXPECT_EQ(button.toolTip(), "This session is not kept: the disk is full");
+  const QAction& line = *Find<QMenu>(rig.window, "mnuSessions").actions().constFirst();
+  EXPECT_EQ(line.text(), "This session is not kept: the disk is full");
+  EXPECT_FALSE(line.isEnabled());
+  rig.window.close();
+  EXPECT_EQ(told.size(), 1U);
 }
 
 struct Sample {

@@ -200,5 +200,53 @@ TEST_F(ReportDialogTest, FieldsThatCannotBeRememberedDoNotStopTheReport) {
   EXPECT_EQ(opener.documents.size(), 1U);
 }
 
+TEST_F(ReportDialogTest, EmptyNotesOfADemoBeginWithALineThatSaysSo) {
+  dialog.SetDemo();
+  for (const char* const remembered : {"", "s\r\nt\r\n 1 \r\n\r\n", "s\r\nt\r\n 1 \r\n \r\n\r\n"}) {
+    if (*remembered != '\0') {
+      files.files[kRememberedPath] = remembered;
+    }
+    ReportFields fields;
+    dialog.Form_Load(fields);
+    EXPECT_EQ(fields.notes, "Demo: simulated readings.");
+  }
+}
+
+TEST_F(ReportDialogTest, NotesRememberedInADemoStayAsTheyAre) {
+  dialog.SetDemo();
+  files.files[kRememberedPath] = "s\r\nt\r\n 1 \r\nmine\r\n";
+  ReportFields fields;
+  dialog.Form_Load(fields);
+  EXPECT_EQ(fields.notes, "mine\r\n");
+}
+
+TEST_F(ReportDialogTest, TheLineOfADemoIsReportedButNeverRemembered) {
+  struct Case {
+    const char* notes;
+    const char* remembered;
+  };
+  boxes.answer = MessageAnswer::Yes;
+  dialog.SetDemo();
+  for (const Case& c :
+       {Case{"Demo: simulated readings.", ""}, Case{"Demo: simulated readings.\r\n", ""},
+        Case{"Demo: simulated readings.\r\none\r\ntwo", "one\r\ntwo"},
+        Case{"Demo: simulated readings. one", "one"},
+        Case{"one\r\nDemo: simulated readings.\r\ntwo", "one\r\ntwo"}, Case{"one", "one"},
+        Case{"", ""}}) {
+    EXPECT_TRUE(dialog.CommandGenerate_Click("report.html", {"s", "t", false, c.notes}));
+    EXPECT_EQ(files.files[kRememberedPath],
+              "s\r\nt\r\n 0 \r\n" + std::string(c.remembered) + "\r\n");
+    const std::string notes = c.notes;
+    EXPECT_EQ(Html().find("Demo: simulated readings.") != std::string::npos,
+              notes.find("Demo:") != std::string::npos);
+  }
+}
+
+TEST_F(ReportDialogTest, WithoutADemoNotesAreRememberedAsTyped) {
+  const std::string notes = "Demo: simulated readings.";
+  EXPECT_TRUE(dialog.CommandGenerate_Click("report.html", {"s", "t", false, notes}));
+  EXPECT_EQ(files.files[kRememberedPath], "s\r\nt\r\n 0 \r\n" + notes + "\r\n");
+}
+
 }  // namespace
 }  // namespace kelvara::report

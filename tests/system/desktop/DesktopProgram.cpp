@@ -206,6 +206,16 @@ std::string DesktopProgram::LogText() const {
   return Reader().TextOf(Control(MainWindow(), "text", "Sync data log"));
 }
 
+std::string DesktopProgram::Notice() const {
+  const ScreenReader reader = Reader();
+  for (const ScreenItem& alert : reader.FindAll(Seen(MainWindow()), "alert message")) {
+    if (reader.IsShowing(alert)) {
+      return alert.name;
+    }
+  }
+  return "";
+}
+
 std::size_t DesktopProgram::Panel(int number) const {
   const ScreenReader reader = Reader();
   const std::vector<ScreenItem> bars = reader.FindAll(Seen(MainWindow()), "status bar", "");

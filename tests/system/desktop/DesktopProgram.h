@@ -63,6 +63,9 @@ class DesktopProgram {
 
   std::string LogText() const;
 
+  /// What the notice line says; empty while it is hidden.
+  std::string Notice() const;
+
   /// A hash of the picture of a panel of the status bar, counted from 1: the same for the same
   /// text. Nothing may cover the panel.
   std::size_t Panel(int number) const;

@@ -15,8 +15,13 @@ namespace kelvara::test {
 
 inline constexpr const char* kJournal = "2024-10-04-112801.trace";
 
+/// Destroyed after the session that keeps its journal in it.
+struct KeptSessions {
+  MemorySessionFolder folder;
+};
+
 /// A live session whose notices are kept up to date as by the main window.
-struct NoticesRig : LiveRig {
+struct NoticesRig : KeptSessions, LiveRig {
   NoticesRig() {
     const auto update = [this] { notices.Update(); };
     live.Link().SetStateChanged(update);
@@ -64,7 +69,6 @@ struct NoticesRig : LiveRig {
     notices.Offer(std::move(*session));
   }
 
-  MemorySessionFolder folder;
   app::Notices notices{live, machine};
   std::vector<std::string> readOut;
 };

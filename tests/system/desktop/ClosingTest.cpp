@@ -127,6 +127,11 @@ TEST_F(ClosingTest, EachWindowCanBeClosedByItsFrameAndTheProgramContinues) {
   };
   visit(WindowsWithoutReadings());
   EXPECT_FALSE(program->IsChecked({"Options", "View Debug", "On"}));
+  // The capture that could not start drops every report until it is stopped.
+  DesktopProgram::Await("a dropped report", [&] {
+    return program->Notice().rfind("Reports are being dropped: ", 0) == 0;
+  });
+  program->Press(program->MainWindow(), {"alt+n"});
   AwaitReadings(*program);
   visit(WindowsWithReadings());
   EXPECT_EQ(Read("older.html"), "an older report");

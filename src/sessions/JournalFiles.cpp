@@ -2,14 +2,14 @@
 #include <array>
 #include <span>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "base/Fault.h"
-#include "platform/Beeper.h"
 #include "sessions/Journal.h"
 #include "sessions/RecordedSession.h"
+#include "sessions/ResultsReader.h"
 #include "sessions/TraceMarks.h"
-#include "sync/RfpsParser.h"
 
 namespace kelvara::sessions {
 namespace {
@@ -50,49 +50,6 @@ std::vector<SessionFolder::Entry> Journals(const SessionFolder& folder) {
   return journals;
 }
 
-class SilentBeeper : public platform::Beeper {
- public:
-  void Beep() override {}
-};
-
-class NoLog : public sync::LogFunnel {
- public:
-  void PrintLogEntry(std::string_view /*strLog*/) override {}
-  bool IsListening() const override { return false; }
-};
-
-/// Makes the results of a journal.
-class ResultsReader : public RecordedTextReader {
- public:
-  explicit ResultsReader(UnfinishedSession& session) : session_(session) {}
-
-  void ProcessRfpsReport(std::string_view report) override { parser_.ProcessRfpsReport(report); }
-  void NoteDropped(DropReason /*reason*/) override {}
-  void SetTime(std::int64_t utcMilliseconds) override { session_.lastTime = utcMilliseconds; }
-  void ClearResults() override {
-    if (session_.results.ReportCount() > 0) {
-      cleared_ = session_.results;
-    }
-    session_.results.Clear();
-  }
-  void RestoreResults() override {
-    try {
-      session_.results.AddOlder(cleared_);
-      cleared_.Clear();
-    } catch (const base::Fault&) {
-      // The journal is damaged; the results stay as they are.
-    }
-  }
-
- private:
-  UnfinishedSession& session_;
-  sync::SyncModel cleared_;
-  sync::DisplayOptions options_;
-  NoLog log_;
-  SilentBeeper beeper_;
-  sync::RfpsParser parser_{session_.results, options_, log_, beeper_};
-};
-
 /// Whether the mark of an orderly end is the last in a file.
 bool HasEnded(platform::LockedFile& file) {
   std::string mark(1, kCommandMark);
@@ -114,7 +71,8 @@ bool HasEnded(platform::LockedFile& file) {
 
 /// Replays a file into the session that keeps it.
 void ReadResults(UnfinishedSession& session) {
-  ResultsReader reader(session);
+  RecordedResults results;
+  ResultsReader reader(results);
   RecordedSession recorded(reader);
   std::vector<char> piece(kPieceBytes);
   std::uint64_t place = 0;
@@ -122,6 +80,8 @@ void ReadResults(UnfinishedSession& session) {
     recorded.Feed({piece.data(), got});
     place += got;
   }
+  session.results = std::move(results.model);
+  session.lastTime = results.time;
   session.wholeBytes = place - recorded.UnfinishedMarkBytes();
 }
 

@@ -1,10 +1,13 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <span>
 #include <string>
 #include <string_view>
+
+#include "base/Fault.h"
 
 namespace kelvara::platform {
 
@@ -29,6 +32,12 @@ class InputFile {
 
   /// The size in bytes, or 0 if it is unknown (as for a pipe).
   virtual std::size_t Size() const = 0;
+
+  /// Continues to read at this place in the file. One that can only be read from its beginning to
+  /// its end, as a pipe, is a file fault.
+  virtual void Seek(std::uint64_t /*place*/) {
+    throw base::Fault(base::FaultKind::File, "the file can only be read from its beginning");
+  }
 };
 
 /// The machine's files. A path may use backslashes or the machine's own separator. A file that

@@ -17,11 +17,21 @@ class RecordedSession : public RecordedText {
  public:
   explicit RecordedSession(RecordedTextReader& reader) : reader_(reader) {}
 
+  /// Continues where another one is, with a reader of its own.
+  RecordedSession(const RecordedSession& other, RecordedTextReader& reader)
+      : reader_(reader),
+        collector_(other.collector_),
+        state_(other.state_),
+        command_(other.command_) {}
+
   void Feed(std::string_view piece) override;
   void End() override;
 
   /// How many bytes at the end of what was fed are the beginning of a mark that is not whole.
   std::size_t UnfinishedMarkBytes() const;
+
+  /// How many bytes of text are kept, most of them of an unfinished report.
+  std::size_t KeptBytes() const { return collector_.Text().size() + command_.size(); }
 
  private:
   enum class State {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <functional>
@@ -151,6 +152,9 @@ class MemoryFileSystem : public platform::FileSystem {
       return got;
     }
     std::size_t Size() const override { return text_.size(); }
+    void Seek(std::uint64_t place) override {
+      position_ = std::min<std::size_t>(place, text_.size());
+    }
 
    private:
     std::string text_;

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/Fault.h"
 #include "sessions/RecordedSession.h"
 #include "sessions/TraceMarks.h"
 #include "support/Doubles.h"
@@ -36,7 +37,14 @@ class ReplayedTrace : private sessions::RecordedTextReader {
     }
     model.Clear();
   }
-  void RestoreResults() override { model.AddOlder(cleared_); }
+  void RestoreResults() override {
+    try {
+      model.AddOlder(cleared_);
+      cleared_.Clear();
+    } catch (const base::Fault&) {
+      // Too many antennas: nothing is restored.
+    }
+  }
 
   sync::SyncModel cleared_;
   sync::DisplayOptions options_;

@@ -77,6 +77,12 @@ class QtInputFile : public platform::InputFile {
     return static_cast<std::size_t>(got);
   }
 
+  void Seek(std::uint64_t place) override {
+    if (file_.isSequential() || !file_.seek(static_cast<qint64>(place))) {
+      ThrowFileFault(name_, "read", "it is not a file that can be read at any place");
+    }
+  }
+
   std::size_t Size() const override {
     return file_.isSequential() ? 0 : static_cast<std::size_t>(file_.size());
   }

@@ -1,7 +1,9 @@
 #include "platform/qt/QtFileSystem.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <array>
 #include <cerrno>
@@ -69,6 +71,29 @@ TEST_F(QtFileSystemTest, RefusesAFolder) {
   EXPECT_EQ(FaultOf([&] { files.OpenForInput(folder.Path()); }), reason);
   EXPECT_EQ(FaultOf([&] { files.OpenForOutput(folder.Path()); }), reason);
   EXPECT_EQ(FaultOf([&] { ExpectReadable(folder.Path()); }), reason);
+}
+
+TEST_F(QtFileSystemTest, ReadsFromAnyPlace) {
+  const std::string path = folder.PathOf("a.txt");
+  files.OpenForOutput(path)->Write("0123456789");
+  const std::unique_ptr<platform::InputFile> file = files.OpenForInput(path);
+  std::array<char, 4> buffer{};
+  for (const std::uint64_t place : {7, 2}) {
+    file->Seek(place);
+    ASSERT_GE(file->Read(buffer), 3U);
+    EXPECT_EQ(buffer[0], static_cast<char>('0' + place));
+  }
+  file->Seek(11);
+  EXPECT_EQ(file->Read(buffer), 0U);
+}
+
+TEST_F(QtFileSystemTest, APipeHasNoPlaces) {
+  const std::string path = folder.PathOf("pipe");
+  ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
+  const int writer = ::open(path.c_str(), O_RDWR);
+  EXPECT_EQ(FaultOf([&] { files.OpenForInput(path)->Seek(0); }),
+            "cannot read \"" + path + "\": it is not a file that can be read at any place");
+  ::close(writer);
 }
 
 TEST_F(QtFileSystemTest, AppendsToAPipe) {

@@ -9,8 +9,6 @@
 namespace kelvara::app {
 namespace {
 
-/// A box with more characters than this is cut before text is appended.
-constexpr int kMostCharacters = 32000;
 /// The kept text begins after the first line feed from here on, counted from 1.
 constexpr int kKeptFrom = 16000;
 
@@ -40,7 +38,7 @@ void LogTextBox::Append(std::string_view text) {
     return;
   }
   // The document counts one character more than the text has.
-  if (document()->characterCount() - 1 > kMostCharacters) {
+  if (document()->characterCount() - 1 > static_cast<int>(capture::kMostLogCharacters)) {
     DropOlderHalf();
   }
   moveCursor(QTextCursor::End);

@@ -41,6 +41,12 @@ std::string Session::AddOlderResults(const sync::SyncModel& older) {
   return {};
 }
 
+void Session::ReplaceResults(sync::SyncModel results) {
+  model_ = std::move(results);
+  cleared_.reset();
+  TotalsChanged();
+}
+
 void Session::TotalsChanged() {
   if (totalsChanged_) {
     totalsChanged_();

@@ -41,6 +41,9 @@ class Session {
   /// Returns why it failed, with nothing changed; empty if it succeeded.
   std::string AddOlderResults(const sync::SyncModel& older);
 
+  /// Replaces the results by those of a recorded session. There is nothing to restore then.
+  void ReplaceResults(sync::SyncModel results);
+
   /// Sets what is called after a report has been counted or the results have been cleared
   /// or restored.
   void SetTotalsChanged(std::function<void()> totalsChanged) {

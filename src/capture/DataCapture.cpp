@@ -21,14 +21,20 @@ std::string ReasonOf(const base::Fault& fault, const std::string& fileName) {
 
 }  // namespace
 
+std::string LogEntryText(const platform::DateFormat& dateFormat, platform::DateTime localTime,
+                         std::string_view strLog) {
+  std::string entry = dateFormat.General(localTime);
+  entry += ", ";
+  entry += strLog;
+  entry += "\r\n";
+  return entry;
+}
+
 void DataCapture::PrintLogEntry(std::string_view strLog) {
   if (strLog.empty() || !IsListening()) {
     return;
   }
-  std::string entry = machine_.dateFormat.General(machine_.clock.WallTime());
-  entry += ", ";
-  entry += strLog;
-  entry += "\r\n";
+  const std::string entry = LogEntryText(machine_.dateFormat, machine_.clock.WallTime(), strLog);
   if (loggingActive_) {
     WriteEntry(entry);
   }

@@ -22,6 +22,10 @@ struct LogFailure {
   std::string reason;
 };
 
+/// A log entry as it is written: date and time, ", ", the text, and a line end.
+std::string LogEntryText(const platform::DateFormat& dateFormat, platform::DateTime localTime,
+                         std::string_view strLog);
+
 /// The log funnel, and the capture of its entries to a file: started, paused, resumed, stopped.
 class DataCapture : public sync::LogFunnel {
  public:

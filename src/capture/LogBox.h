@@ -1,8 +1,12 @@
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
 namespace kelvara::capture {
+
+/// A log box with more characters than this is cut before text is appended.
+inline constexpr std::size_t kMostLogCharacters = 32000;
 
 /// The log box `TextLog` of the main window.
 class LogBox {

@@ -30,6 +30,10 @@ class SyncGrid {
   /// Reduces the grid to the single cell "RPN" and forgets the colours.
   void Clear();
 
+  /// Forgets the colours, so that the next redraw chooses them as the first redraw of these results
+  /// would.
+  void ForgetColours() { colours_.Clear(); }
+
   /// The colour of an FPS value; a value outside 0 to 16 is a subscript fault.
   Colour GetRpsColour(std::int16_t iRps) { return colours_.GetRpsColour(iRps); }
 

@@ -12,6 +12,7 @@
 #include "app/DemoSettings.h"
 #include "app/FrmMain.h"
 #include "app/WindowPlace.h"
+#include "base/Fault.h"
 #include "help/ProgramIcon.h"
 #include "help/ProgramTitle.h"
 #include "platform/qt/Console.h"
@@ -29,12 +30,14 @@
 #include "ports/PortTable.h"
 #include "ports/QtSerialPort.h"
 #include "sessions/Journal.h"
+#include "sessions/ReviewedSession.h"
 #include "sim/DemoSerialPort.h"
 #include "sim/SiteFile.h"
 
 namespace kelvara::app {
 namespace {
 
+constexpr int kFailed = 1;
 constexpr int kIconMilliseconds = 100;
 constexpr int kOfferMilliseconds = 200;
 /// The desktop has placed the window by then.
@@ -51,6 +54,19 @@ std::string DescribeDemoPort(int /*port*/) {
 void PrintFailure(const std::string& failure) {
   const std::shared_ptr<void> console = qt::JoinConsole();
   std::cerr << "kelvara: " << qt::ConsoleText(failure) << '\n';
+}
+
+/// Opens the session to review; null if that fails, which a message box tells.
+std::unique_ptr<sessions::ReviewedSession> OpenRecorded(platform::FileSystem& fileSystem,
+                                                        const std::string& path,
+                                                        platform::MessageBoxes& messageBoxes) {
+  try {
+    return std::make_unique<sessions::ReviewedSession>(fileSystem, path);
+  } catch (const base::Fault& fault) {
+    messageBoxes.Show(fault.what(), help::kProgramTitle, platform::MessageIcon::Critical,
+                      platform::MessageButtons::Ok);
+    return nullptr;
+  }
 }
 
 }  // namespace
@@ -92,6 +108,13 @@ int RunDesktopProgram(const DesktopOptions& options) {
       options.demo ? static_cast<platform::SettingsStore&>(demoSettings) : storedSettings,
       qt::PathFromQString(QCoreApplication::applicationDirPath())};
   qt::QtSessionFolder sessionFolder(qt::UserSessionsFolder(help::kSettingsApplication));
+  std::unique_ptr<sessions::ReviewedSession> recorded;
+  if (options.reviewPath) {
+    recorded = OpenRecorded(fileSystem, *options.reviewPath, messageBoxes);
+    if (!recorded) {
+      return kFailed;
+    }
+  }
   FrmMain window(
       desktop, options.demo ? static_cast<platform::SerialPort&>(demoPort) : machinePort,
       [&](int port) { return options.demo ? DescribeDemoPort(port) : machinePort.Describe(port); });
@@ -105,7 +128,7 @@ int RunDesktopProgram(const DesktopOptions& options) {
   if (options.rawPath) {
     window.Live().StartTrace(*options.rawPath, true);
   }
-  const bool keepsJournal = !options.noJournal && !options.demo;
+  const bool keepsJournal = !options.noJournal && !options.demo && !options.reviewPath;
   if (keepsJournal) {
     window.Live().StartJournal(sessionFolder);
     window.SetJournalFailed(PrintFailure);
@@ -130,9 +153,18 @@ int RunDesktopProgram(const DesktopOptions& options) {
   // The style caches a picture of each mark that it paints, and paints the marks of a menu again at
   // every opening: without a limit the cache would grow to 10 MB.
   QPixmapCache::setCacheLimit(kStylePictureKilobytes);
+  bool reviewFailed = false;
+  if (options.reviewPath) {
+    window.OpenReview(std::move(recorded), *options.reviewPath, [&window, &reviewFailed] {
+      reviewFailed = true;
+      window.close();
+    });
+  }
   window.show();
   // The window is shown before its port is opened, so that a message appears over it.
-  QTimer::singleShot(0, &window, [&window] { window.Form_Load(); });
+  if (!options.reviewPath) {
+    QTimer::singleShot(0, &window, [&window] { window.Form_Load(); });
+  }
   QTimer::singleShot(kPlacedMilliseconds, &window, [&place] { place.NoteOpened(); });
   // Reading the icon takes longer than painting the window.
   QTimer::singleShot(kIconMilliseconds, &window,
@@ -141,7 +173,7 @@ int RunDesktopProgram(const DesktopOptions& options) {
   if (const std::string failure = window.Live().TraceFailure(); !failure.empty()) {
     PrintFailure(failure);
   }
-  return result;
+  return reviewFailed ? kFailed : result;
 }
 
 }  // namespace kelvara::app

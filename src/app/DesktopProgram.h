@@ -14,10 +14,13 @@ struct DesktopOptions {
   std::optional<std::string> rawPath;
   bool testReport = false;
   bool noJournal = false;
+  /// A recorded session to review; nothing else is set then.
+  std::optional<std::string> reviewPath;
 };
 
 /// Runs the desktop program until its main window is closed, and returns its exit code. A site, a
-/// port assignment or a trace that cannot be used is a fault before any window is shown.
+/// port assignment or a trace that cannot be used is a fault before any window is shown. A session
+/// that cannot be reviewed is told in a message box.
 int RunDesktopProgram(const DesktopOptions& options);
 
 }  // namespace kelvara::app

@@ -54,7 +54,8 @@ FrmMain::FrmMain(const platform::Desktop& desktop, platform::SerialPort& MSComm1
       RfpsTimer_(NamedTimer(*this, "RfpsTimer"), link::kRfpsTimerMilliseconds),
       TimerComPort_(NamedTimer(*this, "TimerComPort"), link::kTimerComPortMilliseconds),
       silenceTimer_(NamedTimer(*this, "SilenceTimer"), link::kSilenceMilliseconds),
-      measuredTimer_(NamedTimer(*this, "MeasuredTimer"), kMeasuredMilliseconds) {
+      measuredTimer_(NamedTimer(*this, "MeasuredTimer"), kMeasuredMilliseconds),
+      reviewTimer_(NamedTimer(*this, "ReviewTimer"), 0) {
   setObjectName(QStringLiteral("FrmMain"));
   setWindowTitle(QString::fromLatin1(help::kProgramTitle));
   BuildControls();
@@ -196,6 +197,7 @@ void FrmMain::Form_Unload() {
     return;
   }
   isUnloaded_ = true;
+  reviewTimer_.SwitchOff();
   desktop_.events.End();
   live_->Shutdown();
   ShowJournalFailure();
@@ -237,6 +239,12 @@ bool FrmMain::eventFilter(QObject* watched, QEvent* event) {
 
 void FrmMain::ShowMeasuredCells() {
   std::vector<sync::GridPosition> cells = measuredCells_.Take(live_->Results().Model());
+  if (IsReview() && !review_->IsNext()) {
+    // The cells have changed since another report, not in the one that is shown.
+    cells.clear();
+    Grid_->ShowMeasured({});
+    measuredTimer_.SwitchOff();
+  }
   if (!cells.empty()) {
     Grid_->ShowMeasured(std::move(cells));
     measuredTimer_.SwitchOff();

@@ -17,6 +17,8 @@
 #include "app/MainStatusBar.h"
 #include "app/MenuCorner.h"
 #include "app/Notices.h"
+#include "app/Review.h"
+#include "app/ReviewBar.h"
 #include "app/SessionsMenu.h"
 #include "capture/CaptureDialog.h"
 #include "capture/ExportCommand.h"
@@ -24,6 +26,7 @@
 #include "platform/Desktop.h"
 #include "platform/qt/QtTimer.h"
 #include "report/ReportDialog.h"
+#include "sessions/ReviewedSession.h"
 #include "sync/SyncGridModel.h"
 #include "sync/SyncGridView.h"
 
@@ -64,6 +67,12 @@ class FrmMain : public QMainWindow {
   /// Start-up: opens the stored port and starts the link; when that fails, shows a message and the
   /// port dialog.
   void Form_Load();
+
+  /// Opens a recorded session for review instead of starting up. What belongs to a live session is
+  /// disabled. The session is read while the window is used; if that fails, a message box says so,
+  /// and `failed` is called.
+  void OpenReview(std::unique_ptr<sessions::ReviewedSession> recorded, const std::string& path,
+                  std::function<void()> failed);
 
   /// Sets how the port dialog marks the ports whose devices are present.
   void SetPortMarks(PortDescription portMark) { portMark_ = std::move(portMark); }
@@ -175,6 +184,18 @@ class FrmMain : public QMainWindow {
   void ShowMeasuredCells();
   QString CellToolTip(int row, int column) const;
 
+  bool IsReview() const { return review_ != nullptr; }
+  void BuildReviewBar();
+  /// Reads the next part of the session that is being opened.
+  void ReadReview();
+  /// Runs a step of the review; a fault is told in a message box. Returns whether it succeeded.
+  bool TryReview(const std::function<void()>& step);
+  void MoveReviewTo(int report);
+  /// Redraws the review after all options of one change have been set.
+  void RedrawReview();
+  void ShowReview();
+  void DisableForReview();
+
   void mnuComPort_Click();
   void mnuGenReport_Click();
   /// Calls `afterwards` when the report dialog, opened now or before, has closed.
@@ -223,6 +244,13 @@ class FrmMain : public QMainWindow {
   std::unique_ptr<capture::CaptureDialog> captureDialog_;
   std::unique_ptr<capture::ExportCommand> exportCommand_;
   std::unique_ptr<help::HelpCommands> helpCommands_;
+  // Null in a live session.
+  std::unique_ptr<sessions::ReviewedSession> recorded_;
+  std::unique_ptr<Review> review_;
+  ReviewBar* reviewBar_ = nullptr;
+  qt::QtTimer reviewTimer_;
+  std::string reviewName_;
+  std::function<void()> reviewFailed_;
   std::function<void()> unloaded_;
   std::function<void(const std::string&)> journalFailed_;
   bool isJournalFailureShown_ = false;

@@ -83,6 +83,7 @@ void FrmMain::ReadCheckMarks() {
   if (survey_ != nullptr) {
     survey_->OptionsChanged();
   }
+  RedrawReview();
 }
 
 void FrmMain::ShowOptions(const OptionEntry* chosen) {
@@ -93,7 +94,7 @@ void FrmMain::ShowOptions(const OptionEntry* chosen) {
   if (chosen != nullptr && std::string_view(chosen->group) != "mnuDisplayLog") {
     return;
   }
-  menu_->Entry("mnuClearLog").setEnabled(options.logShown);
+  menu_->Entry("mnuClearLog").setEnabled(options.logShown && !IsReview());
   TextLog_->SetShown(options.logShown);
   if (!options.logShown) {
     TextLog_->Clear();
@@ -101,6 +102,9 @@ void FrmMain::ShowOptions(const OptionEntry* chosen) {
 }
 
 void FrmMain::ShowLinkState() {
+  if (IsReview()) {
+    return;
+  }
   const link::BeltpackLink& link = live_->Link();
   const link::ComPort& port = live_->Port();
   StatusBar1_->SetPanel(StatusPanel::Link, link.StatusText());

@@ -86,10 +86,19 @@ int main(int argumentCount, char** arguments) {
       ->type_name("PATH");
   program.add_flag("--no-journal", options.noJournal, "Keep no journal of the session");
   program.add_flag("--test-report", options.testReport, "Run the test report and end");
+  const std::vector<CLI::Option*> liveOptions =
+      program.get_options([](const CLI::Option* option) { return option->get_configurable(); });
+  program.add_option("FILE", options.reviewPath, "A recorded session to open for review")
+      ->type_name("");
   try {
     std::vector<std::string> given = kelvara::qt::ProgramArguments(argumentCount, arguments);
     std::reverse(given.begin(), given.end());  // The parser reads from the back.
     program.parse(std::move(given));
+    for (const CLI::Option* const option : liveOptions) {
+      if (options.reviewPath && !option->empty()) {
+        throw CLI::ValidationError(option->get_name() + " cannot be combined with a FILE");
+      }
+    }
   } catch (const CLI::ParseError& error) {
     if (error.get_exit_code() == 0) {
       const std::shared_ptr<void> console = kelvara::qt::JoinConsole();

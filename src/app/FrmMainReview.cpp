@@ -1,0 +1,139 @@
+#include <QVBoxLayout>
+#include <utility>
+
+#include "app/FrmMain.h"
+#include "base/Fault.h"
+#include "help/ProgramTitle.h"
+#include "platform/qt/PathText.h"
+#include "platform/qt/Text.h"
+#include "survey/FrmSurvey.h"
+
+namespace kelvara::app {
+namespace {
+
+/// How long the session is read before other events run.
+constexpr int kReadMilliseconds = 20;
+
+/// The most characters of a file's name that the status bar shows.
+constexpr qsizetype kMostNameCharacters = 40;
+
+/// The name of a file without its folder.
+QString FileName(const std::string& path) {
+  const QString name = qt::MessageText(path).replace(u'\\', u'/');
+  return name.mid(name.lastIndexOf(u'/') + 1);
+}
+
+/// A name that fits into the status bar: of a longer one, its beginning and its end.
+QString Shortened(const QString& name) {
+  constexpr qsizetype kHalf = kMostNameCharacters / 2;
+  return name.size() <= kMostNameCharacters
+             ? name
+             : name.left(kHalf) + QStringLiteral("...") + name.right(kHalf);
+}
+
+/// What belongs to a live session.
+constexpr const char* kLiveCommands[] = {"mnuComPort",          "mnuClearGrid",   "mnuForceSearch",
+                                         "mnuCaptureDataStart", "mnuCaptureData", "mnuClearLog",
+                                         "mnuViewDebug"};
+
+}  // namespace
+
+void FrmMain::OpenReview(std::unique_ptr<sessions::ReviewedSession> recorded,
+                         const std::string& path, std::function<void()> failed) {
+  recorded_ = std::move(recorded);
+  reviewName_ = path;
+  reviewFailed_ = std::move(failed);
+  review_ = std::make_unique<Review>(*recorded_, live_->Results(), *TextLog_, desktop_,
+                                     [this] { ShowReview(); });
+  StatusBar1_->SetPanel(StatusPanel::Link, "Review: " + qt::ToText(Shortened(FileName(path))));
+  DisableForReview();
+  BuildReviewBar();
+  live_->Display().GetDisplaySettings();
+  Form_Resize();
+  reviewTimer_.SetTick([this] { ReadReview(); });
+  reviewTimer_.SwitchOn();
+}
+
+void FrmMain::DisableForReview() {
+  for (const char* const name : kLiveCommands) {
+    menu_->Entry(name).setEnabled(false);
+  }
+}
+
+void FrmMain::BuildReviewBar() {
+  reviewBar_ = new ReviewBar(this);
+  auto* const middle = new QWidget(this);
+  auto* const layout = new QVBoxLayout(middle);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  layout->addWidget(takeCentralWidget(), 1);
+  layout->addWidget(reviewBar_);
+  setCentralWidget(middle);
+  connect(reviewBar_, &ReviewBar::Moved, this, &FrmMain::MoveReviewTo);
+  connect(reviewBar_, &ReviewBar::Cancelled, this, &FrmMain::close);
+}
+
+void FrmMain::ReadReview() {
+  bool reads = false;
+  const bool succeeded = TryReview([&] {
+    reads = review_->ReadFor(kReadMilliseconds);
+    if (!reads && recorded_->Antennas() == 0) {
+      throw base::Fault(base::FaultKind::File,
+                        "\"" + reviewName_ + "\" holds no report of an antenna");
+    }
+  });
+  if (!succeeded) {
+    if (!isUnloaded_) {
+      reviewFailed_();
+    }
+    return;
+  }
+  reviewBar_->ShowProgress(review_->PercentRead());
+  if (!reads) {
+    reviewTimer_.SwitchOff();
+    reviewBar_->ShowSlider(review_->Reports());
+    MoveReviewTo(review_->Reports());
+  }
+}
+
+bool FrmMain::TryReview(const std::function<void()>& step) {
+  try {
+    step();
+    return true;
+  } catch (const base::Fault& fault) {
+    reviewTimer_.SwitchOff();
+    desktop_.messageBoxes.Show(fault.what(), help::kProgramTitle, platform::MessageIcon::Critical,
+                               platform::MessageButtons::Ok);
+    return false;
+  }
+}
+
+void FrmMain::MoveReviewTo(int report) {
+  if (!TryReview([&] { review_->MoveTo(report); }) && !isUnloaded_) {
+    ShowReview();
+  }
+}
+
+void FrmMain::RedrawReview() {
+  if (!IsReview() || reviewTimer_.IsOn()) {
+    return;
+  }
+  // An option is set in several steps; only the last is worth a redraw.
+  reviewTimer_.SetTick([this] {
+    reviewTimer_.SwitchOff();
+    MoveReviewTo(review_->Report());
+  });
+  reviewTimer_.SwitchOn();
+}
+
+void FrmMain::ShowReview() {
+  if (isUnloaded_) {
+    return;
+  }
+  reviewBar_->ShowReport(review_->Report(), qt::ToQString(review_->TimeText()));
+  if (survey_ != nullptr) {
+    survey_->ResultsChanged();
+  }
+}
+
+}  // namespace kelvara::app

@@ -1,4 +1,4 @@
-#include <QVBoxLayout>
+#include <QLayout>
 #include <utility>
 
 #include "app/FrmMain.h"
@@ -46,6 +46,7 @@ void FrmMain::OpenReview(std::unique_ptr<sessions::ReviewedSession> recorded,
   review_ = std::make_unique<Review>(*recorded_, live_->Results(), *TextLog_, desktop_,
                                      [this] { ShowReview(); });
   StatusBar1_->SetPanel(StatusPanel::Link, "Review: " + qt::ToText(Shortened(FileName(path))));
+  Grid_->SetEmptyText(QStringLiteral("The session is being read."));
   DisableForReview();
   BuildReviewBar();
   live_->Display().GetDisplaySettings();
@@ -61,14 +62,8 @@ void FrmMain::DisableForReview() {
 }
 
 void FrmMain::BuildReviewBar() {
-  reviewBar_ = new ReviewBar(this);
-  auto* const middle = new QWidget(this);
-  auto* const layout = new QVBoxLayout(middle);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->setSpacing(0);
-  layout->addWidget(takeCentralWidget(), 1);
-  layout->addWidget(reviewBar_);
-  setCentralWidget(middle);
+  reviewBar_ = new ReviewBar(centralWidget());
+  centralWidget()->layout()->addWidget(reviewBar_);
   connect(reviewBar_, &ReviewBar::Moved, this, &FrmMain::MoveReviewTo);
   connect(reviewBar_, &ReviewBar::Cancelled, this, &FrmMain::close);
 }
@@ -91,6 +86,7 @@ void FrmMain::ReadReview() {
   reviewBar_->ShowProgress(review_->PercentRead());
   if (!reads) {
     reviewTimer_.SwitchOff();
+    Grid_->SetEmptyText(QStringLiteral("No results yet.\nMove the slider through the session."));
     reviewBar_->ShowSlider(review_->Reports());
     MoveReviewTo(review_->Reports());
   }

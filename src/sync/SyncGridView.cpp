@@ -43,6 +43,7 @@ SyncGridView::SyncGridView(QWidget* parent)
     : QTableView(parent),
       corner_(new QLabel(this)),
       zoom_(kUsualZoom),
+      emptyText_(QString::fromLatin1(kEmptyGridText)),
       columnHeader_(new GridHeader(Qt::Horizontal, this)),
       rowHeader_(new GridHeader(Qt::Vertical, this)) {
   setHorizontalHeader(columnHeader_);
@@ -163,7 +164,7 @@ void SyncGridView::paintEvent(QPaintEvent* event) {
     painter.setFont(QApplication::font(this));
     painter.setPen(palette().color(QPalette::Text));
     painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap,
-                     QString::fromLatin1(kEmptyGridText));
+                     emptyText_);
   }
 }
 
@@ -319,9 +320,14 @@ int SyncGridView::ColumnPixels(int twips) const {
 
 void SyncGridView::ShowCorner() { corner_->setText(gridModel_->CellText(0, 0)); }
 
+void SyncGridView::SetEmptyText(const QString& text) {
+  emptyText_ = text;
+  DescribeEmptiness();
+  viewport()->update();
+}
+
 void SyncGridView::DescribeEmptiness() {
-  setAccessibleDescription(gridModel_->Rows() <= 1 ? QString::fromLatin1(kEmptyGridText)
-                                                   : QString());
+  setAccessibleDescription(gridModel_->Rows() <= 1 ? emptyText_ : QString());
 }
 
 }  // namespace kelvara::sync

@@ -32,6 +32,9 @@ class SyncGridView : public QTableView {
     toolTips_ = std::move(toolTips);
   }
 
+  /// Sets what an empty grid says instead of that it waits for a report. After `SetGridModel`.
+  void SetEmptyText(const QString& text);
+
   /// What Copy copies: the rectangle around the selected cells, or else the whole grid, as text
   /// with tabs between cells and a line feed after each row. Cells that are not selected are empty.
   QString CopiedText() const;
@@ -73,6 +76,7 @@ class SyncGridView : public QTableView {
   QLabel* corner_;
   bool fitting_ = false;
   int zoom_;
+  QString emptyText_;
   int wheelAngle_ = 0;
   GridHeader* columnHeader_;
   GridHeader* rowHeader_;

@@ -17,6 +17,7 @@
 #include "help/ProgramTitle.h"
 #include "platform/qt/Console.h"
 #include "platform/qt/PathText.h"
+#include "platform/qt/ProgramStart.h"
 #include "platform/qt/QtClock.h"
 #include "platform/qt/QtDateFormat.h"
 #include "platform/qt/QtFileSystem.h"
@@ -143,6 +144,11 @@ int RunDesktopProgram(const DesktopOptions& options) {
   if (options.demo) {
     window.SetDemo();
   }
+  window.SetSessionOpening(
+      [](const std::string& path) {
+        qt::StartProgram(qt::PathFromQString(QCoreApplication::applicationFilePath()), path);
+      },
+      sessionFolder);
   WindowPlace place(window, windowSettings);
   place.Restore();
   window.SetUnloaded([&place] {

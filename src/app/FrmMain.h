@@ -19,11 +19,13 @@
 #include "app/Notices.h"
 #include "app/Review.h"
 #include "app/ReviewBar.h"
+#include "app/SessionOpener.h"
 #include "app/SessionsMenu.h"
 #include "capture/CaptureDialog.h"
 #include "capture/ExportCommand.h"
 #include "help/HelpCommands.h"
 #include "platform/Desktop.h"
+#include "platform/SessionFolder.h"
 #include "platform/qt/QtTimer.h"
 #include "report/ReportDialog.h"
 #include "sessions/ReviewedSession.h"
@@ -73,6 +75,10 @@ class FrmMain : public QMainWindow {
   /// and `failed` is called.
   void OpenReview(std::unique_ptr<sessions::ReviewedSession> recorded, const std::string& path,
                   std::function<void()> failed);
+
+  /// Lets the user open recorded sessions: from a chooser, from the recent ones in the folder, which
+  /// must outlive the window, and by dropping files on the window.
+  void SetSessionOpening(SessionOpener::StartReview startReview, platform::SessionFolder& folder);
 
   /// Sets how the port dialog marks the ports whose devices are present.
   void SetPortMarks(PortDescription portMark) { portMark_ = std::move(portMark); }
@@ -150,6 +156,8 @@ class FrmMain : public QMainWindow {
   void closeEvent(QCloseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
 
  private:
   capture::DataCapture& Capture() { return live_->Results().Capture(); }
@@ -244,6 +252,7 @@ class FrmMain : public QMainWindow {
   std::unique_ptr<capture::CaptureDialog> captureDialog_;
   std::unique_ptr<capture::ExportCommand> exportCommand_;
   std::unique_ptr<help::HelpCommands> helpCommands_;
+  std::unique_ptr<SessionOpener> sessionOpener_;
   // Null in a live session.
   std::unique_ptr<sessions::ReviewedSession> recorded_;
   std::unique_ptr<Review> review_;

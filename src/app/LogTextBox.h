@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMimeData>
 #include <QPlainTextEdit>
 #include <functional>
 #include <utility>
@@ -27,6 +28,10 @@ class LogTextBox : public QPlainTextEdit, public capture::LogBox {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+  /// Files that are dropped belong to the window.
+  bool canInsertFromMimeData(const QMimeData* source) const override {
+    return !source->hasUrls() && QPlainTextEdit::canInsertFromMimeData(source);
+  }
 
  private:
   void DropOlderHalf();

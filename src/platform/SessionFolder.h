@@ -41,6 +41,9 @@ class SessionFolder {
   /// The files in the folder in any order. None if it cannot be read.
   virtual std::vector<Entry> List() const = 0;
 
+  /// The path of a file in the folder.
+  virtual std::string PathOf(const std::string& name) const = 0;
+
   /// Makes a new file, and the folder if there is none. Null if the name is taken; any other
   /// failure is a file fault.
   virtual std::unique_ptr<LockedFile> Create(const std::string& name) = 0;

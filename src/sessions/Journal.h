@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/Clock.h"
 #include "platform/SessionFolder.h"
@@ -28,6 +29,10 @@ struct UnfinishedSession {
   /// The size of the file without a mark that is cut off at its end.
   std::uint64_t wholeBytes = 0;
 };
+
+/// The journals in the folder, the newest first. A name begins with the session's local time:
+/// "YYYY-MM-DD-hhmmss".
+std::vector<platform::SessionFolder::Entry> Journals(const platform::SessionFolder& folder);
 
 /// Finds the newest session that can be continued: of those that no program is keeping, the newest
 /// with a report in it, unless a newer one ended in order. A journal that cannot be read is passed

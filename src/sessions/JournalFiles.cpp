@@ -37,19 +37,6 @@ bool IsJournal(std::string_view name) {
                             std::all_of(number.begin() + 1, number.end(), IsDigit));
 }
 
-/// The journals in the folder, the newest first.
-std::vector<SessionFolder::Entry> Journals(const SessionFolder& folder) {
-  std::vector<SessionFolder::Entry> journals = folder.List();
-  std::erase_if(journals, [](const SessionFolder::Entry& entry) { return !IsJournal(entry.name); });
-  const auto order = [](const SessionFolder::Entry& entry) {
-    // Of the numbers behind a time, the longer ones are the greater ones.
-    return std::tuple(entry.name.substr(0, kForm.size()), entry.name.size(), entry.name);
-  };
-  std::sort(journals.begin(), journals.end(),
-            [&](const auto& one, const auto& other) { return order(one) > order(other); });
-  return journals;
-}
-
 /// Whether the mark of an orderly end is the last in a file.
 bool HasEnded(platform::LockedFile& file) {
   std::string mark(1, kCommandMark);
@@ -86,6 +73,18 @@ void ReadResults(UnfinishedSession& session) {
 }
 
 }  // namespace
+
+std::vector<SessionFolder::Entry> Journals(const SessionFolder& folder) {
+  std::vector<SessionFolder::Entry> journals = folder.List();
+  std::erase_if(journals, [](const SessionFolder::Entry& entry) { return !IsJournal(entry.name); });
+  const auto order = [](const SessionFolder::Entry& entry) {
+    // Of the numbers behind a time, the longer ones are the greater ones.
+    return std::tuple(entry.name.substr(0, kForm.size()), entry.name.size(), entry.name);
+  };
+  std::sort(journals.begin(), journals.end(),
+            [&](const auto& one, const auto& other) { return order(one) > order(other); });
+  return journals;
+}
 
 std::optional<UnfinishedSession> FindUnfinishedSession(SessionFolder& folder) {
   for (const SessionFolder::Entry& entry : Journals(folder)) {

@@ -23,6 +23,7 @@ class MemorySessionFolder : public platform::SessionFolder {
     }
     return entries;
   }
+  std::string PathOf(const std::string& name) const override { return "sessions/" + name; }
   std::unique_ptr<platform::LockedFile> Create(const std::string& name) override {
     CheckSpace();
     return files.count(name) > 0 ? nullptr : std::make_unique<File>(*this, name);

@@ -4,6 +4,7 @@
 #include <QFileInfo>
 
 #include "platform/qt/LockedFiles.h"
+#include "platform/qt/PathText.h"
 #include "platform/qt/UserFolders.h"
 
 namespace kelvara::qt {
@@ -22,17 +23,21 @@ std::vector<platform::SessionFolder::Entry> QtSessionFolder::List() const {
   return entries;
 }
 
+std::string QtSessionFolder::PathOf(const std::string& name) const {
+  return PathFromQString(FilePath(name));
+}
+
 std::unique_ptr<platform::LockedFile> QtSessionFolder::Create(const std::string& name) {
   // A folder that cannot be made is noticed when the file cannot be.
   QDir().mkpath(folder_);
-  return CreateLocked(PathOf(name));
+  return CreateLocked(FilePath(name));
 }
 
 std::unique_ptr<platform::LockedFile> QtSessionFolder::Open(const std::string& name) {
-  return OpenLocked(PathOf(name));
+  return OpenLocked(FilePath(name));
 }
 
-QString QtSessionFolder::PathOf(const std::string& name) const {
+QString QtSessionFolder::FilePath(const std::string& name) const {
   return folder_ + QLatin1Char('/') + QString::fromStdString(name);
 }
 

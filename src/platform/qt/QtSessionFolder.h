@@ -16,11 +16,12 @@ class QtSessionFolder : public platform::SessionFolder {
   explicit QtSessionFolder(QString folder) : folder_(std::move(folder)) {}
 
   std::vector<Entry> List() const override;
+  std::string PathOf(const std::string& name) const override;
   std::unique_ptr<platform::LockedFile> Create(const std::string& name) override;
   std::unique_ptr<platform::LockedFile> Open(const std::string& name) override;
 
  private:
-  QString PathOf(const std::string& name) const;
+  QString FilePath(const std::string& name) const;
 
   QString folder_;
 };

@@ -33,7 +33,17 @@ class CommandLineTest : public DesktopTest {
 TEST_F(CommandLineTest, AWrongCommandLineIsRefusedInOneLine) {
   ExpectComplaint({"--unknown"}, 2, "--unknown");
   ExpectComplaint({"-x"}, 2, "-x");
-  ExpectComplaint({"document.txt"}, 2, "document.txt");
+  ExpectComplaint({"one.trace", "two.trace"}, 2, "two.trace");
+  for (const Arguments& live : std::vector<Arguments>{{"--demo"},
+                                                      {"--site", "site.txt"},
+                                                      {"--com", "1=device"},
+                                                      {"--raw", "raw.trace"},
+                                                      {"--no-journal"},
+                                                      {"--test-report"}}) {
+    Arguments arguments = live;
+    arguments.emplace_back("one.trace");
+    ExpectComplaint(arguments, 2, live[0]);
+  }
   ExpectComplaint({"--com"}, 2, "--com");
   ExpectComplaint({"--site"}, 2, "--site");
   // The desktop library's own options are not accepted.

@@ -89,9 +89,25 @@ class InstallTest(StagedTest):
         self.assertEqual((result.returncode, result.stdout + result.stderr), (0, ""))
         lines = entry.read_text().splitlines()
         quoted = str(self.programs / "kelvara").replace("$", "\\\\$").replace("%", "%%")
-        self.assertIn(f'Exec="{quoted}"', lines)
+        self.assertIn(f'Exec="{quoted}" %f', lines)
         self.assertIn(f'Exec="{quoted}" --demo', lines)
         self.assertIn(f"TryExec={self.programs / 'kelvara'}", lines)
+
+    @unittest.skipUnless(shutil.which("update-mime-database")
+                         and shutil.which("update-desktop-database"), "no tools for file types")
+    def test_traces_are_files_that_the_program_opens(self):
+        share = self.home / ".local/share"
+        other = share / "mime/packages/other.xml"
+        other.parent.mkdir(parents=True)
+        other.write_text('<mime-info xmlns="http://www.freedesktop.org/standards/shared-mime-info"/>')
+        self.install()
+        self.assertIn("application/x-kelvara-trace:*.trace", (share / "mime/globs2").read_text())
+        self.assertIn("application/x-kelvara-trace=kelvara.desktop",
+                      (share / "applications/mimeinfo.cache").read_text())
+        self.install("--remove")
+        self.assertTrue(other.exists())
+        self.assertNotIn("kelvara", (share / "mime/globs2").read_text())
+        self.assertFalse((share / "applications").exists())
 
     def test_a_broken_menu_entry_is_found(self):
         broken = self.home / "kelvara.desktop"

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <utility>
 
 #include "platform/PortSettings.h"
@@ -182,21 +183,34 @@ class WindowsSerialDevice : public SerialDevice {
   }
 
   void EndRead() {
-    DWORD count = 0;
-    const DWORD error = reading_.End(handle_.get(), count);
-    if (error == ERROR_IO_INCOMPLETE) {
+    const std::optional<DWORD> count = CountAtEndOf(reading_);
+    if (!count) {
       return;
     }
     // The reads of some devices that are gone succeed without a byte.
-    if (error != ERROR_SUCCESS || (count == 0 && !Answers())) {
+    if (*count == 0 && !Answers()) {
       failed_();
       return;
     }
-    input_.append(piece_.data(), count);
-    if (count > 0) {
+    input_.append(piece_.data(), *count);
+    if (*count > 0) {
       arrived_();
     }
     Read();
+  }
+
+  /// The bytes that an operation has carried; nothing if it goes on or has failed, of which
+  /// `failed_` is told.
+  std::optional<DWORD> CountAtEndOf(OverlappedOperation& operation) {
+    DWORD count = 0;
+    const DWORD error = operation.End(handle_.get(), count);
+    if (error == ERROR_SUCCESS) {
+      return count;
+    }
+    if (error != ERROR_IO_INCOMPLETE) {
+      failed_();
+    }
+    return std::nullopt;
   }
 
   bool Answers() const {
@@ -219,17 +233,10 @@ class WindowsSerialDevice : public SerialDevice {
   }
 
   void EndWrite() {
-    DWORD count = 0;
-    const DWORD error = writing_.End(handle_.get(), count);
-    if (error == ERROR_IO_INCOMPLETE) {
-      return;
+    if (CountAtEndOf(writing_)) {
+      sent_.clear();
+      Write();
     }
-    sent_.clear();
-    if (error != ERROR_SUCCESS) {
-      failed_();
-      return;
-    }
-    Write();
   }
 
   /// False if the device has failed.

@@ -8,7 +8,7 @@
 
 #include <QFile>
 
-#include "ports/PortFixture.h"
+#include "ports/TerminalPort.h"
 #include "support/ChildProcess.h"
 #include "support/DeviceOpenings.h"
 
@@ -21,7 +21,7 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-class PortDeviceTest : public PortTest {
+class PortDeviceTest : public TerminalPortTest {
  protected:
   /// The fault that a second process gets when it opens COM1.
   std::string FaultOfSecondOpener(RunAs user) {

@@ -2,22 +2,18 @@
 
 #include <gtest/gtest.h>
 
-#include <QTemporaryDir>
 #include <string>
 
 #include "base/Fault.h"
-#include "platform/qt/QtSettingsStore.h"
+#include "platform/MemorySettingsStore.h"
 #include "ports/PortTable.h"
 #include "ports/QtSerialPort.h"
-#include "support/PseudoTerminal.h"
 
 namespace kelvara::test {
 
-/// A port whose COM1 is the device of a pseudo-terminal.
+/// A port and its table, in which a test assigns a device to COM1.
 class PortTest : public testing::Test {
  protected:
-  PortTest() { table_.Assign({1, terminal_.Device()}); }
-
   void Open() {
     port_.SetPortNumber(1);
     port_.SetOpen(true);
@@ -34,10 +30,8 @@ class PortTest : public testing::Test {
     }
   }
 
-  QTemporaryDir folder_;
-  qt::QtSettingsStore settings_{folder_.filePath("settings.ini"), "Ports"};
+  platform::MemorySettingsStore settings_;
   ports::PortTable table_{settings_};
-  PseudoTerminal terminal_;
   ports::QtSerialPort port_{table_};
 };
 

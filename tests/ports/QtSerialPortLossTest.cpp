@@ -6,7 +6,7 @@
 #include <QFileInfo>
 #include <optional>
 
-#include "ports/PortFixture.h"
+#include "ports/TerminalPort.h"
 #include "support/EventLoop.h"
 
 namespace kelvara::test {
@@ -31,7 +31,7 @@ int OpenHandlesOf(const std::string& device) {
 }
 
 /// A port that is opened through a link, like a stable device name.
-class QtSerialPortLossTest : public PortTest {
+class QtSerialPortLossTest : public TerminalPortTest {
  protected:
   QtSerialPortLossTest() {
     table_.Assign({1, link_.toStdString()});

@@ -6,7 +6,7 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 
-#include "ports/PortFixture.h"
+#include "ports/TerminalPort.h"
 #include "support/EventLoop.h"
 
 namespace kelvara::test {
@@ -14,7 +14,7 @@ namespace {
 
 using testing::HasSubstr;
 
-class QtSerialPortTest : public PortTest {};
+class QtSerialPortTest : public TerminalPortTest {};
 
 TEST_F(QtSerialPortTest, CarriesEveryByteBothWays) {
   std::string all;

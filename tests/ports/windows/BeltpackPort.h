@@ -7,16 +7,12 @@
 #include <fstream>
 #include <string>
 
-#include "base/Fault.h"
-#include "platform/MemorySettingsStore.h"
 #include "ports/PortDevice.h"
-#include "ports/PortTable.h"
-#include "ports/QtSerialPort.h"
+#include "ports/PortFixture.h"
 #include "support/EventLoop.h"
 
 namespace kelvara::test {
 
-inline constexpr std::size_t kEverything = static_cast<std::size_t>(-1);
 /// How many lines a report has.
 inline constexpr int kReportLines = 29;
 /// The simulation sends a report as slowly as a line of 19200 baud.
@@ -26,7 +22,7 @@ inline constexpr int kLongestAnswerMilliseconds = 1000;
 /// COM7. Behind it must be a simulated beltpack, such as "kelvara-cli simulate --control". What is
 /// appended to the file that KELVARA_TEST_CONTROL names must reach the simulation as its standard
 /// input.
-class BeltpackPortTest : public testing::Test {
+class BeltpackPortTest : public PortTest {
  protected:
   void SetUp() override {
     ASSERT_NE(com_, "") << "KELVARA_TEST_COM must name a COM port with a simulated beltpack";
@@ -35,22 +31,6 @@ class BeltpackPortTest : public testing::Test {
     ASSERT_TRUE(RunUntil([this] { return ports::LookAt(com_).IsPresent(); }))
         << "there is no device on " << com_;
     port_.SetReceiveNotification([this] { received_ += port_.Input(kEverything); });
-  }
-
-  void Open() {
-    port_.SetPortNumber(1);
-    port_.SetOpen(true);
-  }
-
-  /// The fault's text if a port cannot be opened; empty if it can.
-  static std::string FaultOfOpening(ports::QtSerialPort& port) {
-    try {
-      port.SetOpen(true);
-      return "";
-    } catch (const base::Fault& fault) {
-      EXPECT_EQ(fault.Kind(), base::FaultKind::Port);
-      return fault.what();
-    }
   }
 
   /// Whether the beltpack answers a command with a whole report.
@@ -80,9 +60,6 @@ class BeltpackPortTest : public testing::Test {
   }
 
   const std::string com_ = FromEnvironment("KELVARA_TEST_COM");
-  platform::MemorySettingsStore settings_;
-  ports::PortTable table_{settings_};
-  ports::QtSerialPort port_{table_};
   std::string received_;
 };
 

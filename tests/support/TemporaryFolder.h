@@ -25,7 +25,10 @@ class TemporaryFolder {
   TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
   const std::string& Path() const { return path_; }
-  std::string PathOf(const std::string& name) const { return path_ + "/" + name; }
+  /// The path of a file in it, with the system's separators.
+  std::string PathOf(const std::string& name) const {
+    return (std::filesystem::path(path_) / name).make_preferred().string();
+  }
 
  private:
   std::string path_;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QDir>
 #include <QLabel>
@@ -26,6 +27,11 @@ QWindow& NativeWindow(const QWidget& widget) {
   }
   return *window;
 }
+
+/// Lets a dialog or menu that a key or a click has closed return to its caller. QTest lets pending
+/// events run after each of them. On Windows this makes the loop of the dialog miss its own end,
+/// until the next message wakes it.
+void WakeEventLoop() { QAbstractEventDispatcher::instance()->wakeUp(); }
 
 QWidget* VisibleWindow(const QString& name) {
   const QWidgetList windows = QApplication::topLevelWidgets();
@@ -103,6 +109,7 @@ void ShowWindow(QWidget& window) {
 
 void Press(QWidget& window, Qt::Key key, Qt::KeyboardModifiers modifiers) {
   QTest::keyClick(&NativeWindow(window), key, modifiers);
+  WakeEventLoop();
 }
 
 void Type(QWidget& window, const std::string& text) {
@@ -117,6 +124,7 @@ void Click(QWidget& control) {
   }
   QTest::mouseClick(&NativeWindow(control), Qt::LeftButton, Qt::NoModifier,
                     control.mapTo(control.window(), control.rect().center()));
+  WakeEventLoop();
 }
 
 void Fill(QWidget& field, const std::string& text) {

@@ -12,7 +12,6 @@
 #include <string>
 
 #include "support/ChooserUser.h"
-#include "support/System.h"
 #include "support/TextFile.h"
 
 namespace kelvara::widgets {
@@ -22,12 +21,6 @@ using platform::FileChooserKind;
 
 class QtFileChooserTest : public ::testing::Test {
  protected:
-  void SetUp() override {
-    if (test::kIsWindows) {
-      GTEST_SKIP() << "hangs under Wine in Qt's own file chooser, for a reason not yet found";
-    }
-  }
-
   /// What the chooser returns when this name is typed.
   std::optional<std::string> ChooseTyped(FileChooserKind kind, const std::string& name) {
     const test::ChooserUser user(name);

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QCursor>
+#include <QScreen>
 #include <QStyleFactory>
 #include <cstdio>
 
@@ -25,6 +27,8 @@ int main(int argc, char** argv) {
   // The tests operate Qt's own file choosers.
   QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
   const QApplication application(argc, argv);
+  // On a real screen, the pointer would enter each window that opens below it.
+  QCursor::setPos(QGuiApplication::primaryScreen()->geometry().bottomRight());
   QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
   const int result = RUN_ALL_TESTS();
   return testing::UnitTest::GetInstance()->test_to_run_count() == 0 ? 1 : result;

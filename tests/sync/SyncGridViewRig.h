@@ -43,6 +43,19 @@ class SyncGridViewRig : public testing::Test {
     return view_.viewport()->grab().toImage().pixelColor(cell.topLeft() + point);
   }
 
+  /// Whether a dashed line is drawn along the top of a cell of the shown view. Which of its pixels
+  /// are black depends on the size of the cell, and so on the font.
+  bool IsDashed(int row, int column) {
+    QCoreApplication::processEvents();
+    const QRect cell = view_.visualRect(model_.index(row, column));
+    const QImage picture = view_.viewport()->grab().toImage();
+    int black = 0;
+    for (int x = cell.left(); x <= cell.right(); ++x) {
+      black += picture.pixelColor(x, cell.top()) == QColor(Qt::black) ? 1 : 0;
+    }
+    return black > 0 && black < cell.width();
+  }
+
   /// Whether a header's section is highlighted.
   bool IsMarked(QHeaderView& header, int section) {
     QCoreApplication::processEvents();

@@ -6,6 +6,7 @@ Target amd64-unicode
 !include FileFunc.nsh
 !include LogicLib.nsh
 !include MUI2.nsh
+!include WordFunc.nsh
 
 Name "Kelvara"
 OutFile "${OUTPUT}"
@@ -79,6 +80,34 @@ VIAddVersionKey "LegalCopyright" "The Kelvara authors, MIT License"
 !insertmacro ExpectProgramsClosed ExpectProgramsClosed
 !insertmacro ExpectProgramsClosed un.ExpectProgramsClosed
 
+!define CURRENT_USER 0x80000001
+!define ANY_TYPE_AS_IT_IS 0x1000ffff
+!define NO_SUCH_VALUE 2
+!define /math MOST_PATH_BYTES ${NSIS_MAX_STRLEN} * 2
+
+; Adds the folder of the programs to the user's PATH ("+"), so that a console window finds kelvara-cli,
+; or removes it ("-"). A PATH that is too long for this script stays as it is: it would be cut.
+!macro ChangePath SIGN WORD_ADD
+  System::Call 'advapi32::RegGetValueW(p ${CURRENT_USER}, w "Environment", w "Path", \
+    i ${ANY_TYPE_AS_IT_IS}, p 0, p 0, *i 0 r1) i .r0'
+  ${If} $0 == ${NO_SUCH_VALUE}
+    StrCpy $1 0
+  ${EndIf}
+  StrLen $0 ";$INSTDIR"
+  IntOp $0 $0 * 2
+  IntOp $0 $0 + $1
+  ${If} $0 < ${MOST_PATH_BYTES}
+    ReadRegStr $0 HKCU "Environment" "Path"
+    ${WORD_ADD} "$0" ";" "${SIGN}$INSTDIR" $1
+    ${If} $1 == ""
+      DeleteRegValue HKCU "Environment" "Path"
+    ${ElseIf} $1 != $0
+      WriteRegExpandStr HKCU "Environment" "Path" "$1"
+    ${EndIf}
+    SendMessage ${HWND_BROADCAST} ${WM_SETTINGCHANGE} 0 "STR:Environment" /TIMEOUT=2000
+  ${EndIf}
+!macroend
+
 Section
   Call ExpectProgramsClosed
   ; An older version removes its own files, and keeps the user's data.
@@ -95,6 +124,7 @@ Section
     Abort
   ${EndIf}
 
+  !insertmacro ChangePath "+" "${WordAdd}"
   CreateDirectory "$SMPROGRAMS\Kelvara"
   CreateShortCut "$SMPROGRAMS\Kelvara\Kelvara.lnk" "$INSTDIR\kelvara.exe"
   CreateShortCut "$SMPROGRAMS\Kelvara\Kelvara demo.lnk" "$INSTDIR\kelvara.exe" "--demo"
@@ -128,6 +158,7 @@ Section "Uninstall"
   Delete "$SMPROGRAMS\Kelvara\Kelvara demo.lnk"
   RMDir "$SMPROGRAMS\Kelvara"
 
+  !insertmacro ChangePath "-" "${un.WordAdd}"
   DeleteRegKey HKCU "Software\Classes\Kelvara.Trace"
   ReadRegStr $0 HKCU "Software\Classes\.trace" ""
   ${If} $0 == "Kelvara.Trace"

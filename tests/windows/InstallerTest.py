@@ -59,6 +59,35 @@ class InstallerTest(WindowsTest):
         self.assertFalse(self.settings.parent.exists())
         self.assertEqual(list(self.programs.glob("*")), [])
 
+    def test_a_console_window_finds_the_console_program(self):
+        self.install()
+        self.assertEqual(run("cmd", "/c", "kelvara-cli --version").stdout,
+                         f"Kelvara v{VERSION}\n".encode())
+        self.uninstall()
+        self.assertIsNone(registry("Environment", "Path"))
+
+    def test_the_users_path_is_kept(self):
+        folder = variable("LOCALAPPDATA") + "\\Programs\\Kelvara"
+        self.addCleanup(run, "reg", "delete", r"HKCU\Environment", "/v", "Path", "/f")
+        for path in (r"C:\tools", r"C:\tools;%USERPROFILE%\bin"):
+            run("reg", "add", r"HKCU\Environment", "/v", "Path", "/t", "REG_EXPAND_SZ", "/d", path, "/f")
+            self.install()
+            self.assertEqual(registry("Environment", "Path"), f"{path};{folder}")
+            self.assertEqual(run(INSTALLER, "/S").returncode, 0)
+            self.assertEqual(registry("Environment", "Path"), f"{path};{folder}")
+            self.uninstall()
+            self.assertEqual(registry("Environment", "Path"), path)
+
+    def test_a_path_that_is_too_long_for_the_installer_is_left_alone(self):
+        self.addCleanup(run, "reg", "delete", r"HKCU\Environment", "/v", "Path", "/f")
+        for length in (980, 1023, 1024, 3000):
+            path = "C:\\tools;" + "x" * (length - 9)
+            run("reg", "add", r"HKCU\Environment", "/v", "Path", "/d", path, "/f")
+            self.install()
+            self.assertEqual(registry("Environment", "Path"), path)
+            self.uninstall()
+            self.assertEqual(registry("Environment", "Path"), path)
+
     def test_the_archive_has_the_same_files(self):
         self.install()
         installed = {path.relative_to(self.programs).as_posix()

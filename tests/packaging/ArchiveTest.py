@@ -5,7 +5,7 @@ import re
 import shutil
 import unittest
 
-from Packaging import PACKAGING, VERSION, StagedTest, run
+from Packaging import PACKAGING, ROOT, VERSION, StagedTest, run
 
 EXPECTED = (
     "kelvara", "kelvara-cli", "install", "qt.conf", "LICENSE", "README.txt", "Help/index.htm",
@@ -141,6 +141,8 @@ class ArchiveTest(StagedTest):
         for path in files_below(self.folder / "share"):
             if path.suffix not in (".png", ".svg"):
                 self.assertNotIn("@VERSION@", path.read_text())
+        named = re.findall(r"kelvara-([\d.]+)-(linux|windows)", (ROOT / "README.md").read_text())
+        self.assertEqual(set(named), {(VERSION, "linux"), (VERSION, "windows")})
 
     def test_the_readme_names_the_required_packages(self):
         text = (self.folder / "README.txt").read_text()

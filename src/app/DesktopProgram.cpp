@@ -4,6 +4,7 @@
 #include <QPixmapCache>
 #include <QTimer>
 #include <chrono>
+#include <functional>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -49,6 +50,23 @@ constexpr std::chrono::milliseconds kSettingsPatience{30};
 
 std::string DescribeDemoPort(int /*port*/) {
   return "The built-in beltpack of the demo: ready to be opened.";
+}
+
+/// Calls the function once the desktop has placed the window, so that a message appears over it. A
+/// window that opens minimised is not waited for.
+void WhenPlaced(QWidget& window, const std::function<void()>& function) {
+  constexpr int kTryMilliseconds = 10;
+  constexpr int kMostTries = 50;
+  auto* const timer = new QTimer(&window);
+  QObject::connect(timer, &QTimer::timeout, &window,
+                   [timer, function, tries = 0, &window]() mutable {
+                     if (window.windowHandle()->isExposed() || ++tries == kMostTries) {
+                       timer->deleteLater();
+                       timer->stop();
+                       function();
+                     }
+                   });
+  timer->start(kTryMilliseconds);
 }
 
 /// Prints a line on standard error for what went wrong beside the session.
@@ -167,9 +185,8 @@ int RunDesktopProgram(const DesktopOptions& options) {
     });
   }
   window.show();
-  // The window is shown before its port is opened, so that a message appears over it.
   if (!options.reviewPath) {
-    QTimer::singleShot(0, &window, [&window] { window.Form_Load(); });
+    WhenPlaced(window, [&window] { window.Form_Load(); });
   }
   QTimer::singleShot(kPlacedMilliseconds, &window, [&place] { place.NoteOpened(); });
   // Reading the icon takes longer than painting the window.

@@ -147,6 +147,7 @@ void FrmMain::Form_Load() {
 }
 
 void FrmMain::ChoosePortInstead(std::int16_t port) {
+  ShowLinkState();
   desktop_.messageBoxes.Show(link::CouldNotOpenText(port), help::kProgramTitle,
                              platform::MessageIcon::Critical, platform::MessageButtons::OkCancel);
   if (isUnloaded_) {
@@ -227,7 +228,9 @@ void FrmMain::keyPressEvent(QKeyEvent* event) {
     helpCommands_->mnuContents_Click(sHelpPath_);
     return;
   }
-  QMainWindow::keyPressEvent(event);
+  if (!Grid_->ZoomByKey(*event)) {
+    QMainWindow::keyPressEvent(event);
+  }
 }
 
 bool FrmMain::eventFilter(QObject* watched, QEvent* event) {
@@ -238,15 +241,8 @@ bool FrmMain::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void FrmMain::ShowMeasuredCells() {
-  std::vector<sync::GridPosition> cells = measuredCells_.Take(live_->Results().Model());
-  if (IsReview() && !review_->IsNext()) {
-    // The cells have changed since another report, not in the one that is shown.
-    cells.clear();
-    Grid_->ShowMeasured({});
-    measuredTimer_.SwitchOff();
-  }
-  if (!cells.empty()) {
-    Grid_->ShowMeasured(std::move(cells));
+  if (auto cells = measuredCells_.Take(live_->Results().Model())) {
+    Grid_->ShowMeasured(std::move(*cells));
     measuredTimer_.SwitchOff();
     measuredTimer_.SwitchOn();
   }

@@ -76,8 +76,8 @@ class FrmMain : public QMainWindow {
   void OpenReview(std::unique_ptr<sessions::ReviewedSession> recorded, const std::string& path,
                   std::function<void()> failed);
 
-  /// Lets the user open recorded sessions: from a chooser, from the recent ones in the folder, which
-  /// must outlive the window, and by dropping files on the window.
+  /// Lets the user open recorded sessions: from a chooser, from the recent ones in the folder,
+  /// which must outlive the window, and by dropping files on the window.
   void SetSessionOpening(SessionOpener::StartReview startReview, platform::SessionFolder& folder);
 
   /// Sets how the port dialog marks the ports whose devices are present.

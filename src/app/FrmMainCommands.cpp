@@ -16,6 +16,16 @@
 #include "survey/FrmSurvey.h"
 
 namespace kelvara::app {
+namespace {
+
+constexpr const char* kWaitingText =
+    "Waiting for the first sync report.\n"
+    "The beltpack sends one when it is connected and hears an antenna.";
+constexpr const char* kNotPolledText =
+    "No beltpack is polled.\n"
+    "File > Select COM Port chooses the port of one.";
+
+}  // namespace
 
 void FrmMain::ConnectMenus() {
   OnMenu("mnuComPort", [this] { mnuComPort_Click(); });
@@ -112,6 +122,7 @@ void FrmMain::ShowLinkState() {
   StatusBar1_->SetPanel(StatusPanel::Rate, port.RateText());
   menu_->Entry("mnuClearGrid").setEnabled(link.CanClear());
   menu_->Entry("mnuForceSearch").setEnabled(link.CanClear());
+  Grid_->SetEmptyText(QString::fromLatin1(live_->IsPolling() ? kWaitingText : kNotPolledText));
   notices_->Update();
 }
 

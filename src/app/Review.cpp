@@ -61,7 +61,6 @@ void Review::MoveTo(int report) {
 void Review::Show(int report) {
   sessions::ReviewedMoment moment =
       recorded_.At(report, results_.Options(), logBox_.IsShown() ? kMostEntries : 0);
-  isNext_ = report == shown_ + 1;
   shown_ = report;
   time_ = moment.time;
   ShowLog(moment);

@@ -44,9 +44,6 @@ class Review {
   /// The report that is shown, or is to be shown next.
   int Report() const { return wanted_; }
 
-  /// Whether the report shown follows the one that was shown before.
-  bool IsNext() const { return isNext_; }
-
   /// The date and time of the report shown; empty if the session tells none.
   std::string TimeText() const;
 
@@ -62,7 +59,6 @@ class Review {
   std::function<void()> shownCommand_;
   int wanted_ = 0;
   int shown_ = -1;
-  bool isNext_ = false;
   bool isStale_ = false;
   bool isShowing_ = false;
   bool isGridWhole_ = true;

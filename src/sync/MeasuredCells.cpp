@@ -6,9 +6,9 @@
 
 namespace kelvara::sync {
 
-std::vector<GridPosition> MeasuredCells::Take(const SyncModel& model) {
-  if (std::exchange(lastReport_, model.ReportsBegun()) == model.ReportsBegun()) {
-    return {};
+std::optional<std::vector<GridPosition>> MeasuredCells::Take(const SyncModel& model) {
+  if (std::exchange(number_, model.LastReportNumber()) == model.LastReportNumber()) {
+    return std::nullopt;
   }
   std::vector<GridPosition> measured;
   for (const Reading& reading : model.LastReport()) {

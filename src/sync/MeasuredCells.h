@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "sync/SyncModel.h"
@@ -18,11 +19,11 @@ struct GridPosition {
 /// Finds the cells that the last report measured.
 class MeasuredCells {
  public:
-  /// The cells that the last report measured, by rows; none if it is the one of the last call.
-  std::vector<GridPosition> Take(const SyncModel& model);
+  /// The cells that the last report measured, by rows; nothing if it is the one of the last call.
+  std::optional<std::vector<GridPosition>> Take(const SyncModel& model);
 
  private:
-  std::uint64_t lastReport_ = 0;
+  std::uint64_t number_ = 0;
 };
 
 }  // namespace kelvara::sync

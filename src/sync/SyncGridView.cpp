@@ -33,17 +33,12 @@ constexpr int kSmallestZoom = 50;
 constexpr int kLargestZoom = 200;
 constexpr int kZoomStep = 10;
 
-constexpr const char* kEmptyGridText =
-    "Waiting for the first sync report.\n"
-    "The beltpack sends one when it is connected and hears an antenna.";
-
 }  // namespace
 
 SyncGridView::SyncGridView(QWidget* parent)
     : QTableView(parent),
       corner_(new QLabel(this)),
       zoom_(kUsualZoom),
-      emptyText_(QString::fromLatin1(kEmptyGridText)),
       columnHeader_(new GridHeader(Qt::Horizontal, this)),
       rowHeader_(new GridHeader(Qt::Vertical, this)) {
   setHorizontalHeader(columnHeader_);
@@ -163,8 +158,7 @@ void SyncGridView::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());
     painter.setFont(QApplication::font(this));
     painter.setPen(palette().color(QPalette::Text));
-    painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap,
-                     emptyText_);
+    painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, emptyText_);
   }
 }
 
@@ -321,9 +315,11 @@ int SyncGridView::ColumnPixels(int twips) const {
 void SyncGridView::ShowCorner() { corner_->setText(gridModel_->CellText(0, 0)); }
 
 void SyncGridView::SetEmptyText(const QString& text) {
-  emptyText_ = text;
-  DescribeEmptiness();
-  viewport()->update();
+  if (text != emptyText_) {
+    emptyText_ = text;
+    DescribeEmptiness();
+    viewport()->update();
+  }
 }
 
 void SyncGridView::DescribeEmptiness() {

@@ -32,7 +32,7 @@ class SyncGridView : public QTableView {
     toolTips_ = std::move(toolTips);
   }
 
-  /// Sets what an empty grid says instead of that it waits for a report. After `SetGridModel`.
+  /// Sets what an empty grid says. After `SetGridModel`.
   void SetEmptyText(const QString& text);
 
   /// What Copy copies: the rectangle around the selected cells, or else the whole grid, as text
@@ -42,6 +42,9 @@ class SyncGridView : public QTableView {
   /// Scales columns, rows and texts, in per cent of their usual size: 50 to 200.
   void SetZoom(int percent);
   int Zoom() const { return zoom_; }
+
+  /// Zooms by Ctrl++, Ctrl+- or Ctrl+0; false for any other key.
+  bool ZoomByKey(const QKeyEvent& event);
 
   /// Frames these cells, given by rows, instead of those framed before.
   void ShowMeasured(std::vector<GridPosition> cells);
@@ -63,7 +66,6 @@ class SyncGridView : public QTableView {
   void HideHeaderCells();
   void FitFont();
   int ColumnPixels(int twips) const;
-  bool ZoomByKey(const QKeyEvent& event);
   void OpenContextMenu();
   /// Marks the headers and the mirror of the cell under the mouse or, when there is none or the
   /// keyboard has been used since, of the current cell.

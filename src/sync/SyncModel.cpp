@@ -31,7 +31,7 @@ void SyncModel::Clear() {
     row.fill(PhaseCell());
   }
   readings_.clear();
-  lastReport_.clear();
+  BeginReport();
 }
 
 std::int16_t SyncModel::FindOrAddAa(std::int16_t rpn, std::int16_t fps, std::int16_t fpn) {
@@ -52,7 +52,7 @@ std::int16_t SyncModel::FindOrAddAa(std::int16_t rpn, std::int16_t fps, std::int
 }
 
 void SyncModel::BeginReport() {
-  ++reportsBegun_;
+  ++lastReportNumber_;
   lastReport_.clear();
 }
 
@@ -78,8 +78,8 @@ void SyncModel::AddOlder(const SyncModel& older) {
   SyncModel joined = older;
   joined.AddNewer(*this);
   joined.clearCount_ = clearCount_ + 1;
-  joined.reportsBegun_ = reportsBegun_;
-  joined.lastReport_.clear();
+  joined.lastReportNumber_ = lastReportNumber_;
+  joined.BeginReport();
   joined.keepsReadings_ = keepsReadings_;
   *this = std::move(joined);
 }

@@ -71,8 +71,8 @@ class SyncModel {
   /// What the last report has added since it began, in order. Empty after a clear.
   const std::vector<Reading>& LastReport() const { return lastReport_; }
 
-  /// How many reports have begun, cleared ones included.
-  std::uint64_t ReportsBegun() const { return reportsBegun_; }
+  /// Changes with every report that begins, and when results are cleared or restored.
+  std::uint64_t LastReportNumber() const { return lastReportNumber_; }
 
   /// 0 to 51, or 52 once a 52nd antenna has been refused.
   std::int16_t AaCount() const { return aaCount_; }
@@ -106,7 +106,7 @@ class SyncModel {
   std::array<std::array<PhaseCell, kMaxAas>, kMaxAas> cells_{};
   bool keepsReadings_ = false;
   std::vector<Reading> readings_;
-  std::uint64_t reportsBegun_ = 0;
+  std::uint64_t lastReportNumber_ = 0;
   std::vector<Reading> lastReport_;
 };
 

@@ -306,34 +306,61 @@ TEST(GridMenu, EntriesHaveDifferentMnemonics) {
   EXPECT_EQ(letters, (std::set<QChar>{u'C', u'E'}));
 }
 
-TEST(GridMarks, FrameTheCellsOfTheLastReportForThreeSeconds) {
+TEST(GridZoom, FollowsTheKeysWhereverTheFocusIs) {
+  FrmMainRig rig;
+  rig.Open();
+  rig.Choose("mnuDisplayLogOn");
+  rig.TextLog().setFocus();
+  Press(rig.TextLog(), Qt::Key_Plus, Qt::ControlModifier);
+  EXPECT_EQ(rig.Grid().Zoom(), 110);
+  Press(rig.TextLog(), Qt::Key_0, Qt::ControlModifier);
+  EXPECT_EQ(rig.Grid().Zoom(), 100);
+}
+
+TEST(EmptyGrid, SaysWhetherABeltpackIsPolled) {
+  FrmMainRig rig;
+  rig.port.openable = false;
+  rig.window.show();
+  BoxAnswer box(QMessageBox::Ok);
+  const WhenShown dialog("FrmComSelect", [&rig](QWidget& shown) {
+    EXPECT_TRUE(rig.Grid().accessibleDescription().startsWith("No beltpack is polled."));
+    Press(shown, Qt::Key_Escape);
+  });
+  rig.window.Form_Load();
+  rig.port.openable = true;
+  rig.window.OpenComPort(1);
+  rig.window.StartLink();
+  EXPECT_TRUE(rig.Grid().accessibleDescription().startsWith("Waiting for the first sync report."));
+}
+
+TEST(GridMarks, SetTheCellsOfTheLastReportApartForThreeSeconds) {
   FrmMainRig rig;
   rig.Open();
   const auto& timer = Find<QTimer>(rig.window, "MeasuredTimer");
   EXPECT_EQ(timer.interval(), 3000);
-  const auto isFramed = [&rig](int row, int column) {
+  const auto isMarked = [&rig](int row, int column) {
     QCoreApplication::processEvents();
     const QRect cell = rig.Grid().visualRect(rig.Grid().model()->index(row, column));
     const QImage picture = rig.Grid().viewport()->grab().toImage();
-    return picture.pixelColor(cell.topLeft() + QPoint(1, 8)) == QColor(Qt::black);
+    return picture.pixelColor(cell.topLeft() + QPoint(8, 1)) == QColor(Qt::black);
   };
   rig.TakeReport();
   rig.window.UpdateSyncGrid();
   EXPECT_TRUE(timer.isActive());
-  EXPECT_TRUE(isFramed(1, 2));
-  EXPECT_TRUE(isFramed(1, 3));
-  EXPECT_FALSE(isFramed(2, 1));
+  EXPECT_TRUE(isMarked(1, 2));
+  EXPECT_TRUE(isMarked(1, 3));
+  EXPECT_FALSE(isMarked(2, 1));
   rig.window.UpdateSyncGrid();
-  EXPECT_TRUE(isFramed(1, 2)) << "a redraw without a report";
+  EXPECT_TRUE(isMarked(1, 2)) << "a redraw without a report";
   rig.window.ProcessRfpsReport(
       "rfps\r\n"
       "100ec5A406 Sync\r\n"
       "100ec5A301 Neighbour phase =   -7\r\n");
   rig.window.UpdateSyncGrid();
-  EXPECT_TRUE(isFramed(2, 1));
-  EXPECT_FALSE(isFramed(1, 2)) << "only those of the last report";
+  EXPECT_TRUE(isMarked(2, 1));
+  EXPECT_FALSE(isMarked(1, 2)) << "only those of the last report";
   rig.Tick("MeasuredTimer");
-  EXPECT_FALSE(isFramed(2, 1));
+  EXPECT_FALSE(isMarked(2, 1));
   EXPECT_FALSE(timer.isActive());
 }
 

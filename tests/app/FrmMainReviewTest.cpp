@@ -118,16 +118,22 @@ TEST_F(FrmMainReviewTest, ChangesOfTheOptionsRedrawTheGridAndTheLog) {
   EXPECT_EQ(store.Value("RPNUnits"), "1");
 }
 
-TEST_F(FrmMainReviewTest, CellsOfTheReportThatFollowsAreMarked) {
+TEST_F(FrmMainReviewTest, TheCellsOfTheReportShownAreMarked) {
   OpenReview(Session(5));
-  const auto& marks = Find<QTimer>(window, "MeasuredTimer");
-  EXPECT_FALSE(marks.isActive());
+  const auto isMarked = [this](int row, int column) {
+    QCoreApplication::processEvents();
+    const auto& grid = Find<sync::SyncGridView>(window, "Grid");
+    const QRect cell = grid.visualRect(grid.model()->index(row, column));
+    const QImage picture = grid.viewport()->grab().toImage();
+    return picture.pixelColor(cell.topLeft() + QPoint(8, 1)) == QColor(Qt::black);
+  };
+  const int last = 6;
+  EXPECT_TRUE(isMarked(1, last));
+  EXPECT_FALSE(isMarked(1, last - 1));
   Press(window, Qt::Key_Left);
-  EXPECT_FALSE(marks.isActive());
-  Press(window, Qt::Key_Right);
-  EXPECT_TRUE(marks.isActive());
+  EXPECT_TRUE(isMarked(1, last - 1));
   Press(window, Qt::Key_Home);
-  EXPECT_FALSE(marks.isActive());
+  EXPECT_FALSE(isMarked(1, 2));
 }
 
 TEST_F(FrmMainReviewTest, TheSurveyFollowsTheSlider) {

@@ -177,19 +177,6 @@ TEST_F(ReviewTest, AMoveDuringARedrawIsShownAfterIt) {
   EXPECT_EQ(beeper.count, 0);
 }
 
-TEST_F(ReviewTest, KnowsWhetherTheReportFollowsTheOneShownBefore) {
-  for (int report = 0; report < 3; ++report) {
-    AddReport(OneNeighbourReport(1, 2, report));
-  }
-  app::Review& review = Open();
-  review.MoveTo(2);
-  EXPECT_FALSE(review.IsNext());
-  review.MoveTo(3);
-  EXPECT_TRUE(review.IsNext());
-  review.MoveTo(2);
-  EXPECT_FALSE(review.IsNext());
-}
-
 TEST_F(ReviewTest, AFaultKeepsWhatIsShown) {
   AddReport(OneNeighbourReport(1, 2, 1));
   AddReport(OneNeighbourReport(1, 2, 2));

@@ -94,11 +94,16 @@ void Review::ShowLog(const sessions::ReviewedMoment& moment) {
       break;
     }
   }
+  if (entries.empty()) {
+    return;
+  }
   std::string text;
-  for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry) {
+  for (auto entry = entries.rbegin(); entry + 1 != entries.rend(); ++entry) {
     text += *entry;
   }
   logBox_.Append(text);
+  // On its own, because the box scrolls to what it holds before it appends, as in a live session.
+  logBox_.Append(entries.front());
 }
 
 std::string Review::TimeText() const {

@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSlider>
 #include <QTest>
 
@@ -116,6 +117,14 @@ TEST_F(FrmMainReviewTest, ChangesOfTheOptionsRedrawTheGridAndTheLog) {
   Press(window, Qt::Key_Left);
   EXPECT_FALSE(TextLog().toPlainText().endsWith(last));
   EXPECT_EQ(store.Value("RPNUnits"), "1");
+}
+
+TEST_F(FrmMainReviewTest, TheLogIsScrolledToItsNewestEntries) {
+  store.SetValue("DisplayLog", "1");
+  OpenReview(Session(100));
+  const QScrollBar& bar = *TextLog().verticalScrollBar();
+  EXPECT_GT(bar.maximum(), 50);
+  EXPECT_GE(bar.value(), bar.maximum() - 1);
 }
 
 TEST_F(FrmMainReviewTest, TheCellsOfTheReportShownAreMarked) {

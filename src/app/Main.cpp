@@ -23,8 +23,7 @@ constexpr int kFailed = 1;
 constexpr int kWrongCommandLine = 2;
 
 void Complain(const char* text) {
-  const std::shared_ptr<void> console = kelvara::qt::JoinConsole();
-  std::cerr << "kelvara: " << kelvara::qt::ConsoleText(text) << '\n';
+  kelvara::qt::PrintError(std::string("kelvara: ") + text, kelvara::help::kProgramTitle);
 }
 
 /// Holds the desktop library's messages while it connects to a display. Without a display it prints

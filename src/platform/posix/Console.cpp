@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <iostream>
 
 namespace kelvara::qt {
 
@@ -13,6 +14,8 @@ std::shared_ptr<void> PrepareConsole() { return nullptr; }
 bool IsErrorTerminal() { return ::isatty(STDERR_FILENO) != 0; }
 
 std::shared_ptr<void> JoinConsole() { return nullptr; }
+
+void PrintError(std::string_view line, const char* /*title*/) { std::cerr << line << '\n'; }
 
 std::string ConsoleText(std::string_view text) { return std::string(text); }
 

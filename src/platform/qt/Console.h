@@ -21,6 +21,10 @@ bool IsErrorTerminal();
 /// result exists, unless its output goes to a file or a pipe.
 std::shared_ptr<void> JoinConsole();
 
+/// Prints a line on standard error. A program with windows that has neither a stream nor a console,
+/// as one started by a shortcut on Windows, shows it in a message box with the title.
+void PrintError(std::string_view line, const char* title);
+
 /// A message, which may name paths, in the console's character set.
 std::string ConsoleText(std::string_view text);
 

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cstdio>
+#include <iostream>
 
 #include "platform/windows/EscapedText.h"
 
@@ -67,9 +68,11 @@ class JoinedConsole {
   JoinedConsole() {
     static const bool hasOutput = IsConnected(STD_OUTPUT_HANDLE);
     static const bool hasError = IsConnected(STD_ERROR_HANDLE);
+    hasError_ = hasError;
     if ((hasOutput && hasError) || ::AttachConsole(ATTACH_PARENT_PROCESS) == 0) {
       return;
     }
+    hasError_ = true;
     output_ = hasOutput ? nullptr : Reopen(stdout);
     error_ = hasError ? nullptr : Reopen(stderr);
     isAttached_ = true;
@@ -91,6 +94,9 @@ class JoinedConsole {
   JoinedConsole(const JoinedConsole&) = delete;
   JoinedConsole& operator=(const JoinedConsole&) = delete;
 
+  /// Whether standard error leads somewhere.
+  bool HasError() const { return hasError_; }
+
  private:
   /// Leads a stream to the console. Its buffer keeps the bytes of a character together.
   static std::FILE* Reopen(std::FILE* stream) {
@@ -103,6 +109,7 @@ class JoinedConsole {
   }
 
   bool isAttached_ = false;
+  bool hasError_ = false;
   std::FILE* output_ = nullptr;
   std::FILE* error_ = nullptr;
   UINT characterSet_ = 0;
@@ -130,6 +137,16 @@ bool IsErrorTerminal() {
 }
 
 std::shared_ptr<void> JoinConsole() { return std::make_shared<JoinedConsole>(); }
+
+void PrintError(std::string_view line, const char* title) {
+  const JoinedConsole console;
+  if (console.HasError()) {
+    std::cerr << ConsoleText(line) << std::endl;
+    return;
+  }
+  ::MessageBoxW(nullptr, windows::Unescaped(line).toStdWString().c_str(),
+                QString::fromLatin1(title).toStdWString().c_str(), MB_OK | MB_ICONERROR);
+}
 
 std::string ConsoleText(std::string_view text) {
   return windows::Unescaped(text).toUtf8().toStdString();

@@ -14,12 +14,14 @@ const std::string kCapture = "Capture Sync Reports To File";
 const std::string kLossQuestion = "Beltpack Comms Lost";
 const std::string kPorts = "Select Serial Port";
 const std::string kReport = "Generate Reoprt";
+const std::string kSurvey = "Survey";
 
 }  // namespace
 
 RestlessUser::RestlessUser(const VirtualScreen& screen, const DesktopProgram& program,
-                           std::mt19937& chance, std::ostream& journal)
-    : screen_(screen), program_(program), chance_(chance), journal_(journal) {}
+                           const DesktopProgram& review, std::mt19937& chance,
+                           std::ostream& journal)
+    : screen_(screen), program_(program), review_(review), chance_(chance), journal_(journal) {}
 
 const std::vector<std::string>& RestlessUser::Reports() {
   static const std::vector<std::string> kNames = {"first.html", "second.html", "third.html"};
@@ -37,7 +39,12 @@ const std::vector<RestlessUser::Action>& RestlessUser::Actions() {
       {"change the base", &RestlessUser::ChangeTheBase},
       {"clear the log", &RestlessUser::ClearTheLog},
       {"clear the grid", &RestlessUser::ClearTheGrid},
+      {"undo a clear", &RestlessUser::UndoAClear},
+      {"close a notice", &RestlessUser::CloseANotice},
       {"force a search", &RestlessUser::ForceASearch},
+      {"zoom", &RestlessUser::Zoom},
+      {"look at the survey", &RestlessUser::LookAtTheSurvey},
+      {"move in the review", &RestlessUser::MoveInTheReview},
       {"resize", &RestlessUser::Resize},
       {"report", &RestlessUser::Report},
       {"ask for help", &RestlessUser::AskForHelp},
@@ -147,6 +154,18 @@ void RestlessUser::ClearTheLog() { PressInMenus({"alt+f", "l"}); }
 
 void RestlessUser::ClearTheGrid() { PressInMenus({"alt+f", "c", "Return"}); }
 
+void RestlessUser::UndoAClear() {
+  ClearTheGrid();
+  if (Between(0, 1) == 0) {
+    // The notice's button.
+    program_.Press(program_.MainWindow(), {"alt+n"});
+  } else {
+    PressInMenus({"alt+i", "u"});
+  }
+}
+
+void RestlessUser::CloseANotice() { program_.Press(program_.MainWindow(), {"alt+shift+n"}); }
+
 void RestlessUser::ForceASearch() { PressInMenus({"alt+f", "c", "c", "Return"}); }
 
 void RestlessUser::Resize() {
@@ -169,6 +188,27 @@ void RestlessUser::PointAtTheGrid() {
   screen_.PointAt({Between(area.left(), area.right()), Between(area.top(), area.bottom())});
   std::this_thread::sleep_for(std::chrono::seconds(1));
   screen_.PointAt(VirtualScreen::kCorner);
+}
+
+void RestlessUser::Zoom() {
+  program_.Press(program_.MainWindow(), Some({"ctrl+plus", "ctrl+minus", "ctrl+0"}));
+}
+
+void RestlessUser::LookAtTheSurvey() {
+  program_.Press(program_.MainWindow(), {"alt+s"});
+  DesktopWindow window{};
+  if (Opens({kSurvey}, window)) {
+    program_.Press(window, Some({"Tab", "Down", "Up", "1"}));
+    std::this_thread::sleep_for(milliseconds(Between(0, 5000)));
+    program_.Press(window, {"Escape"});
+  }
+}
+
+void RestlessUser::MoveInTheReview() {
+  const DesktopWindow window = review_.MainWindow();
+  review_.Press(window, {"alt+o", "f", OneOf(std::vector<std::string>{"r", "a", "m"})});
+  review_.Press(window,
+                Some({"alt+Left", "alt+Right", "Left", "Right", "Home", "End", "Prior", "Next"}));
 }
 
 void RestlessUser::PressInMenus(const std::vector<std::string>& keys) const {
@@ -209,6 +249,15 @@ bool RestlessUser::Opens(const std::vector<std::string>& titles, DesktopWindow& 
 void RestlessUser::Note(const std::string& step) {
   const auto now = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
   journal_ << now.time_since_epoch().count() << ' ' << step << std::endl;
+}
+
+std::vector<std::string> RestlessUser::Some(const std::vector<std::string>& keys) {
+  constexpr int kMost = 20;
+  std::vector<std::string> pressed;
+  for (int left = Between(1, kMost); left > 0; --left) {
+    pressed.push_back(OneOf(keys));
+  }
+  return pressed;
 }
 
 int RestlessUser::Between(int least, int most) {

@@ -10,12 +10,13 @@
 
 namespace kelvara::test {
 
-/// A user who keeps trying everything, with keys and the mouse.
+/// A user who keeps trying everything, with keys and the mouse, in a session and in the review of a
+/// recorded one.
 class RestlessUser {
  public:
   /// Picks actions with `chance` and writes each step to `journal`.
-  RestlessUser(const VirtualScreen& screen, const DesktopProgram& program, std::mt19937& chance,
-               std::ostream& journal);
+  RestlessUser(const VirtualScreen& screen, const DesktopProgram& program,
+               const DesktopProgram& review, std::mt19937& chance, std::ostream& journal);
 
   /// Performs every action once.
   void ActAll();
@@ -58,7 +59,12 @@ class RestlessUser {
   void ChangeTheBase();
   void ClearTheLog();
   void ClearTheGrid();
+  void UndoAClear();
+  void CloseANotice();
   void ForceASearch();
+  void Zoom();
+  void LookAtTheSurvey();
+  void MoveInTheReview();
   void Resize();
   void Report();
   void AskForHelp();
@@ -77,9 +83,12 @@ class RestlessUser {
   const Value& OneOf(const std::vector<Value>& values) {
     return values[static_cast<std::size_t>(Between(0, static_cast<int>(values.size()) - 1))];
   }
+  /// Some of these keys in any order.
+  std::vector<std::string> Some(const std::vector<std::string>& keys);
 
   const VirtualScreen& screen_;
   const DesktopProgram& program_;
+  const DesktopProgram& review_;
   std::mt19937& chance_;
   std::ostream& journal_;
   std::map<std::string, int> counts_;

@@ -61,15 +61,17 @@ bool AreRuns(const std::vector<std::vector<std::string>>& runs,
   return true;
 }
 
-/// Leaves the program to a restless user and a failing line for minutes or hours, then prints what
-/// must hold together with what was measured.
+/// Leaves a session, a review and a failing line to a restless user for minutes or hours, then
+/// prints what must hold together with what was measured.
 class SoakTest : public DesktopSession {
  protected:
   static constexpr const char* kTrace = "line.trace";
   static constexpr const char* kErrors = "errors.txt";
+  static constexpr const char* kReviewErrors = "review-errors.txt";
   static constexpr int kMostGrowthKilobytes = 2048;
-  /// The port and its lock, the log, the trace, standard error, and files being written.
-  static constexpr int kMostFiles = 7;
+  /// The port and its lock, the log, the trace, the journal, standard error, and files being
+  /// written.
+  static constexpr int kMostFiles = 8;
 
   void TearDown() override {
     const std::string keep = Asked("KELVARA_SOAK_KEEP");
@@ -90,16 +92,26 @@ class SoakTest : public DesktopSession {
 
   /// The request that starts the program without a screen reader's bus, which would add to its
   /// memory, and with standard error in a file, as nothing reads a pipe for hours.
-  ProcessRequest SoakRequest() const {
-    ProcessRequest request = Request({"--com", BeltpackAsPort(1), "--raw", PathOf(kTrace)});
+  ProcessRequest SoakRequest(const Arguments& arguments, const std::string& errors) const {
+    ProcessRequest request = Request(arguments);
     request.environment["DBUS_SESSION_BUS_ADDRESS"] = "disabled:";
-    const Arguments shell = {"/bin/sh", "-c", "exec \"$0\" \"$@\" 2>" + std::string(kErrors)};
+    const Arguments shell = {"/bin/sh", "-c", "exec \"$0\" \"$@\" 2>" + errors};
     request.arguments.insert(request.arguments.begin(), shell.begin(), shell.end());
     return request;
   }
 
+  ProcessRequest ReviewRequest() const {
+    CliOutput({"record", "--demo", "--speed", "1000", "--reports", "300", "--raw",
+               PathOf("recorded.trace")});
+    return SoakRequest({PathOf("recorded.trace")}, kReviewErrors);
+  }
+
+  static bool HasEndedWell(const ProcessResult& result) {
+    return !result.timedOut && result.signal == 0 && result.exitCode == 0;
+  }
+
   void CheckComplaints() const {
-    std::istringstream errors(Read(kErrors));
+    std::istringstream errors(Read(kErrors) + Read(kReviewErrors));
     std::string complaints;
     for (std::string line; std::getline(errors, line);) {
       // The debug window shows garbled text unchanged, and the font library warns about its
@@ -108,7 +120,7 @@ class SoakTest : public DesktopSession {
         complaints += line + "\n";
       }
     }
-    Check(complaints.empty(), "the program complained of nothing " + complaints);
+    Check(complaints.empty(), "the programs complained of nothing " + complaints);
   }
 
   /// The number of handles at rest in a quarter.
@@ -129,7 +141,7 @@ class SoakTest : public DesktopSession {
         kLimit);
   }
 
-  static void CheckWatch(const ProcessWatch& watch) {
+  static void CheckWatch(const std::string& program, const ProcessWatch& watch) {
     std::vector<int> memory;
     std::string memories;
     for (std::size_t quarter = 0; quarter < 4; ++quarter) {
@@ -138,13 +150,13 @@ class SoakTest : public DesktopSession {
     }
     const std::vector<int> all = Values(watch.All(), &ProcessSample::kilobytes);
     Check(memory[3] - memory[1] <= kMostGrowthKilobytes,
-          "memory by quarters " + memories + " kB (the last at most " +
+          program + ": memory by quarters " + memories + " kB (the last at most " +
               std::to_string(kMostGrowthKilobytes) + " above the second), " +
               std::to_string(*std::max_element(all.begin(), all.end())) + " kB at most");
     const std::vector<int> files = Values(watch.All(), &ProcessSample::files);
     const int mostFiles = *std::max_element(files.begin(), files.end());
     Check(FewestHandles(watch, 3) <= FewestHandles(watch, 1) && mostFiles <= kMostFiles,
-          "handles at rest: " + std::to_string(FewestHandles(watch, 1)) +
+          program + ": handles at rest: " + std::to_string(FewestHandles(watch, 1)) +
               " in the second quarter, " + std::to_string(FewestHandles(watch, 3)) +
               " in the last; port and files: " + std::to_string(mostFiles) + " at most");
   }
@@ -184,6 +196,18 @@ class SoakTest : public DesktopSession {
               " replayed from the trace of " + std::to_string(reports) + " reports");
   }
 
+  /// The trace has a mark for each clear that was undone.
+  void CheckUndos() const {
+    const std::string trace = Read(kTrace);
+    const std::string mark = "\x01!undo\x02";
+    int undos = 0;
+    for (std::size_t at = trace.find(mark); at != std::string::npos;
+         at = trace.find(mark, at + 1)) {
+      ++undos;
+    }
+    Check(undos > 0, std::to_string(undos) + " clears of results were undone");
+  }
+
   void CheckReportsAndSettings(bool isReported) const {
     int written = 0;
     for (const std::string& name : RestlessUser::Reports()) {
@@ -212,12 +236,17 @@ TEST_F(SoakTest, NothingIsLostAndNothingGrowsUnderARestlessUserAndAFailingLine) 
   std::mt19937 chanceOfUser(number);
   std::mt19937 chanceOfLine(number + 1);
   SimulatedBeltpack beltpack(CliRequest({"simulate", "--seed", seed}));
-  DesktopProgram program(*screen, *bus, SoakRequest());
-  // Opened after the program has started, which would inherit it.
+  // The window opened last lies above the other.
+  DesktopProgram review(*screen, *bus, ReviewRequest());
+  review.MainWindow();
+  DesktopProgram program(
+      *screen, *bus, SoakRequest({"--com", BeltpackAsPort(1), "--raw", PathOf(kTrace)}, kErrors));
+  // Opened after the programs have started, which would inherit it.
   std::ofstream journal(PathOf("actions.txt"));
-  RestlessUser user(*screen, program, chanceOfUser, journal);
+  RestlessUser user(*screen, program, review, chanceOfUser, journal);
   FailingLine line(beltpack, chanceOfLine);
   ProcessWatch watch(program.Id(), folder.Path());
+  ProcessWatch reviewWatch(review.Id(), folder.Path());
   try {
     user.StartLog();
     // Anything shown for the first time takes memory and handles that are kept.
@@ -226,12 +255,15 @@ TEST_F(SoakTest, NothingIsLostAndNothingGrowsUnderARestlessUserAndAFailingLine) 
       user.Act();
       line.Turn();
       watch.Look();
+      reviewWatch.Look();
       std::this_thread::sleep_for(std::chrono::milliseconds(500));
     }
     line.Repair();
     user.AnswerBoxes();
     watch.Look();
     LetThreadsEnd(watch);
+    LetThreadsEnd(reviewWatch);
+    review.RequestClose(review.MainWindow());
     user.Exit();
   } catch (...) {
     screen->SavePicture({QPoint(0, 0), VirtualScreen::kSize}, PathOf("screen.png"));
@@ -241,9 +273,13 @@ TEST_F(SoakTest, NothingIsLostAndNothingGrowsUnderARestlessUserAndAFailingLine) 
   const ProcessResult result = program.Finish(DesktopProgram::kPatience);
   std::cout << "User:   " << Listed(user.Counts()) << "\nLine:   " << Listed(line.Counts())
             << std::endl;
-  Check(!result.timedOut && result.signal == 0 && result.exitCode == 0, "Exit ends the program");
+  const ProcessResult resultOfReview = review.Finish(DesktopProgram::kPatience);
+  Check(HasEndedWell(result), "Exit ends the program");
+  Check(HasEndedWell(resultOfReview), "closing its window ends the review");
   CheckComplaints();
-  CheckWatch(watch);
+  CheckWatch("session", watch);
+  CheckWatch("review", reviewWatch);
+  CheckUndos();
   CheckLogs(user.Logs());
   CheckReportsAndSettings(user.Counts().contains("report to a file"));
 }

@@ -46,6 +46,7 @@ void FrmMain::OpenReview(std::unique_ptr<sessions::ReviewedSession> recorded,
   review_ = std::make_unique<Review>(*recorded_, live_->Results(), *TextLog_, desktop_,
                                      [this] { ShowReview(); });
   StatusBar1_->SetPanel(StatusPanel::Link, "Review: " + qt::ToText(Shortened(FileName(path))));
+  StatusBar1_->findChild<QLabel*>(QStringLiteral("Panel1"))->setToolTip(qt::MessageText(path));
   Grid_->SetEmptyText(QStringLiteral("The session is being read."));
   DisableForReview();
   BuildReviewBar();

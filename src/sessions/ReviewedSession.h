@@ -86,8 +86,8 @@ class ReviewedSession {
 
   std::size_t Read(std::uint64_t place);
   void KeepCheckpoint();
-  /// Reads from a checkpoint up to a report. False if there are more entries in the log than were
-  /// read, although fewer than wanted were.
+  /// Reads from a checkpoint up to a report. Returns whether the log is complete: it has as many
+  /// entries as wanted, or all since a clear.
   bool ReadTo(int report, const Checkpoint& from, const sync::DisplayOptions& options,
               std::size_t entries, ReviewedMoment& moment);
   [[noreturn]] void Refuse(const std::string& reason) const;

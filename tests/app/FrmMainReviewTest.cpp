@@ -53,6 +53,7 @@ TEST_F(FrmMainReviewTest, OpensAtTheEndOfTheSession) {
   EXPECT_EQ(slider().maximum(), 3);
   EXPECT_EQ(FocusName(), "ReviewSlider");
   EXPECT_EQ(Panel(1), "Review: session.trace");
+  EXPECT_EQ(Find<QLabel>(window, "Panel1").toolTip(), "/folder/session.trace");
   EXPECT_EQ(Panel(2), "");
   EXPECT_EQ(Panel(3), "Reports: 3");
   EXPECT_EQ(Panel(4), "AAs: 4");

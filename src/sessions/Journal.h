@@ -39,8 +39,8 @@ std::vector<platform::SessionFolder::Entry> Journals(const platform::SessionFold
 /// over.
 std::optional<UnfinishedSession> FindUnfinishedSession(platform::SessionFolder& folder);
 
-/// Removes all journals but the newest: as many as `kMaxJournals` in at most `kMaxJournalBytes`, and
-/// always the last one. Those that another program keeps are not removed.
+/// Removes all journals but the newest: as many as `kMaxJournals` in at most `kMaxJournalBytes`,
+/// and always the last one. Those that another program keeps are not removed.
 void RemoveOldJournals(platform::SessionFolder& folder);
 
 /// Keeps a trace of the session in a file of its own, named by the local time of the first byte

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QPixmapCache>
 #include <QTimer>
+#include <QWindow>
 #include <chrono>
 #include <functional>
 #include <iostream>

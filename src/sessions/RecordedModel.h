@@ -5,9 +5,8 @@
 
 namespace kelvara::sessions {
 
-/// Reads one file of recorded beltpack text into a model, without a log and without beeps. Faulty
-/// and unfinished reports leave in the model what a live session would. A failed read is a file
-/// fault.
-void ReadRecordedModel(platform::InputFile& file, sync::SyncModel& model);
+/// The results of one file of recorded beltpack text, as a live session would have had them at its
+/// end. A failed read is a file fault.
+sync::SyncModel ReadRecordedModel(platform::InputFile& file);
 
 }  // namespace kelvara::sessions

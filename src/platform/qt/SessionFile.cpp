@@ -31,7 +31,7 @@ sync::SyncModel ReadSessionFile(platform::FileSystem& fileSystem, const std::str
   if (!kind.empty()) {
     Refuse(path, "is " + std::string(kind) + ", not a recorded session");
   }
-  sessions::ReadRecordedModel(file, model);
+  model = sessions::ReadRecordedModel(file);
   if (model.AaCount() == 0) {
     Refuse(path, "holds no report of an antenna");
   }

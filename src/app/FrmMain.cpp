@@ -147,7 +147,6 @@ void FrmMain::Form_Load() {
 }
 
 void FrmMain::ChoosePortInstead(std::int16_t port) {
-  ShowLinkState();
   desktop_.messageBoxes.Show(link::CouldNotOpenText(port), help::kProgramTitle,
                              platform::MessageIcon::Critical, platform::MessageButtons::OkCancel);
   if (isUnloaded_) {

@@ -205,7 +205,12 @@ void SyncGridView::OpenContextMenu() {
 }
 
 void SyncGridView::focusInEvent(QFocusEvent* event) {
+  const bool isCellChosen = currentIndex().isValid();
   QTableView::focusInEvent(event);
+  if (!isCellChosen) {
+    // The view chooses its first cell, which nobody has asked for.
+    selectionModel()->clearCurrentIndex();
+  }
   MarkCell();
 }
 

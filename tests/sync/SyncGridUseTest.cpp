@@ -120,6 +120,17 @@ TEST_F(SyncGridUseTest, MarksTheCellThatWasPointedAtOrChosenLast) {
   EXPECT_EQ(MarkedHeaders(), (std::vector<sync::GridPosition>{{1, 3}}));
 }
 
+TEST_F(SyncGridUseTest, MarksNothingUntilTheKeyboardHasChosenACell) {
+  Fill(3);
+  view_.resize(400, 300);
+  ShowWindow(view_);
+  view_.clearFocus();
+  view_.setFocus(Qt::TabFocusReason);
+  EXPECT_EQ(MarkedHeaders(), std::vector<sync::GridPosition>{});
+  Press(view_, Qt::Key_Down);
+  EXPECT_EQ(MarkedHeaders(), (std::vector<sync::GridPosition>{{1, 1}}));
+}
+
 TEST_F(SyncGridUseTest, MarksTheCellThatComesUnderTheMouse) {
   Fill(51);
   view_.resize(300, 200);

@@ -1,11 +1,18 @@
 #include "app/SessionsMenu.h"
 
 #include <QAccessible>
+#include <QFontMetrics>
 #include <utility>
 
 #include "platform/EventHandler.h"
 
 namespace kelvara::app {
+namespace {
+
+/// Wider, the menu would not fit on a small screen at twice the scale.
+constexpr int kWidestFailurePixels = 450;
+
+}  // namespace
 
 SessionsMenu::SessionsMenu(MenuCorner& corner, QAction& exportResults, platform::Beeper& beeper)
     : QMenu(&corner),
@@ -43,7 +50,9 @@ void SessionsMenu::SetUndoClear(std::function<void()> undo) {
 
 void SessionsMenu::ShowJournalFailure(const QString& reason) {
   const QString text = QStringLiteral("This session is not kept: %1").arg(reason);
-  auto* const line = new QAction(QString(text).replace(u'&', QStringLiteral("&&")), this);
+  const QString shortened =
+      QFontMetrics(font()).elidedText(text, Qt::ElideMiddle, kWidestFailurePixels);
+  auto* const line = new QAction(QString(shortened).replace(u'&', QStringLiteral("&&")), this);
   line->setObjectName(QStringLiteral("mnuJournalFailure"));
   line->setEnabled(false);
   insertAction(openSession_, line);

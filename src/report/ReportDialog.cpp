@@ -32,15 +32,16 @@ std::string WithoutDemoNotes(std::string_view notes) {
   std::string kept;
   while (!notes.empty()) {
     const std::size_t lineFeed = notes.find('\n');
-    std::string_view line =
-        notes.substr(0, lineFeed == std::string_view::npos ? notes.size() : lineFeed + 1);
+    std::string line(
+        notes.substr(0, lineFeed == std::string_view::npos ? notes.size() : lineFeed + 1));
     notes.remove_prefix(line.size());
-    if (line.starts_with(kDemoNotes)) {
-      line.remove_prefix(kDemoNotes.size());
+    const std::size_t demo = line.find(kDemoNotes);
+    if (demo != std::string::npos) {
+      const std::size_t after = line.find_first_not_of(" \t", demo + kDemoNotes.size());
+      line.erase(demo, after == std::string::npos ? after : after - demo);
       if (IsEmpty(line)) {
         continue;
       }
-      line.remove_prefix(line.find_first_not_of(" \t"));
     }
     kept += line;
   }

@@ -104,6 +104,7 @@ void Journal::Received(std::string_view text) {
 void Journal::Cleared(bool keeps) {
   if (keeps) {
     cleared_ = part_;
+    clearedAt_ = file_ ? std::optional(file_->Size()) : std::nullopt;
   }
   if (trace_) {
     trace_->Cleared(keeps);
@@ -114,6 +115,7 @@ void Journal::Cleared(bool keeps) {
 
 void Journal::Restored() {
   part_ = cleared_;
+  clearedAt_.reset();
   if (trace_) {
     trace_->Restored();
   }
@@ -136,11 +138,11 @@ void Journal::Continue(UnfinishedSession session) {
       session.file->Write(present);
     }
     const bool isMoved = trace_.has_value();
-    const std::unique_ptr<platform::LockedFile> moved = std::move(file_);
+    std::unique_ptr<platform::LockedFile> moved = std::move(file_);
     Write(std::move(session.file));
     if (isMoved) {
       awaitsReport_ = linesLeft_ == 0;
-      moved->Remove();
+      GiveUp(std::move(moved));
     } else {
       // Of a report that has begun, the first lines are not in any file.
       awaitsReport_ = begun_ || linesLeft_ == 0;
@@ -150,6 +152,16 @@ void Journal::Continue(UnfinishedSession session) {
   } catch (const base::Fault& fault) {
     failure_ = fault.what();
   }
+}
+
+void Journal::GiveUp(std::unique_ptr<platform::LockedFile> file) {
+  if (!clearedAt_) {
+    file->Remove();
+    return;
+  }
+  file->Cut(*clearedAt_);
+  LineTrace(std::make_unique<SharedFile>(*file), clock_).Ended();
+  clearedAt_.reset();
 }
 
 std::string Journal::Failure() const {

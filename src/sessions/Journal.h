@@ -35,8 +35,8 @@ struct UnfinishedSession {
 std::vector<platform::SessionFolder::Entry> Journals(const platform::SessionFolder& folder);
 
 /// Finds the newest session that can be continued: of those that no program is keeping, the newest
-/// with a report in it, unless a newer one ended in order. A journal that cannot be read is passed
-/// over.
+/// with a report in it, unless one was begun after it and ended in order. A journal that cannot be
+/// read is passed over.
 std::optional<UnfinishedSession> FindUnfinishedSession(platform::SessionFolder& folder);
 
 /// Removes all journals but the newest: as many as `kMaxJournals` in at most `kMaxJournalBytes`,
@@ -59,7 +59,8 @@ class Journal : public SessionListener {
   void Ended() override;
 
   /// Continues the journal of a session whose results have been put before the present ones, and
-  /// moves what came since the last clear to its end. At most once in a session.
+  /// moves what came since the last clear to its end. Results that were cleared before stay in a
+  /// journal of their own. At most once in a session.
   void Continue(UnfinishedSession session);
 
   /// What went wrong, or an empty text.
@@ -76,6 +77,7 @@ class Journal : public SessionListener {
   void Begin();
   void Write(std::unique_ptr<platform::LockedFile> file);
   std::string PresentPart();
+  void GiveUp(std::unique_ptr<platform::LockedFile> file);
 
   platform::SessionFolder& folder_;
   const platform::Clock& clock_;
@@ -90,6 +92,8 @@ class Journal : public SessionListener {
   std::uint64_t reportStart_ = 0;
   Part part_;
   Part cleared_;
+  /// Where results were cleared that have not been restored.
+  std::optional<std::uint64_t> clearedAt_;
 };
 
 }  // namespace kelvara::sessions

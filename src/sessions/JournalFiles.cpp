@@ -56,6 +56,40 @@ bool HasEnded(platform::LockedFile& file) {
   return (end.size() - (before + 1)) % 2 == 0;
 }
 
+/// The times in a part of a trace.
+class Times : public RecordedTextReader {
+ public:
+  void ProcessRfpsReport(std::string_view /*report*/) override {}
+  void NoteDropped(DropReason /*reason*/) override {}
+  void SetTime(std::int64_t utcMilliseconds) override {
+    first = first.value_or(utcMilliseconds);
+    last = utcMilliseconds;
+  }
+
+  std::optional<std::int64_t> first;
+  std::optional<std::int64_t> last;
+};
+
+/// The times in at most one piece of a file from a place.
+Times TimesFrom(platform::LockedFile& file, std::uint64_t place) {
+  std::vector<char> piece(kPieceBytes);
+  std::string_view text(piece.data(), file.Read(place, piece));
+  text.remove_prefix(std::min(text.find(kCommandMark), text.size()));
+  Times times;
+  RecordedSession(times).Feed(text);
+  return times;
+}
+
+/// When a session began; the earliest time if its journal does not tell.
+std::int64_t BeginningOf(platform::LockedFile& file) {
+  return TimesFrom(file, 0).first.value_or(0);
+}
+
+/// When the last command of a session was sent, if its journal tells near its end.
+std::optional<std::int64_t> EndOf(platform::LockedFile& file) {
+  return TimesFrom(file, file.Size() - std::min<std::uint64_t>(file.Size(), kPieceBytes)).last;
+}
+
 /// Replays a file into the session that keeps it.
 void ReadResults(UnfinishedSession& session) {
   RecordedResults results;
@@ -87,6 +121,7 @@ std::vector<SessionFolder::Entry> Journals(const SessionFolder& folder) {
 }
 
 std::optional<UnfinishedSession> FindUnfinishedSession(SessionFolder& folder) {
+  std::optional<std::int64_t> endedSince;
   for (const SessionFolder::Entry& entry : Journals(folder)) {
     try {
       UnfinishedSession session;
@@ -95,7 +130,11 @@ std::optional<UnfinishedSession> FindUnfinishedSession(SessionFolder& folder) {
         continue;
       }
       if (HasEnded(*session.file)) {
-        return std::nullopt;
+        endedSince = std::max(endedSince.value_or(0), BeginningOf(*session.file));
+        continue;
+      }
+      if (endedSince && EndOf(*session.file).value_or(0) <= *endedSince) {
+        continue;
       }
       ReadResults(session);
       if (session.results.ReportCount() > 0) {

@@ -231,6 +231,7 @@ TEST_F(ReportDialogTest, TheLineOfADemoIsReportedButNeverRemembered) {
        {Case{"Demo: simulated readings.", ""}, Case{"Demo: simulated readings.\r\n", ""},
         Case{"Demo: simulated readings.\r\none\r\ntwo", "one\r\ntwo"},
         Case{"Demo: simulated readings. one", "one"},
+        Case{"one Demo: simulated readings.\r\ntwo", "one \r\ntwo"},
         Case{"one\r\nDemo: simulated readings.\r\ntwo", "one\r\ntwo"}, Case{"one", "one"},
         Case{"", ""}}) {
     EXPECT_TRUE(dialog.CommandGenerate_Click("report.html", {"s", "t", false, c.notes}));

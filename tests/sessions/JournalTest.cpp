@@ -166,6 +166,14 @@ TEST_F(JournalTest, ASessionThatEndedInOrderIsNotOfferedNorAnyOlderOne) {
   EXPECT_THAT(folder.locked, IsEmpty());
 }
 
+TEST_F(JournalTest, ASessionCutOffAfterAnotherHadBegunIsOfferedAlthoughThatEndedInOrder) {
+  folder.files[kOldName] = Mark("@1000") + Mark("rfps") + kFirst + Mark("@5000") + Mark("rfps");
+  folder.files[kName] = Mark("@4999") + Mark("rfps") + kSecond + Mark("!end");
+  EXPECT_TRUE(FindUnfinishedSession(folder));
+  folder.files[kName] = Mark("@5001") + Mark("rfps") + kSecond + Mark("!end");
+  EXPECT_FALSE(FindUnfinishedSession(folder));
+}
+
 TEST_F(JournalTest, ALockedOrEmptyJournalIsPassedOver) {
   folder.files[kOldName] = Mark("rfps") + kFirst;
   folder.files["2024-10-04-000001.trace"] = Mark("rfps") + kSecond;
@@ -205,8 +213,19 @@ TEST_F(JournalTest, MovesWhatCameSinceTheLastClear) {
   Report(kSecond);
   ContinueOld(Mark("rfps") + kThird);
   Report(kFirst);
-  EXPECT_THAT(folder.Names(), ElementsAre(kOldName));
   EXPECT_EQ(ReplayedModel(kOldName), ModelOf({kThird, kSecond, kFirst}));
+}
+
+TEST_F(JournalTest, WhatWasClearedStaysInAJournalOfItsOwn) {
+  Report(kFirst);
+  journal.Received("the beginning of a line");
+  journal.Cleared(true);
+  journal.Cleared(false);
+  Report(kSecond);
+  ContinueOld(Mark("rfps") + kThird);
+  EXPECT_THAT(folder.Names(), ElementsAre(kOldName, kName));
+  EXPECT_THAT(folder.locked, ElementsAre(kOldName));
+  EXPECT_EQ(folder.files[kName], kTime + Mark("rfps") + kFirst + Mark("!end"));
 }
 
 TEST_F(JournalTest, MovesWhatAnUndoBroughtBack) {
@@ -216,6 +235,7 @@ TEST_F(JournalTest, MovesWhatAnUndoBroughtBack) {
   Report(kSecond);
   journal.Restored();
   ContinueOld(Mark("rfps") + kThird);
+  EXPECT_THAT(folder.Names(), ElementsAre(kOldName));
   EXPECT_EQ(ReplayedModel(kOldName), ModelOf({kThird, kFirst, kSecond}));
 }
 

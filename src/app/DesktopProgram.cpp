@@ -5,6 +5,7 @@
 #include <QTimer>
 #include <QWindow>
 #include <chrono>
+#include <filesystem>
 #include <functional>
 #include <iostream>
 #include <memory>
@@ -45,6 +46,7 @@ constexpr int kIconMilliseconds = 100;
 constexpr int kOfferMilliseconds = 200;
 /// The desktop has placed the window by then.
 constexpr int kPlacedMilliseconds = 500;
+constexpr QPoint kReviewOffset(30, 30);
 constexpr int kStylePictureKilobytes = 512;
 /// Waiting longer for another program would freeze the window.
 constexpr std::chrono::milliseconds kSettingsPatience{30};
@@ -81,6 +83,11 @@ std::unique_ptr<sessions::ReviewedSession> OpenRecorded(platform::FileSystem& fi
                                                         const std::string& path,
                                                         platform::MessageBoxes& messageBoxes) {
   try {
+    std::error_code ignored;
+    // Opening one would wait for a writer.
+    if (std::filesystem::is_fifo(qt::MachinePath(path), ignored)) {
+      throw base::Fault(base::FaultKind::File, "\"" + path + "\" is a pipe, not a file");
+    }
     return std::make_unique<sessions::ReviewedSession>(fileSystem, path);
   } catch (const base::Fault& fault) {
     messageBoxes.Show(fault.what(), help::kProgramTitle, platform::MessageIcon::Critical,
@@ -169,7 +176,8 @@ int RunDesktopProgram(const DesktopOptions& options) {
       },
       sessionFolder);
   WindowPlace place(window, windowSettings);
-  place.Restore();
+  // A review does not cover the window that has opened it.
+  place.Restore(options.reviewPath ? kReviewOffset : QPoint());
   window.SetUnloaded([&place] {
     place.Save();
     QCoreApplication::exit(0);

@@ -49,7 +49,7 @@ std::optional<QRect> PlaceOnScreen(const QRect& wanted, const QList<ScreenArea>&
   return std::nullopt;
 }
 
-void WindowPlace::Restore() {
+void WindowPlace::Restore(QPoint offset) {
   const QList<ScreenArea> screens = ScreenAreas(window_);
   std::optional<QRect> place;
   std::istringstream stored(settings_.Read(kPlaceKey, ""));
@@ -59,7 +59,7 @@ void WindowPlace::Restore() {
   int height = 0;
   if (stored >> left >> top >> width >> height) {
     window_.resize(QSize(width, height).expandedTo(window_.minimumSize()));
-    place = PlaceOnScreen(QRect(QPoint(left, top), window_.size()), screens);
+    place = PlaceOnScreen(QRect(QPoint(left, top) + offset, window_.size()), screens);
   }
   const qsizetype screen =
       std::max(qsizetype{0}, QGuiApplication::screens().indexOf(window_.screen()));

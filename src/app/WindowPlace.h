@@ -25,9 +25,9 @@ class WindowPlace {
   WindowPlace(QWidget& window, platform::SettingsStore& settings)
       : window_(window), settings_(settings) {}
 
-  /// Before the window is shown: moves it to its last place if a screen still shows that, and makes
-  /// it no larger than its screen.
-  void Restore();
+  /// Before the window is shown: moves it to its last place, moved by the offset, if a screen still
+  /// shows that, and makes it no larger than its screen.
+  void Restore(QPoint offset = {});
 
   /// Notes the place in which the desktop has put the window. Later changes are the user's.
   void NoteOpened() { opened_ = Place(); }

@@ -22,7 +22,7 @@ constexpr std::size_t kMostCheckpoints = 512;
 constexpr std::size_t kMostKeptBytes = std::size_t{64} << 10U;
 
 /// How many checkpoints before the nearest to read from until the log has its entries.
-constexpr std::array<std::size_t, 3> kCheckpointsBack{0, 1, 3};
+constexpr std::array<std::size_t, 4> kCheckpointsBack{0, 1, 3, 16};
 
 /// Keeps the newest entries of the log, each with the time of the results.
 class NewestEntries : public sync::LogFunnel {

@@ -149,16 +149,22 @@ class InstallTest(StagedTest):
         settings = self.home / ".config/CorvanaSync/CorvanaSync.ini"
         settings.parent.mkdir(parents=True)
         settings.write_text("[Settings]\n")
+        sessions = self.home / ".local/share/CorvanaSync/sessions"
+        sessions.mkdir(parents=True)
+        (sessions / "2026-11-21-112800.trace").write_text("mine")
         (self.programs / "rfields.ds").write_text("mine")
         (self.programs / "site.html").write_text("mine")
         said = self.install("--remove").stdout
         for path in (settings, self.programs / "rfields.ds", self.programs / "site.html"):
             self.assertTrue(path.is_file())
             self.assertIn(f"Kept, as it is yours: {path}\n", said)
+        self.assertTrue((sessions / "2026-11-21-112800.trace").is_file())
+        self.assertIn(f"Kept, as it is yours: {sessions}\n", said)
         self.install()
         self.install("--remove", "--data")
         self.assertEqual([name for name, text in tree(self.home).items() if text is not None],
                          [".local/share/kelvara/site.html"])
+        self.assertFalse(sessions.parent.exists())
 
     def test_existing_files_are_kept(self):
         (self.home / ".local/bin").mkdir(parents=True)

@@ -1,3 +1,5 @@
+#include <sys/stat.h>
+
 #include <filesystem>
 
 #include "support/RecordedReports.h"
@@ -45,9 +47,11 @@ TEST_F(DesktopReviewTest, AFileThatCannotBeReviewedIsToldAndEndsTheProgram) {
   Write("results.csv", "File Created by Kelvara\r\n");
   Write("empty.trace", "");
   std::filesystem::create_directory(PathOf("folder"));
+  ASSERT_EQ(mkfifo(PathOf("pipe").c_str(), 0600), 0);
   for (const auto& [name, reason] : std::vector<std::pair<std::string, std::string>>{
            {"missing.trace", "No such file or directory"},
            {"folder", "Is a directory"},
+           {"pipe", "is a pipe, not a file"},
            {"results.csv", "is CSV results that Kelvara wrote, not a recorded session"},
            {"empty.trace", "holds no report of an antenna"}}) {
     SCOPED_TRACE(name);

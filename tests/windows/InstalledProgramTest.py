@@ -5,7 +5,8 @@ import re
 import subprocess
 import unittest
 
-from Windows import OPENED, WINE, WindowsTest, run, wait_for, windows_path, xdotool
+from Windows import (OPENED, WINE, WindowsTest, host_path, run, variable, wait_for, windows_path,
+                     xdotool)
 
 MAIN = "Kelvara"
 CAPTURE = "Capture Sync Reports To File"
@@ -41,6 +42,10 @@ class InstalledProgramTest(WindowsTest):
     def close(self, desktop):
         desktop.keys(MAIN, "alt+f", "e")
         self.assertEqual(desktop.exit_code(), 0)
+
+    def journals(self):
+        sessions = host_path(variable("LOCALAPPDATA")) / "CorvanaSync" / "sessions"
+        return sorted(sessions.glob("*.trace"))
 
     def settings_lines(self):
         return self.settings.read_text("cp1252").splitlines()
@@ -108,6 +113,36 @@ class InstalledProgramTest(WindowsTest):
         wait_for("more readings", lambda: len(self.lines("readings.txt")) > len(before) + 2)
         self.close(desktop)
         self.assertEqual(self.lines("readings.txt")[:len(before)], before)
+
+    def test_a_killed_session_is_continued_and_reviewed(self):
+        def has_reading(journals):
+            return any(b"Neighbour" in journal.read_bytes() for journal in journals)
+
+        self.beltpack()
+        desktop = self.start_on_port_7()
+        wait_for("a reading in a journal", lambda: has_reading(self.journals()))
+        desktop.kill()
+        journal, = self.journals()
+        before = journal.read_bytes()
+        desktop = self.start_on_port_7()
+        wait_for("a reading in another journal",
+                 lambda: has_reading(set(self.journals()) - {journal}))
+        wait_for("the session to be continued",
+                 lambda: (desktop.keys(MAIN, "alt+n"), self.journals() == [journal])[-1])
+        self.close(desktop)
+        text = journal.read_bytes()
+        self.assertTrue(text.startswith(before[:before.rindex(b"\n")]))
+        self.assertTrue(text.endswith(b"\x01!end\x02"))
+
+        desktop = self.start(windows_path(journal))
+        desktop.keys(MAIN, "Home", "End")
+        self.assertGreater(desktop.picture(MAIN, "review"), 8)
+        self.close(desktop)
+
+    def test_a_session_that_cannot_be_reviewed_is_told(self):
+        desktop = self.start(windows_path(self.folder / "missing.trace"))
+        desktop.keys("Kelvara", "Return")
+        self.assertEqual(desktop.exit_code(), 1)
 
     def test_the_console_program_records_and_replays(self):
         self.beltpack()

@@ -164,7 +164,7 @@ void RestlessUser::UndoAClear() {
   }
 }
 
-void RestlessUser::CloseANotice() { program_.Press(program_.MainWindow(), {"alt+shift+n"}); }
+void RestlessUser::CloseANotice() { PressInMenus({"alt+shift+n"}); }
 
 void RestlessUser::ForceASearch() { PressInMenus({"alt+f", "c", "c", "Return"}); }
 
@@ -191,11 +191,11 @@ void RestlessUser::PointAtTheGrid() {
 }
 
 void RestlessUser::Zoom() {
-  program_.Press(program_.MainWindow(), Some({"ctrl+plus", "ctrl+minus", "ctrl+0"}));
+  PressInMenus(Some({"ctrl+plus", "ctrl+minus", "ctrl+0"}));
 }
 
 void RestlessUser::LookAtTheSurvey() {
-  program_.Press(program_.MainWindow(), {"alt+s"});
+  PressInMenus({"alt+s"});
   DesktopWindow window{};
   if (Opens({kSurvey}, window)) {
     program_.Press(window, Some({"Tab", "Down", "Up", "1"}));

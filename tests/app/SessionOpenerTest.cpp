@@ -5,6 +5,7 @@
 
 #include "base/Fault.h"
 #include "support/DesktopDoubles.h"
+#include "support/System.h"
 
 namespace kelvara::test {
 namespace {
@@ -24,14 +25,15 @@ class SessionOpenerTest : public ::testing::Test, protected DesktopDoubles<> {
 };
 
 TEST_F(SessionOpenerTest, OpensTheSessionThatTheUserChooses) {
-  chooser.answer = "/visits/one.trace";
+  const std::string chosen = kIsWindows ? "C:\\visits\\one.trace" : "/visits/one.trace";
+  chooser.answer = chosen;
   opener.mnuOpenSession_Click("/sessions");
-  EXPECT_THAT(started, ElementsAre("/visits/one.trace"));
+  EXPECT_THAT(started, ElementsAre(chosen));
   ASSERT_EQ(chooser.requests.size(), 1U);
   EXPECT_EQ(chooser.requests[0].kind, platform::FileChooserKind::Open);
   EXPECT_EQ(chooser.requests[0].initialFolder, "/sessions");
   opener.mnuOpenSession_Click("/sessions");
-  EXPECT_EQ(chooser.requests[1].initialFolder, "/visits");
+  EXPECT_EQ(chooser.requests[1].initialFolder, kIsWindows ? "C:\\visits" : "/visits");
 }
 
 TEST_F(SessionOpenerTest, OpensNothingOnCancel) {

@@ -85,8 +85,12 @@ TEST_P(SessionTraceTest, ContinuesTheOldJournalWheneverTheUserWants) {
   ASSERT_TRUE(session);
   Start();
   const int continueAt = random.Below(30);
+  std::optional<sync::SyncModel> cleared;
   for (int step = 0; step < 40; ++step) {
     if (step == continueAt) {
+      if (live.Results().ClearedResults() != nullptr) {
+        cleared = *live.Results().ClearedResults();
+      }
       ASSERT_EQ(live.Continue(*session), "");
       EXPECT_EQ(live.Results().ClearedResults(), nullptr);
     }
@@ -106,7 +110,10 @@ TEST_P(SessionTraceTest, ContinuesTheOldJournalWheneverTheUserWants) {
         break;
     }
   }
-  ASSERT_EQ(folder.files.size(), 1U);
+  ASSERT_EQ(folder.files.size(), cleared ? 2U : 1U);
+  if (cleared) {
+    EXPECT_EQ(ModelText(ReplayedTrace(folder.files.rbegin()->second).model), ModelText(*cleared));
+  }
   EXPECT_EQ(live.JournalFailure(), "");
   time.Pass(2 * 1000);
   live.Shutdown();

@@ -190,9 +190,7 @@ void RestlessUser::PointAtTheGrid() {
   screen_.PointAt(VirtualScreen::kCorner);
 }
 
-void RestlessUser::Zoom() {
-  PressInMenus(Some({"ctrl+plus", "ctrl+minus", "ctrl+0"}));
-}
+void RestlessUser::Zoom() { PressInMenus(Some({"ctrl+plus", "ctrl+minus", "ctrl+0"})); }
 
 void RestlessUser::LookAtTheSurvey() {
   PressInMenus({"alt+s"});

@@ -188,7 +188,7 @@ class FrmMain : public QMainWindow {
   void ShowPortDialog();
   /// Shows the message and the port dialog when the port cannot be opened at start-up.
   void ChoosePortInstead(std::int16_t port);
-  /// Sets the cells apart for a moment that the last report has measured.
+  /// Marks for a moment the cells that the last report has measured.
   void ShowMeasuredCells();
   QString CellToolTip(int row, int column) const;
 

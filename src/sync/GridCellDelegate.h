@@ -7,7 +7,7 @@
 
 namespace kelvara::sync {
 
-/// The cells that the grid sets apart by frames, which leave their colours as they are.
+/// The cells that the grid marks by lines, which leave their colours as they are.
 struct GridMarks {
   /// The last measured cells, by rows.
   std::vector<GridPosition> measured;
@@ -17,8 +17,8 @@ struct GridMarks {
   bool IsMeasured(GridPosition cell) const;
 };
 
-/// Paints a cell of the grid: its colour, its text in the middle, and a frame if it is selected or
-/// marked.
+/// Paints a cell of the grid: its colour, its text in the middle, a frame if it is selected, and
+/// the lines that mark it.
 class GridCellDelegate : public QStyledItemDelegate {
  public:
   /// `marks` must outlive the delegate.

@@ -46,7 +46,7 @@ class SyncGridView : public QTableView {
   /// Zooms by Ctrl++, Ctrl+- or Ctrl+0; false for any other key.
   bool ZoomByKey(const QKeyEvent& event);
 
-  /// Frames these cells, given by rows, instead of those framed before.
+  /// Marks these cells, given by rows, as measured, instead of those marked before.
   void ShowMeasured(std::vector<GridPosition> cells);
 
  protected:

@@ -64,7 +64,7 @@ void RestlessUser::Do(const Action& action) {
   AnswerBoxes();
   if (needsLog_) {
     // Stops the capture if one is running.
-    PressInMenus({"alt+t", "l", "s"});
+    PressInMainWindow({"alt+t", "l", "s"});
     AnswerBoxes();
     StartLog();
     AnswerBoxes();
@@ -95,7 +95,7 @@ void RestlessUser::AnswerBoxes() {
 }
 
 void RestlessUser::StartLog() {
-  PressInMenus({"alt+t", "l"});
+  PressInMainWindow({"alt+t", "l"});
   DesktopWindow dialog{};
   needsLog_ = !Opens({kCapture}, dialog);
   if (needsLog_) {
@@ -107,10 +107,10 @@ void RestlessUser::StartLog() {
   Enter(dialog, logs_.back());
 }
 
-void RestlessUser::Exit() const { PressInMenus({"alt+f", "e"}); }
+void RestlessUser::Exit() const { PressInMainWindow({"alt+f", "e"}); }
 
 void RestlessUser::Convert() {
-  PressInMenus({"alt+t", "c"});
+  PressInMainWindow({"alt+t", "c"});
   DesktopWindow converter{};
   if (Opens({"Converter"}, converter)) {
     Enter(converter, std::to_string(Between(-99999, 99999)));
@@ -120,17 +120,17 @@ void RestlessUser::Convert() {
 }
 
 void RestlessUser::LookAtTheLine() {
-  PressInMenus({"alt+o", "Up", "Right", "o"});
+  PressInMainWindow({"alt+o", "Up", "Right", "o"});
   DesktopWindow window{};
   if (Opens({"Kelvara Debug"}, window)) {
     std::this_thread::sleep_for(milliseconds(Between(0, 5000)));
   }
 }
 
-void RestlessUser::ReadAbout() { PressInMenus({"alt+h", "a"}); }
+void RestlessUser::ReadAbout() { PressInMainWindow({"alt+h", "a"}); }
 
 void RestlessUser::LookAtThePorts() {
-  PressInMenus({"alt+f", "s"});
+  PressInMainWindow({"alt+f", "s"});
   DesktopWindow dialog{};
   if (Opens({kPorts}, dialog)) {
     program_.Press(dialog, {"Down", "Down", "Up", "Up"});
@@ -138,21 +138,21 @@ void RestlessUser::LookAtThePorts() {
 }
 
 void RestlessUser::ShowTheLog() {
-  PressInMenus({"alt+o", "l", OneOf(std::vector<std::string>{"o", "f"})});
+  PressInMainWindow({"alt+o", "l", OneOf(std::vector<std::string>{"o", "f"})});
 }
 
 void RestlessUser::ChangeTheUnits() {
-  PressInMenus({"alt+o", "f", OneOf(std::vector<std::string>{"r", "a", "m"})});
+  PressInMainWindow({"alt+o", "f", OneOf(std::vector<std::string>{"r", "a", "m"})});
 }
 
 void RestlessUser::ChangeTheBase() {
-  PressInMenus({"alt+o", "b", OneOf(std::vector<std::string>{"d", "h"})});
-  PressInMenus({"alt+o", "s", OneOf(std::vector<std::string>{"o", "f"})});
+  PressInMainWindow({"alt+o", "b", OneOf(std::vector<std::string>{"d", "h"})});
+  PressInMainWindow({"alt+o", "s", OneOf(std::vector<std::string>{"o", "f"})});
 }
 
-void RestlessUser::ClearTheLog() { PressInMenus({"alt+f", "l"}); }
+void RestlessUser::ClearTheLog() { PressInMainWindow({"alt+f", "l"}); }
 
-void RestlessUser::ClearTheGrid() { PressInMenus({"alt+f", "c", "Return"}); }
+void RestlessUser::ClearTheGrid() { PressInMainWindow({"alt+f", "c", "Return"}); }
 
 void RestlessUser::UndoAClear() {
   ClearTheGrid();
@@ -160,20 +160,20 @@ void RestlessUser::UndoAClear() {
     // The notice's button.
     program_.Press(program_.MainWindow(), {"alt+n"});
   } else {
-    PressInMenus({"alt+i", "u"});
+    PressInMainWindow({"alt+i", "u"});
   }
 }
 
-void RestlessUser::CloseANotice() { PressInMenus({"alt+shift+n"}); }
+void RestlessUser::CloseANotice() { PressInMainWindow({"alt+shift+n"}); }
 
-void RestlessUser::ForceASearch() { PressInMenus({"alt+f", "c", "c", "Return"}); }
+void RestlessUser::ForceASearch() { PressInMainWindow({"alt+f", "c", "c", "Return"}); }
 
 void RestlessUser::Resize() {
   screen_.Resize(program_.MainWindow().id, {Between(400, 1280), Between(300, 1000)});
 }
 
 void RestlessUser::Report() {
-  PressInMenus({"alt+t", "g"});
+  PressInMainWindow({"alt+t", "g"});
   DesktopWindow window{};
   if (Opens({kReport, "Report Can't Be Generated"}, window) && window.title == kReport) {
     Enter(window, OneOf(Reports()));
@@ -181,7 +181,7 @@ void RestlessUser::Report() {
   }
 }
 
-void RestlessUser::AskForHelp() { PressInMenus({"F1"}); }
+void RestlessUser::AskForHelp() { PressInMainWindow({"F1"}); }
 
 void RestlessUser::PointAtTheGrid() {
   const QRect area = screen_.AreaOf(program_.MainWindow().id);
@@ -190,10 +190,10 @@ void RestlessUser::PointAtTheGrid() {
   screen_.PointAt(VirtualScreen::kCorner);
 }
 
-void RestlessUser::Zoom() { PressInMenus(Some({"ctrl+plus", "ctrl+minus", "ctrl+0"})); }
+void RestlessUser::Zoom() { PressInMainWindow(Some({"ctrl+plus", "ctrl+minus", "ctrl+0"})); }
 
 void RestlessUser::LookAtTheSurvey() {
-  PressInMenus({"alt+s"});
+  PressInMainWindow({"alt+s"});
   DesktopWindow window{};
   if (Opens({kSurvey}, window)) {
     program_.Press(window, Some({"Tab", "Down", "Up", "1"}));
@@ -209,7 +209,7 @@ void RestlessUser::MoveInTheReview() {
                 Some({"alt+Left", "alt+Right", "Left", "Right", "Home", "End", "Prior", "Next"}));
 }
 
-void RestlessUser::PressInMenus(const std::vector<std::string>& keys) const {
+void RestlessUser::PressInMainWindow(const std::vector<std::string>& keys) const {
   const DesktopWindow window = program_.MainWindow();
   // A menu may still be open; keys pressed while it closes are lost.
   DesktopProgram::Await("the end of a menu", [&] {

@@ -70,8 +70,8 @@ class RestlessUser {
   void AskForHelp();
   void PointAtTheGrid();
 
-  /// Presses keys that open menus of the main window.
-  void PressInMenus(const std::vector<std::string>& keys) const;
+  /// Presses keys in the main window or its menus, once no menu is open.
+  void PressInMainWindow(const std::vector<std::string>& keys) const;
   void Enter(const DesktopWindow& window, const std::string& text) const;
   /// Waits for a window with one of the titles. False if the question about a loss opens instead.
   bool Opens(const std::vector<std::string>& titles, DesktopWindow& window);

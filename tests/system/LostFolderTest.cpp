@@ -36,18 +36,21 @@ class LostFolderTest : public CliTest {
 TEST_F(LostFolderTest, ARecordWhoseFolderDisappearsContinuesAndKeepsItsOtherFiles) {
   std::filesystem::create_directory(folder.PathOf("stick"));
   Process record(
-      Request({"record", "--demo", "--speed", kSpeed, "--reports", "300", "--log", "stick/log.txt",
-               "--report", "stick/report.html", "--csv", "results.csv", "--raw", "trace.txt"}));
-  ASSERT_TRUE(
-      WaitUntil([&] { return Exists("stick/log.txt") && Read("stick/log.txt").size() > 1000; },
-                Process::kPatience));
+      Request({"record", "--demo", "--speed", kSpeed, "--reports", "300", "--log", "log.txt",
+               "--report", "stick/report.html", "--csv", "results.csv", "--raw", "stick/trace"}));
+  ASSERT_TRUE(WaitUntil([&] { return Exists("stick/trace") && Read("stick/trace").size() > 1000; },
+                        Process::kPatience));
   std::filesystem::remove_all(folder.PathOf("stick"));
   const ProcessResult result = record.Finish();
-  ExpectComplaint(result, 1, "stick/report.html");
+  EXPECT_EQ(result.exitCode, 1);
+  for (const char* complaint :
+       {"stick/report.html\"", "stick/trace\": the file has been removed"}) {
+    EXPECT_NE(result.errors.find(complaint), std::string::npos) << result.errors;
+  }
   EXPECT_EQ(result.output, "Reports: 300\nAAs: 12\n");
   EXPECT_FALSE(Exists("stick"));
   EXPECT_TRUE(EndsWith(Read("results.csv"), "\r\n"));
-  EXPECT_EQ(Output({"replay", "trace.txt"}), result.output);
+  EXPECT_GE(Readings(Read("log.txt")).size(), 300U);
 }
 
 TEST_F(LostFolderTest, ARecordWhoseDiskFillsUpKeepsWhatFitsAndNamesEachFile) {

@@ -14,8 +14,8 @@
 namespace kelvara::qt {
 namespace {
 
-[[noreturn]] void ThrowFileFault(const char* attempt, const QString& path) {
-  const std::string reason = ToText(qt_error_string(errno));
+[[noreturn]] void ThrowFileFault(const char* attempt, const QString& path,
+                                 const std::string& reason = ToText(qt_error_string(errno))) {
   throw base::Fault(base::FaultKind::File,
                     std::string("cannot ") + attempt + " \"" + ToText(path) + "\": " + reason);
 }
@@ -28,6 +28,9 @@ class PosixLockedFile : public platform::LockedFile {
   PosixLockedFile& operator=(const PosixLockedFile&) = delete;
 
   void Write(std::string_view bytes) override {
+    if (!IsInFolder()) {
+      ThrowFileFault("write", path_, "the file has been removed");
+    }
     while (!bytes.empty()) {
       const ssize_t written = ::write(handle_, bytes.data(), bytes.size());
       if (written < 0 && errno == EINTR) {
@@ -67,13 +70,16 @@ class PosixLockedFile : public platform::LockedFile {
 
   /// A file system without locks counts as locked: being able to write matters more.
   bool Lock() const {
-    struct stat status {};
     // Another program may have removed the file before it was locked.
-    return (::flock(handle_, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) &&
-           ::fstat(handle_, &status) == 0 && status.st_nlink > 0;
+    return (::flock(handle_, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) && IsInFolder();
   }
 
  private:
+  bool IsInFolder() const {
+    struct stat status {};
+    return ::fstat(handle_, &status) == 0 && status.st_nlink > 0;
+  }
+
   int handle_;
   QString path_;
 };

@@ -37,4 +37,9 @@ QString OpenPath(QFile& file, const std::string& path, QIODevice::OpenMode mode)
   return {};
 }
 
+bool IsInFolder(const QFile& file) {
+  struct stat status {};
+  return ::fstat(file.handle(), &status) != 0 || status.st_nlink > 0;
+}
+
 }  // namespace kelvara::qt

@@ -9,4 +9,8 @@ namespace kelvara::qt {
 /// be opened, empty if it is open.
 QString OpenPath(QFile& file, const std::string& path, QIODevice::OpenMode mode);
 
+/// Whether an open file is in a folder. If it has been removed from there, what is written to it
+/// is lost when it is closed. On Windows, an open file cannot be removed.
+bool IsInFolder(const QFile& file);
+
 }  // namespace kelvara::qt

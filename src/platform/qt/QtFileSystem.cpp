@@ -33,9 +33,13 @@ class QtOutputFile : public platform::OutputFile {
   QtOutputFile(const std::string& path, QIODevice::OpenMode mode)
       : name_(path), appends_(mode.testFlag(QIODevice::Append)) {
     Open(file_, name_, mode);
+    wasInFolder_ = IsInFolder(file_);
   }
 
   void Write(std::string_view bytes) override {
+    if (wasInFolder_ && !IsInFolder(file_)) {
+      ThrowFileFault(name_, "write", "the file has been removed");
+    }
     qint64 total = 0;
     while (!bytes.empty()) {
       const qint64 written = file_.write(bytes.data(), static_cast<qint64>(bytes.size()));
@@ -61,6 +65,8 @@ class QtOutputFile : public platform::OutputFile {
   std::string name_;
   bool appends_;
   QFile file_;
+  /// Standard output may be a file without a folder from the start.
+  bool wasInFolder_ = false;
 };
 
 class QtInputFile : public platform::InputFile {

@@ -9,4 +9,6 @@ QString OpenPath(QFile& file, const std::string& path, QIODevice::OpenMode mode)
   return file.open(mode | QIODevice::Unbuffered) ? QString() : file.errorString();
 }
 
+bool IsInFolder(const QFile& /*file*/) { return true; }
+
 }  // namespace kelvara::qt

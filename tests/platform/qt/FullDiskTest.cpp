@@ -211,16 +211,18 @@ INSTANTIATE_TEST_SUITE_P(Writers, FullDiskTest, testing::ValuesIn(kWriters),
                            return tested.param.name;
                          });
 
-TEST(LostCaptureFolderTest, ACaptureContinuesWithoutItsFolderAndTheNextStartReportsIt) {
+TEST(LostCaptureFolderTest, AnEntryIsAFaultAndSoIsTheNextStart) {
   RealFilesRig rig;
   auto folder = std::make_unique<TemporaryFolder>();
   const std::string path = folder->PathOf("log.txt");
   capture::DataCapture& capture = rig.session.Capture();
   ASSERT_TRUE(capture.StartLoggingToFile(path));
   folder.reset();
-  EXPECT_NO_THROW(capture.PrintLogEntry("01->06=7"));
-  EXPECT_NE(rig.logBox.text.find("01->06=7"), std::string::npos);
-  EXPECT_NO_THROW(capture.StopLoggingToFile());
+  EXPECT_THROW(capture.PrintLogEntry("01->06=7"), base::Fault);
+  EXPECT_EQ(rig.logBox.text.find("01->06=7"), std::string::npos);
+  ASSERT_NE(capture.Failure(), nullptr);
+  EXPECT_EQ(capture.Failure()->reason, "the file has been removed");
+  capture.AbandonLogging();
   EXPECT_FALSE(capture.StartLoggingToFile(path));
   EXPECT_EQ(LastBoxText(rig), kCaptureComplaint);
   const TemporaryFolder other;

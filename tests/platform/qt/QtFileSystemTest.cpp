@@ -73,6 +73,30 @@ TEST_F(QtFileSystemTest, RefusesAFolder) {
   EXPECT_EQ(FaultOf([&] { ExpectReadable(folder.Path()); }), reason);
 }
 
+TEST_F(QtFileSystemTest, WritingToARemovedFileIsAFault) {
+  const std::string path = folder.PathOf("log.txt");
+  const std::unique_ptr<platform::OutputFile> file = files.OpenForAppend(path);
+  file->Write("kept");
+  ASSERT_EQ(::rename(path.c_str(), folder.PathOf("renamed.txt").c_str()), 0);
+  file->Write(" too");
+  EXPECT_EQ(test::ReadTextFile(folder.PathOf("renamed.txt")), "kept too");
+  ASSERT_EQ(::unlink(folder.PathOf("renamed.txt").c_str()), 0);
+  EXPECT_EQ(FaultOf([&] { file->Write("lost"); }),
+            "cannot write \"" + path + "\": the file has been removed");
+}
+
+TEST_F(QtFileSystemTest, WritesToAFileThatNeverWasInAFolder) {
+  const int nameless = ::open(folder.Path().c_str(), O_TMPFILE | O_RDWR, 0600);
+  if (nameless < 0) {
+    GTEST_SKIP() << "the file system has no files without a name";
+  }
+  files.OpenForOutput("/dev/fd/" + std::to_string(nameless))->Write("text");
+  std::array<char, 4> text{};
+  EXPECT_EQ(::pread(nameless, text.data(), text.size(), 0), 4);
+  EXPECT_EQ(std::string_view(text.data(), text.size()), "text");
+  ::close(nameless);
+}
+
 TEST_F(QtFileSystemTest, ReadsFromAnyPlace) {
   const std::string path = folder.PathOf("a.txt");
   files.OpenForOutput(path)->Write("0123456789");

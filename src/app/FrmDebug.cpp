@@ -62,7 +62,11 @@ void FrmDebug::AddControls() {
   TextDebug_->setTabChangesFocus(true);
   TextDebug_->setUndoRedoEnabled(false);
   TextDebug_->setLineWrapMode(QPlainTextEdit::NoWrap);
-  TextDebug_->setFont(widgets::CourierNew());
+  QFont font = widgets::CourierNew();
+  // Otherwise garbled text would make Qt load the machine's fonts one by one in search of its
+  // characters, which stops the window for up to a second and keeps memory.
+  font.setStyleStrategy(QFont::NoFontMerging);
+  TextDebug_->setFont(font);
 
   QPushButton* const cmdClose = widgets::NewButton(*this, "CmdClose", "&Close", "");
   connect(cmdClose, &QPushButton::clicked, this, &QDialog::close);

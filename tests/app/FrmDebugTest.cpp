@@ -6,12 +6,16 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QFontInfo>
+#include <QGlyphRun>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QRawFont>
 #include <QScrollBar>
 #include <QTest>
+#include <QTextBlock>
+#include <QTextLayout>
 #include <QTimer>
 #include <optional>
 #include <string>
@@ -139,6 +143,19 @@ TEST_F(FrmDebugTest, ReportTextReplacesTheTextBefore) {
   EXPECT_EQ(Text(), "one\ntwo <b>bold</b> & \"more\"\n");
   window_.ShowReportText("");
   EXPECT_EQ(Text(), "");
+}
+
+TEST_F(FrmDebugTest, GarbledTextNeedsNoOtherFont) {
+  Open();
+  window_.ShowReportText("100ec \xD7\x90 \xDE\x80 \xDF\x8A \xE2\x82\xAC \xFF");
+  TextDebug().grab();
+  const QTextBlock line = TextDebug().document()->firstBlock();
+  const QList<QGlyphRun> runs = line.layout()->glyphRuns(0, line.length() - 1);
+  ASSERT_FALSE(runs.isEmpty());
+  for (const QGlyphRun& run : runs) {
+    EXPECT_EQ(run.rawFont().familyName().toStdString(),
+              runs.first().rawFont().familyName().toStdString());
+  }
 }
 
 TEST_F(FrmDebugTest, NewReportTextKeepsTheScrollPosition) {

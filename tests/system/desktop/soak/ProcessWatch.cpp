@@ -10,8 +10,27 @@ namespace kelvara::test {
 
 namespace fs = std::filesystem;
 
+namespace {
+
+std::string SystemFolder(pid_t process) { return "/proc/" + std::to_string(process); }
+
+}  // namespace
+
+int ResidentKilobytes(pid_t process) {
+  const std::string name = "VmRSS:";
+  std::ifstream status(SystemFolder(process) + "/status");
+  for (std::string word; status >> word;) {
+    if (word == name) {
+      int kilobytes = 0;
+      status >> kilobytes;
+      return kilobytes;
+    }
+  }
+  throw std::runtime_error("the program has ended");
+}
+
 ProcessWatch::ProcessWatch(pid_t process, std::string folder)
-    : process_("/proc/" + std::to_string(process)), folder_(std::move(folder)) {}
+    : process_(process), folder_(std::move(folder)) {}
 
 void ProcessWatch::Look() {
   constexpr std::chrono::seconds kInterval{5};
@@ -19,8 +38,8 @@ void ProcessWatch::Look() {
     return;
   }
   next_ = Clock::now() + kInterval;
-  ProcessSample sample{Kilobytes(), 0, 0};
-  for (const fs::directory_entry& handle : fs::directory_iterator(process_ + "/fd")) {
+  ProcessSample sample{ResidentKilobytes(process_), 0, 0};
+  for (const fs::directory_entry& handle : fs::directory_iterator(SystemFolder(process_) + "/fd")) {
     // A handle closed in the meantime cannot be read.
     std::error_code ignored;
     ++(IsFile(fs::read_symlink(handle, ignored).string()) ? sample.files : sample.handles);
@@ -33,19 +52,6 @@ ProcessWatch::Samples ProcessWatch::Quarter(std::size_t number) const {
   const std::size_t end = std::max(samples_.size() * (number + 1) / 4, begin + 1);
   return {samples_.begin() + static_cast<std::ptrdiff_t>(begin),
           samples_.begin() + static_cast<std::ptrdiff_t>(end)};
-}
-
-int ProcessWatch::Kilobytes() const {
-  const std::string name = "VmRSS:";
-  std::ifstream status(process_ + "/status");
-  for (std::string word; status >> word;) {
-    if (word == name) {
-      int kilobytes = 0;
-      status >> kilobytes;
-      return kilobytes;
-    }
-  }
-  throw std::runtime_error("the program has ended");
 }
 
 bool ProcessWatch::IsFile(const std::string& target) const {

@@ -8,6 +8,9 @@
 
 namespace kelvara::test {
 
+/// The resident memory of a process. Throws if it has ended.
+int ResidentKilobytes(pid_t process);
+
 /// The resources of a process at one moment.
 struct ProcessSample {
   int kilobytes;  ///< Resident memory.
@@ -34,10 +37,9 @@ class ProcessWatch {
  private:
   using Clock = std::chrono::steady_clock;
 
-  int Kilobytes() const;
   bool IsFile(const std::string& target) const;
 
-  std::string process_;
+  pid_t process_;
   std::string folder_;
   Samples samples_;
   Clock::time_point next_ = Clock::now();

@@ -5,6 +5,8 @@
 #include <stdexcept>
 #include <thread>
 
+#include "system/desktop/soak/ProcessWatch.h"
+
 namespace kelvara::test {
 namespace {
 
@@ -246,7 +248,8 @@ bool RestlessUser::Opens(const std::vector<std::string>& titles, DesktopWindow& 
 
 void RestlessUser::Note(const std::string& step) {
   const auto now = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
-  journal_ << now.time_since_epoch().count() << ' ' << step << std::endl;
+  journal_ << now.time_since_epoch().count() << ' ' << ResidentKilobytes(program_.Id()) << " kB "
+           << step << std::endl;
 }
 
 std::vector<std::string> RestlessUser::Some(const std::vector<std::string>& keys) {

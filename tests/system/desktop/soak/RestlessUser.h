@@ -14,7 +14,8 @@ namespace kelvara::test {
 /// recorded one.
 class RestlessUser {
  public:
-  /// Picks actions with `chance` and writes each step to `journal`.
+  /// Picks actions with `chance` and writes each step to `journal`, with the
+  /// session's memory before it.
   RestlessUser(const VirtualScreen& screen, const DesktopProgram& program,
                const DesktopProgram& review, std::mt19937& chance, std::ostream& journal);
 

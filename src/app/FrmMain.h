@@ -196,9 +196,10 @@ class FrmMain : public QMainWindow {
   void BuildReviewBar();
   /// Reads the next part of the session that is being opened.
   void ReadReview();
-  /// Runs a step of the review; a fault is told in a message box. Returns whether it succeeded.
-  bool TryReview(const std::function<void()>& step);
   void MoveReviewTo(int report);
+  void ShowReviewFault(const std::string& text);
+  /// Shows a fault once the event that led to it has been handled.
+  void ShowReviewFaultLater(const std::string& text);
   /// Redraws the review after all options of one change have been set.
   void RedrawReview();
   void ShowReview();
@@ -257,6 +258,7 @@ class FrmMain : public QMainWindow {
   std::unique_ptr<sessions::ReviewedSession> recorded_;
   std::unique_ptr<Review> review_;
   ReviewBar* reviewBar_ = nullptr;
+  bool showsReviewFault_ = false;
   qt::QtTimer reviewTimer_;
   std::string reviewName_;
   std::function<void()> reviewFailed_;

@@ -71,14 +71,15 @@ void FrmMain::BuildReviewBar() {
 
 void FrmMain::ReadReview() {
   bool reads = false;
-  const bool succeeded = TryReview([&] {
+  try {
     reads = review_->ReadFor(kReadMilliseconds);
     if (!reads && recorded_->Antennas() == 0) {
       throw base::Fault(base::FaultKind::File,
                         "\"" + reviewName_ + "\" holds no report of an antenna");
     }
-  });
-  if (!succeeded) {
+  } catch (const base::Fault& fault) {
+    reviewTimer_.SwitchOff();
+    ShowReviewFault(fault.what());
     if (!isUnloaded_) {
       reviewFailed_();
     }
@@ -93,22 +94,33 @@ void FrmMain::ReadReview() {
   }
 }
 
-bool FrmMain::TryReview(const std::function<void()>& step) {
-  try {
-    step();
-    return true;
-  } catch (const base::Fault& fault) {
-    reviewTimer_.SwitchOff();
-    desktop_.messageBoxes.Show(fault.what(), help::kProgramTitle, platform::MessageIcon::Critical,
-                               platform::MessageButtons::Ok);
-    return false;
-  }
+void FrmMain::ShowReviewFault(const std::string& text) {
+  desktop_.messageBoxes.Show(text, help::kProgramTitle, platform::MessageIcon::Critical,
+                             platform::MessageButtons::Ok);
 }
 
 void FrmMain::MoveReviewTo(int report) {
-  if (!TryReview([&] { review_->MoveTo(report); }) && !isUnloaded_) {
+  try {
+    review_->MoveTo(report);
+  } catch (const base::Fault& fault) {
     ShowReview();
+    ShowReviewFaultLater(fault.what());
   }
+}
+
+void FrmMain::ShowReviewFaultLater(const std::string& text) {
+  if (isUnloaded_ || showsReviewFault_) {
+    return;
+  }
+  showsReviewFault_ = true;
+  // Only after the press of a mouse button or key that moved the slider has been handled. Its
+  // release goes to the message box, so the bar would repeat it for ever.
+  const auto show = [this, text] {
+    reviewBar_->StopRepeating();
+    ShowReviewFault(text);
+    showsReviewFault_ = false;
+  };
+  QMetaObject::invokeMethod(this, show, Qt::QueuedConnection);
 }
 
 void FrmMain::RedrawReview() {

@@ -106,4 +106,13 @@ void ReviewBar::ShowReport(int report, const QString& time) {
   }
 }
 
+void ReviewBar::StopRepeating() {
+  QWidget* const focus = window()->focusWidget();
+  setEnabled(false);
+  setEnabled(true);
+  if (focus != nullptr && isAncestorOf(focus)) {
+    focus->setFocus();
+  }
+}
+
 }  // namespace kelvara::app

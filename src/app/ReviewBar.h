@@ -26,6 +26,9 @@ class ReviewBar : public QWidget {
   /// Shows a report as the one that the slider is at, and its time.
   void ShowReport(int report, const QString& time);
 
+  /// Ends what a mouse button that is held down repeats. The focus stays where it is.
+  void StopRepeating();
+
  signals:
   /// The user has moved to a report.
   void Moved(int report);

@@ -164,6 +164,30 @@ TEST_F(FrmMainReviewTest, ASessionWithoutAReportIsToldAndFails) {
   EXPECT_EQ(box.title, "Kelvara");
 }
 
+TEST_F(FrmMainReviewTest, AFileThatHasChangedIsToldOnceForEachPressOfTheSlider) {
+  constexpr int kLongerThanRepeatDelay = 700;
+  const std::string session = Session(1000);
+  OpenReview(session);
+  files.files["/folder/session.trace"] = session.substr(0, 1000);
+  BoxAnswer box(QMessageBox::Ok);
+  QTest::mousePress(&slider(), Qt::LeftButton, Qt::NoModifier,
+                    QPoint(slider().width() / 4, slider().height() / 2));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return box.HasCome(); }));
+  EXPECT_EQ(box.text, "\"/folder/session.trace\" has changed since it was opened");
+  // The release has gone to the box.
+  BoxAnswer another(QMessageBox::Ok);
+  QTest::qWait(kLongerThanRepeatDelay);
+  EXPECT_FALSE(another.HasCome());
+  EXPECT_EQ(Panel(3), "Reports: 1000");
+  EXPECT_EQ(slider().value(), 1000);
+  EXPECT_EQ(window.focusWidget(), &slider());
+  Press(window, Qt::Key_Left);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return another.HasCome(); }));
+  files.files["/folder/session.trace"] = session;
+  Press(window, Qt::Key_Left);
+  EXPECT_EQ(Panel(3), "Reports: 999");
+}
+
 TEST_F(FrmMainReviewTest, ReadingShowsProgressAndCanBeCancelled) {
   Begin(Session(20000));
   EXPECT_TRUE(Find<QProgressBar>(window, "ReviewProgress").isVisible());

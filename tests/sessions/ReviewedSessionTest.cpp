@@ -145,35 +145,10 @@ TEST_F(ReviewedSessionTest, AFileThatKelvaraWroteAsSomethingElseIsAFault) {
   }
 }
 
-/// A file that others change while it is open.
-class ChangingFile : public platform::InputFile {
- public:
-  explicit ChangingFile(const std::string& text) : text_(text) {}
-  std::size_t Read(std::span<char> buffer) override {
-    const std::size_t got =
-        place_ < text_.size() ? text_.copy(buffer.data(), buffer.size(), place_) : 0;
-    place_ += got;
-    return got;
-  }
-  std::size_t Size() const override { return text_.size(); }
-  void Seek(std::uint64_t place) override { place_ = place; }
-
- private:
-  const std::string& text_;
-  std::size_t place_ = 0;
-};
-
-class ChangingFiles : public test::MemoryFileSystem {
- public:
-  std::unique_ptr<platform::InputFile> OpenForInput(const std::string& path) override {
-    return std::make_unique<ChangingFile>(files[path]);
-  }
-};
-
 TEST_F(ReviewedSessionTest, AFileThatBecomesShorterIsAFaultAndStaysOpen) {
   AddReport(Requested(OneNeighbourReport(1, 2, -11)));
   AddReport(Requested(OneNeighbourReport(1, 3, 7)));
-  ChangingFiles files;
+  test::MemoryFileSystem files;
   files.files["trace"] = trace_;
   ReviewedSession session(files, "trace");
   ReadAll(session);
@@ -186,7 +161,7 @@ TEST_F(ReviewedSessionTest, AFileThatBecomesShorterIsAFaultAndStaysOpen) {
 
 TEST_F(ReviewedSessionTest, PassesOverWhatIsAddedWhileItIsOpen) {
   AddReport(Requested(OneNeighbourReport(1, 2, -11)));
-  ChangingFiles files;
+  test::MemoryFileSystem files;
   files.files["trace"] = trace_;
   ReviewedSession session(files, "trace");
   files.files["trace"] += trace_;

@@ -143,10 +143,12 @@ class MemoryFileSystem : public platform::FileSystem {
     std::string path_;
   };
 
+  /// What is written to the file while it is open can be read.
   class Input : public platform::InputFile {
    public:
-    explicit Input(std::string text) : text_(std::move(text)) {}
+    explicit Input(const std::string& text) : text_(text) {}
     std::size_t Read(std::span<char> buffer) override {
+      position_ = std::min(position_, text_.size());
       const std::size_t got = text_.copy(buffer.data(), buffer.size(), position_);
       position_ += got;
       return got;
@@ -157,7 +159,7 @@ class MemoryFileSystem : public platform::FileSystem {
     }
 
    private:
-    std::string text_;
+    const std::string& text_;
     std::size_t position_ = 0;
   };
 

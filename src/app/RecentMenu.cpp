@@ -26,7 +26,7 @@ void RecentMenu::Fill(QMenu& menu) {
             [this, path = session.path] { open_(path); });
   }
   if (recent_.Sessions().empty()) {
-    menu.addAction(QStringLiteral("No sessions yet"))->setEnabled(false);
+    menu.addAction(QStringLiteral("No other sessions"))->setEnabled(false);
     return;
   }
   if (menu_ != &menu) {

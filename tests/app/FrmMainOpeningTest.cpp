@@ -102,7 +102,7 @@ TEST_F(FrmMainOpeningTest, RecentSessionsAreCountedWhileTheMenuIsOpenAndOpened) 
 TEST_F(FrmMainOpeningTest, WithoutSessionsTheMenuSaysSo) {
   emit Recent().aboutToShow();
   ASSERT_EQ(Recent().actions().size(), 1);
-  EXPECT_EQ(Recent().actions()[0]->text(), "No sessions yet");
+  EXPECT_EQ(Recent().actions()[0]->text(), "No other sessions");
   EXPECT_FALSE(Recent().actions()[0]->isEnabled());
 }
 

@@ -115,18 +115,20 @@ class InstalledProgramTest(WindowsTest):
         self.assertEqual(self.lines("readings.txt")[:len(before)], before)
 
     def test_a_killed_session_is_continued_and_reviewed(self):
-        def has_reading(journals):
-            return any(b"Neighbour" in journal.read_bytes() for journal in journals)
+        def has_report(journals):
+            # What came before the last request has come whole.
+            return any(b"Neighbour" in journal.read_bytes().rpartition(b"\x01rfps\x02")[0]
+                       for journal in journals)
 
         self.beltpack()
         desktop = self.start_on_port_7()
-        wait_for("a reading in a journal", lambda: has_reading(self.journals()))
+        wait_for("a report in a journal", lambda: has_report(self.journals()))
         desktop.kill()
         journal, = self.journals()
         before = journal.read_bytes()
         desktop = self.start_on_port_7()
-        wait_for("a reading in another journal",
-                 lambda: has_reading(set(self.journals()) - {journal}))
+        wait_for("a report in another journal",
+                 lambda: has_report(set(self.journals()) - {journal}))
         wait_for("the session to be continued",
                  lambda: (desktop.keys(MAIN, "alt+n"), self.journals() == [journal])[-1])
         self.close(desktop)

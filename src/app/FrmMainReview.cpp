@@ -114,7 +114,7 @@ void FrmMain::ShowReviewFaultLater(const std::string& text) {
   }
   showsReviewFault_ = true;
   // Only after the press of a mouse button or key that moved the slider has been handled. Its
-  // release goes to the message box, so the bar would repeat it for ever.
+  // release goes to the message box, so the bar would keep repeating it.
   const auto show = [this, text] {
     reviewBar_->StopRepeating();
     ShowReviewFault(text);

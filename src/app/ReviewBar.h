@@ -26,7 +26,7 @@ class ReviewBar : public QWidget {
   /// Shows a report as the one that the slider is at, and its time.
   void ShowReport(int report, const QString& time);
 
-  /// Ends what a mouse button that is held down repeats. The focus stays where it is.
+  /// Stops repeating for a mouse button that is held down. The focus stays where it is.
   void StopRepeating();
 
  signals:
